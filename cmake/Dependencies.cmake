@@ -1,0 +1,30 @@
+# The libraries that the project uses and does not own, as imported targets. `./dev setup` builds or
+# copies them; CMake only finds them.
+if(WIN32)
+  set(prefix ${TAVO_DEPENDENCIES}/windows)
+else()
+  set(prefix ${TAVO_DEPENDENCIES}/native)
+endif()
+if(NOT EXISTS ${prefix}/include/rapidjson/document.h)
+  message(FATAL_ERROR "dependencies are missing in ${prefix}: run ./dev setup")
+endif()
+
+# tavo_imported(NAME ARCHIVE ...): a target for headers under the prefix and the named archives.
+function(tavo_imported name)
+  add_library(${name} INTERFACE IMPORTED GLOBAL)
+  target_include_directories(${name} SYSTEM INTERFACE ${prefix}/include)
+  foreach(archive ${ARGN})
+    target_link_libraries(${name} INTERFACE ${prefix}/lib/${archive})
+  endforeach()
+endfunction()
+
+tavo_imported(rapidjson)
+tavo_imported(gtest libgtest_main.a libgtest.a)
+if(WIN32)
+  tavo_imported(log4cplus liblog4cplusSU.a)
+  target_compile_definitions(log4cplus INTERFACE UNICODE _UNICODE)
+  target_link_libraries(log4cplus INTERFACE ws2_32)
+else()
+  find_package(Threads REQUIRED)
+  target_link_libraries(gtest INTERFACE Threads::Threads)
+endif()

@@ -1,0 +1,40 @@
+# Sourced by ./dev: the main job, run for real.
+
+# wait_for_client LOG PID: until the PLM client serves its pipe; fails where it ended.
+wait_for_client() {
+  local tries
+  for tries in $(seq 100); do
+    grep -q '^serving' "$1" 2>/dev/null && return
+    kill -0 "$2" 2>/dev/null || fail "the PLM client ended: $(cat "$1")"
+    sleep 0.1
+  done
+  fail "the PLM client does not serve its pipe"
+}
+
+demo() {
+  build
+  start_display
+  # The add-in's folders and the models lie on the prefix's drive C, so that the answers can name them.
+  export WINEPREFIX="$root/build/windows/wine" TAVO_HOME='C:\tavo-demo\home'
+  local bin=build/windows/bin folder="$WINEPREFIX/drive_c/tavo-demo" client
+  scripts/wine cmd /c ver >/dev/null  # makes the prefix
+  rm -rf "$folder"
+  mkdir -p "$folder/download/nut-new" "$folder/home"
+
+  say "making model files, registering the add-in"
+  scripts/wine "$bin/cad_host.exe" demo/models.txt >/dev/null
+  scripts/wine regsvr32 /s "$bin/solidworks_add_in.dll"
+  say "the PLM client starts, then the CAD host: \"->\" is the host calling the add-in, below it the add-in calling the host"
+  scripts/wine "$bin/plm_client.exe" --answers demo/answers > >(tee "$folder/plm_client.log") &
+  client=$!
+  started+=("$client")
+  wait_for_client "$folder/plm_client.log" "$client"
+  scripts/wine "$bin/cad_host.exe" --state 'C:\tavo-demo' demo/session.txt || fail "the session failed"
+  kill "$client"
+  scripts/wine regsvr32 /u /s "$bin/solidworks_add_in.dll"
+
+  say "the add-in's log"
+  cat "$folder/home/log/SolidWorks.log"
+  say "where things are"
+  (cd "$root" && find "${folder#"$root"/}" -type f | sort)
+}

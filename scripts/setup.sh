@@ -1,0 +1,81 @@
+# Sourced by ./dev: brings a bare Debian 12 machine to where the project builds.
+
+packages=(
+  g++ cmake ninja-build make pkg-config python3-minimal                 # native build and scripts
+  g++-mingw-w64-x86-64-posix mingw-w64-tools                            # cross build, widl
+  wine wine64 libwine-dev xvfb xauth fonts-dejavu-core fonts-wqy-microhei  # running it
+  rapidjson-dev googletest dpkg-dev                                     # libraries, source packages
+  libgsf-bin                                                            # tests: an independent reader of OLE files
+  clang-format clang-tidy-16                                            # ./dev lint
+)
+
+as_root() {
+  if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi
+}
+
+install_packages() {
+  local missing=() package
+  for package in "${packages[@]}"; do
+    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return
+  say "installing ${missing[*]}"
+  as_root apt-get update -qq
+  as_root env DEBIAN_FRONTEND=noninteractive \
+    apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# fetch_source PACKAGE FOLDER: unpacks a Debian source package, from the machine's own package sources
+# with "deb" read as "deb-src"; neither root nor a change to the machine is needed.
+fetch_source() {
+  local package="$1" folder="$2" apt="$root/build/deps/apt" file
+  mkdir -p "$apt/lists/partial" "$apt/sources" "$apt/download"
+  for file in /etc/apt/sources.list.d/*.sources; do
+    [ -e "$file" ] && sed 's/^Types:.*/Types: deb-src/' "$file" >"$apt/sources/$(basename "$file")"
+  done
+  for file in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
+    [ -e "$file" ] && sed -n 's/^deb /deb-src /p' "$file" >"$apt/sources/$(basename "$file" .list).list"
+  done
+  local options=(-o Dir::Etc::sourcelist=/dev/null -o "Dir::Etc::sourceparts=$apt/sources"
+                 -o "Dir::State::lists=$apt/lists" -o APT::Sandbox::User= -qq)
+  apt-get "${options[@]}" update || true  # another vendor's list without sources is no failure
+  (cd "$apt/download" && apt-get "${options[@]}" source --download-only "$package" >/dev/null)
+  rm -rf "$folder"
+  dpkg-source --no-check -x "$apt"/download/"$package"_*.dsc "$folder" >/dev/null
+}
+
+# build_dependency KIND NAME SOURCE [CMAKE_ARGUMENT ...]: builds and installs into build/deps/KIND, once.
+build_dependency() {
+  local kind="$1" name="$2" source="$3"
+  shift 3
+  local prefix="$root/build/deps/$kind" work="$root/build/deps/$kind/work/$name"
+  local stamp="$prefix/.$name"
+  [ "$(cat "$stamp" 2>/dev/null)" = "$*" ] && return
+  [ "$name" = log4cplus ] && fetch_source log4cplus "$source"
+  say "building $name ($kind)"
+  local toolchain=()
+  [ "$kind" = windows ] && toolchain=(-DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64.cmake")
+  {
+    cmake -S "$source" -B "$work" -G Ninja -DCMAKE_BUILD_TYPE=Release "${toolchain[@]}" \
+      -DCMAKE_INSTALL_PREFIX="$prefix" -DCMAKE_INSTALL_LIBDIR=lib "$@" &&
+    cmake --build "$work" && cmake --install "$work"
+  } >"$prefix/$name.log" 2>&1 || fail "$name does not build: see $prefix/$name.log"
+  echo "$*" >"$stamp"
+}
+
+setup() {
+  install_packages
+  mkdir -p build/deps/windows/include build/deps/native/include
+  # RapidJSON is headers only; /usr/include itself must never be on the cross compiler's path.
+  cp -ru /usr/include/rapidjson build/deps/windows/include/
+  cp -ru /usr/include/rapidjson build/deps/native/include/
+  build_dependency native googletest /usr/src/googletest -DBUILD_GMOCK=OFF
+  build_dependency windows googletest /usr/src/googletest -DBUILD_GMOCK=OFF
+  # No thread pool: a DLL that joins threads while it unloads deadlocks. With wide file names: a log folder
+  # may lie below a user's name in any script, and MinGW's streams take such names although the library
+  # believes it of another compiler's only.
+  build_dependency windows log4cplus "$root/build/deps/log4cplus-source" \
+    -DCMAKE_CXX_FLAGS=-DLOG4CPLUS_FSTREAM_ACCEPTS_WCHAR_T \
+    -DUNICODE=ON -DBUILD_SHARED_LIBS=OFF -DLOG4CPLUS_ENABLE_THREAD_POOL=OFF \
+    -DLOG4CPLUS_BUILD_TESTING=OFF -DLOG4CPLUS_BUILD_LOGGINGSERVER=OFF -DWITH_UNIT_TESTS=OFF
+}
