@@ -1,0 +1,62 @@
+#include "CZALCIHandlerContextHelper.h"
+
+#include <windows.h>
+
+#include <memory>
+
+#include "HexCode.h"
+#include "PlatformCodes.h"
+
+namespace {
+struct PlatformText {
+  long code;
+  const wchar_t* text;
+};
+
+constexpr PlatformText kPlatformTexts[] = {
+    {platform_code::kDownloadMissing, L"The downloaded file was not found."},
+    {platform_code::kCopyFailed, L"The file could not be copied."},
+    {platform_code::kMoveToBackupFailed, L"The file could not be moved to the backup folder."},
+    {platform_code::kBackupFolderNotMade, L"The backup folder could not be made."},
+    {platform_code::kJsonMemberMissing, L"An expected entry is missing in the data."},
+    {platform_code::kJsonWrongType, L"The data is malformed, or an entry is not of the expected type."},
+    {platform_code::kNoAnswer, L"The PLM client gave no answer."},
+    {platform_code::kBackupFolderInvalid, L"The path of the backup folder is not valid."},
+};
+
+// Empty where `code` is none of the platform's.
+std::wstring TextOfPlatform(long code) {
+  for (const PlatformText& entry : kPlatformTexts) {
+    if (entry.code == code) return entry.text;
+  }
+  return {};
+}
+
+struct LocalFreer {
+  void operator()(wchar_t* memory) const { LocalFree(memory); }
+};
+
+// Empty where the system knows no text.
+std::wstring TextOfSystem(long code) {
+  wchar_t* buffer = nullptr;
+  const DWORD length = FormatMessageW(
+      FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+      static_cast<DWORD>(code), 0, reinterpret_cast<LPWSTR>(&buffer), 0, nullptr);
+  const std::unique_ptr<wchar_t, LocalFreer> owner(buffer);
+  std::wstring text(buffer ? buffer : L"", length);
+  text.erase(text.find_last_not_of(L" \t\r\n") + 1);
+  return text;
+}
+}  // namespace
+
+CZALCIHandlerContextHelper& CZALCIHandlerContextHelper::Instance() {
+  static CZALCIHandlerContextHelper instance;
+  return instance;
+}
+
+ZALErrorMsg CZALCIHandlerContextHelper::GetErrorMsg(long code) const {
+  std::wstring text = TextOfPlatform(code);
+  if (text.empty()) text = TextOfSystem(code);
+  if (text.empty()) text = L"Unknown error " + HexCode(code) + L".";
+  return {code, text};
+}

@@ -1,0 +1,160 @@
+/// @file JSON objects over RapidJSON.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "CStringHelper.h"
+#include "CZALException.h"
+#include "JsonMemberIndex.h"
+#include "PlatformCodes.h"
+#include "RapidJsonConfig.h"
+
+/// A JSON value: the root of a document of its own, or a view on a value of another object's document.
+///
+/// Keys and strings cross this interface as wide strings and are UTF-8 inside. Keys are plain names,
+/// compared exactly; of equal names the first wins. The exported operations read a missing member, a
+/// member of the wrong type and a value that is no object alike, as each operation says; only the
+/// inline accessors and GetPropertyStringArrayValue throw.
+class CJsonObject {
+ public:
+  using Document = rapidjson::Document;
+  using Pointer = std::shared_ptr<CJsonObject>;
+
+  /// An empty object `{}` with a document of its own.
+  CJsonObject();
+
+  /// A view on `value`, which lives in `document`: changes through the view are changes of the parent,
+  /// until the parent gets other content or a new member; then a new view is needed. The old one is safe
+  /// to use still.
+  CJsonObject(std::shared_ptr<Document> document, rapidjson::Value* value)
+      : m_pDocument(std::move(document)), m_pValue(value) {}
+
+  CJsonObject(const CJsonObject&) = delete;
+  CJsonObject& operator=(const CJsonObject&) = delete;
+  virtual ~CJsonObject() = default;
+
+  /// Parses `text` into this object, replacing its content.
+  /// @return false, with this an empty object, where the text is empty, malformed or nested deeper than
+  ///         1,000 levels. Nothing is thrown.
+  bool CreateFrom(const std::wstring& text);
+
+  /// Parses the UTF-8 file at `path` into this object, replacing its content; a byte-order mark is
+  /// accepted.
+  /// @throws CZALException naming the path, and line and column of the first fault, where the file
+  ///         cannot be read or is malformed. This object is then unchanged.
+  void CreateFromFile(const std::wstring& path);
+
+  /// The compact JSON text: members in order; only the quote, the backslash and control characters are
+  /// escaped.
+  std::wstring ToJson() const;
+
+  /// The string member `key`; the empty string where it is missing or no string.
+  std::wstring GetStringValue(const std::wstring& key) const;
+
+  /// The integer member `key`; 0 where it is missing, no number, a fraction or beyond 32 bits.
+  long GetLongValue(const std::wstring& key) const;
+
+  /// (found, value) of the boolean member `key`; (false, false) where it is missing or no boolean.
+  std::pair<bool, bool> GetPropertyBoolValue(const std::wstring& key) const;
+
+  /// (found, strings in array order) of the member `key`; (false, empty) where it is missing.
+  /// @throws CZALException 0xA3013001 "json member [KEY] is not Array!" where the member is anything but
+  ///         an array of strings.
+  std::pair<bool, std::vector<std::wstring>> GetPropertyStringArrayValue(const std::wstring& key) const;
+
+  /// Whether the member `key` exists, of whatever type.
+  bool IsExist(const std::wstring& key) const;
+
+  /// Adds the string member `key`, or replaces its value. A value that is no object becomes one.
+  void SetStringValue(const std::wstring& key, const std::wstring& value);
+
+  /// The document, for making a view.
+  const std::shared_ptr<Document>& Share() const { return m_pDocument; }
+
+  /// One object per element of the array member `key`, each with a document of its own that holds a deep
+  /// copy of the element's members.
+  /// @throws CZALException 0xA3013000 where the member is missing, 0xA3013001 where it is no array or an
+  ///         element is no object.
+  std::vector<Pointer> GetObjectArray(const std::wstring& key) const {
+    const rapidjson::Value& array = FindMember(key);
+    if (!array.IsArray()) throw WrongType(key, L"Array");
+    std::vector<Pointer> objects;
+    objects.reserve(array.Size());
+    for (const rapidjson::Value& element : array.GetArray()) {
+      objects.push_back(CopyOf(element));
+    }
+    return objects;
+  }
+
+  /// The object member `key`, with a document of its own that holds a deep copy of the members.
+  /// @throws CZALException 0xA3013000 where the member is missing, 0xA3013001 where it is no object.
+  Pointer GetObjectCopy(const std::wstring& key) const {
+    const rapidjson::Value& object = FindMember(key);
+    if (!object.IsObject()) throw WrongType(key, L"Object");
+    return CopyOf(object);
+  }
+
+  /// The object member `key` as a view on this object's document.
+  /// @throws CZALException 0xA3013000 where the member is missing, 0xA3013001 where it is no object.
+  Pointer GetObjectShared(const std::wstring& key) const {
+    rapidjson::Value& object = FindMember(key);
+    if (!object.IsObject()) throw WrongType(key, L"Object");
+    return std::make_shared<CJsonObject>(Share(), &object);
+  }
+
+  /// Replaces this object's content by a deep copy of all members of `other`, which must be an object;
+  /// either may be a view on a part of the other.
+  void CopyFrom(const CJsonObject& other) {
+    rapidjson::Value copy(rapidjson::kObjectType);
+    CopyMembers(*other.m_pValue, copy);
+    *m_pValue = copy;
+  }
+
+ private:
+  static CZALException WrongType(const std::wstring& key, const wchar_t* type) {
+    return {platform_code::kJsonWrongType, L"json member [" + key + L"] is not " + type + L"!"};
+  }
+
+  /// The first member `key`; throws 0xA3013000 where there is none, also where this is no object.
+  rapidjson::Value& FindMember(const std::wstring& key) const {
+    rapidjson::Value* member = FindMemberOrNull(key);
+    if (!member) {
+      throw CZALException(platform_code::kJsonMemberMissing, L"json member [" + key + L"] not exist!");
+    }
+    return *member;
+  }
+
+  rapidjson::Value* FindMemberOrNull(const std::wstring& key) const {
+    RAPIDJSON_ASSERT(m_pDocument != nullptr);
+    if (!m_pValue->IsObject()) return nullptr;
+    return m_members.Find(*m_pValue, CStringHelper::UnicodeToUTF8(key));
+  }
+
+  /// An object with a document of its own that holds deep copies of the members of `object`.
+  static Pointer CopyOf(const rapidjson::Value& object) {
+    auto copy = std::make_shared<CJsonObject>();
+    copy->CopyMembers(object, *copy->m_pValue);
+    return copy;
+  }
+
+  /// Adds deep copies of the members of `object` to `target`, a value of this document, in member order.
+  void CopyMembers(const rapidjson::Value& object, rapidjson::Value& target) const {
+    auto& allocator = m_pDocument->GetAllocator();
+    for (const auto& member : object.GetObject()) {
+      target.AddMember(CopyValue(member.name, allocator), CopyValue(member.value, allocator), allocator);
+    }
+  }
+
+  /// A deep copy of `value`, strings included.
+  static rapidjson::Value CopyValue(const rapidjson::Value& value, Document::AllocatorType& allocator);
+
+  /// Takes over what was parsed. Views on this object, or its parent, keep the document that they share.
+  void ReplaceBy(Document&& document);
+
+  std::shared_ptr<Document> m_pDocument;
+  rapidjson::Value* m_pValue;         // within *m_pDocument
+  mutable JsonMemberIndex m_members;  // of *m_pValue
+};

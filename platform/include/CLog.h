@@ -1,0 +1,15 @@
+/// @file Writing to the log.
+#pragma once
+
+#include <string>
+
+class CLog {
+ public:
+  /// Writes one event. Never throws and never fails visibly; before the log is initialised the event is
+  /// dropped.
+  /// @param file, line, function where the event comes from; they go into the event.
+  /// @param channel the logger's name.
+  /// @param level the priority as it stands (40000 error, 20000 information).
+  static void Print(const char* file, int line, const char* function, const std::wstring& channel, int level,
+                    const std::wstring& message) noexcept;
+};

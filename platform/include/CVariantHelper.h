@@ -1,0 +1,17 @@
+/// @file VARIANTs as C++ values.
+#pragma once
+
+#include <windows.h>
+
+#include <oaidl.h>
+
+#include <vector>
+
+#include "CComBSTR.h"
+
+class CVariantHelper {
+ public:
+  /// Turns an array of BSTR into `list`, in array order. VT_EMPTY and VT_NULL are an array without names.
+  /// @return S_OK; DISP_E_TYPEMISMATCH, with `list` empty, for anything else.
+  static HRESULT Var2StringList(const VARIANT& variant, std::vector<CComBSTR>& list);
+};

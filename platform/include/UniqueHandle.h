@@ -1,0 +1,19 @@
+/// @file An owner for a kernel handle.
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+
+struct HandleCloser {
+  using pointer = HANDLE;
+  void operator()(HANDLE handle) const noexcept { CloseHandle(handle); }
+};
+
+/// Closes the handle it holds.
+using UniqueHandle = std::unique_ptr<void, HandleCloser>;
+
+/// Takes `handle` over from a system call. Null for both values with which calls report failure.
+inline UniqueHandle OwnHandle(HANDLE handle) noexcept {
+  return UniqueHandle(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
+}

@@ -1,0 +1,91 @@
+#include "CZALCmdInvoker.h"
+
+#include <atomic>
+#include <exception>
+#include <optional>
+#include <utility>
+
+#include "CStringHelper.h"
+#include "CZALException.h"
+#include "ClientConfiguration.h"
+#include "ClientConnector.h"
+#include "NoAnswer.h"
+#include "PipeConnection.h"
+#include "PlatformLog.h"
+#include "ServingWait.h"
+
+using invoker::NoAnswer;
+using invoker::PipeConnection;
+using invoker::ServingWait;
+
+namespace {
+
+constexpr wchar_t kDefaultFile[] = L"PlmClient.json";
+
+/// Holds `busy` while a command is under way.
+class CommandUnderWay {
+ public:
+  explicit CommandUnderWay(std::atomic<bool>& busy) : m_busy(busy) {
+    if (m_busy.exchange(true)) throw NoAnswer{L"another command is still waiting for its answer"};
+  }
+  CommandUnderWay(const CommandUnderWay&) = delete;
+  CommandUnderWay& operator=(const CommandUnderWay&) = delete;
+  ~CommandUnderWay() { m_busy = false; }
+
+ private:
+  std::atomic<bool>& m_busy;
+};
+
+void TellNoAnswer(const std::wstring& command, const std::wstring& reason) {
+  LogPlatformError(L"PLM command [" + command + L"] got no answer: " + reason);
+}
+
+}  // namespace
+
+class CZALCmdInvoker::Impl {
+ public:
+  Impl(std::wstring name, std::wstring file)
+      : m_name(std::move(name)), m_file(file.empty() ? kDefaultFile : std::move(file)) {}
+
+  std::wstring Invoke(const std::wstring& command, const std::wstring& json) {
+    const CommandUnderWay underWay(m_busy);
+    ServingWait wait;
+    PipeConnection connection = Connect(wait);
+    std::wstring answer = connection.Ask(command, json, wait);
+    if (connection.IsUsable()) m_kept.emplace(std::move(connection));
+    return answer;
+  }
+
+ private:
+  /// The kept connection if it is still usable, else a new one. It is kept again only after an answer: over
+  /// a connection that failed, something late may yet come.
+  PipeConnection Connect(ServingWait& wait) {
+    std::optional<PipeConnection> kept = std::exchange(m_kept, std::nullopt);
+    if (kept && kept->IsUsable()) return std::move(*kept);
+    kept.reset();  // a client that serves one connection at a time must see this one end first
+    return PipeConnection(ConnectToClient(invoker::ReadClientConfiguration(m_name, m_file), wait));
+  }
+
+  const std::wstring m_name;
+  const std::wstring m_file;
+  std::atomic<bool> m_busy = false;
+  std::optional<PipeConnection> m_kept;
+};
+
+CZALCmdInvoker::CZALCmdInvoker(std::wstring name, std::wstring file)
+    : m_impl(std::make_unique<Impl>(std::move(name), std::move(file))) {}
+
+CZALCmdInvoker::~CZALCmdInvoker() = default;
+
+std::wstring CZALCmdInvoker::Invoke(const std::wstring& command, std::wstring json) {
+  try {
+    return m_impl->Invoke(command, json);
+  } catch (const NoAnswer& failure) {
+    TellNoAnswer(command, failure.reason);
+  } catch (const CZALException& exception) {
+    TellNoAnswer(command, exception.GetErrorMessage());
+  } catch (const std::exception& exception) {
+    TellNoAnswer(command, CStringHelper::UTF8ToUnicode(exception.what()));
+  }
+  return {};
+}

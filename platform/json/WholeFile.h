@@ -1,0 +1,8 @@
+/// @file Reading a file at once. The two systems open files and give their reasons differently.
+#pragma once
+
+#include <string>
+
+/// The bytes of the file at `path`, which may be of any length.
+/// @throws CZALException 0xA3013001 that names the path and the system's reason.
+std::string ReadWholeFile(const std::wstring& path);

@@ -1,0 +1,61 @@
+#include "CLogInitializer.h"
+
+#include <log4cplus/appender.h>
+#include <log4cplus/hierarchy.h>
+#include <log4cplus/logger.h>
+
+#include <atomic>
+#include <exception>
+
+#include "LogConfiguration.h"
+#include "PlatformLog.h"
+
+namespace {
+constinit std::atomic<bool> is_running = false;
+
+// A file whose locale could not write some text throws when it is closed, and is closed after that. Left to
+// its destructor the exception would end the host.
+void Close(log4cplus::Appender& appender) {
+  for (int attempt = 0; attempt < 2 && !appender.isClosed(); ++attempt) {
+    try {
+      appender.close();
+    } catch (const std::exception&) {
+    }
+  }
+}
+
+void CloseAppenders() {
+  log4cplus::LoggerList loggers = log4cplus::Logger::getCurrentLoggers();
+  loggers.push_back(log4cplus::Logger::getRoot());
+  for (log4cplus::Logger& logger : loggers) {
+    for (const log4cplus::SharedAppenderPtr& appender : logger.getAllAppenders()) Close(*appender);
+  }
+}
+}  // namespace
+
+bool CLogInitializer::Initialized() noexcept { return is_running; }
+
+bool CLogInitializer::Initialize(const std::wstring& folder, const std::wstring& application,
+                                 const std::wstring& propertiesFile) noexcept {
+  if (Initialized()) return true;
+  if (folder.empty()) return false;
+  try {
+    const std::vector<std::wstring> faults = ConfigureLog(folder, application, propertiesFile);
+    m_isOwner = true;
+    is_running = true;
+    for (const std::wstring& fault : faults) LogPlatformError(fault);
+    return true;
+  } catch (...) {
+    return false;
+  }
+}
+
+CLogInitializer::~CLogInitializer() {
+  if (!m_isOwner) return;
+  is_running = false;
+  try {
+    CloseAppenders();
+    log4cplus::Logger::getDefaultHierarchy().resetConfiguration();
+  } catch (...) {  // whatever it was, the host goes on unloading
+  }
+}

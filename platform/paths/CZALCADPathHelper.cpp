@@ -1,0 +1,84 @@
+#include "CZALCADPathHelper.h"
+
+#include <windows.h>
+
+#include "CFileHelper.h"
+#include "CFilePathHelper.h"
+
+namespace {
+// The configuration folder's name, chosen once for the process.
+std::wstring& ChosenName() {
+  static std::wstring name;
+  return name;
+}
+
+// The variable's value; empty where it is not set. Not by the C runtime, which copied the environment
+// when the process began.
+std::wstring EnvironmentVariable(const wchar_t* name) {
+  std::wstring value(GetEnvironmentVariableW(name, nullptr, 0), L'\0');
+  value.resize(GetEnvironmentVariableW(name, value.data(), static_cast<DWORD>(value.size())));
+  return value;
+}
+
+// Without a separator at its end; empty where there is none.
+std::wstring RootFolder() {
+  std::wstring root = EnvironmentVariable(L"TAVO_HOME");
+  if (root.empty()) {
+    root = EnvironmentVariable(L"APPDATA");
+    if (!root.empty()) root += L"\\TAVO";
+  }
+  while (root.ends_with(L'\\') || root.ends_with(L'/')) root.pop_back();
+  return root;
+}
+
+// The folder of the module that this code is linked into.
+std::wstring ModuleFolder() {
+  HMODULE module = nullptr;
+  GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                     reinterpret_cast<LPCWSTR>(&ModuleFolder), &module);
+  std::wstring path(MAX_PATH, L'\0');
+  DWORD length = GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size()));
+  while (length == path.size()) {  // did not fit
+    path.resize(path.size() * 2);
+    length = GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size()));
+  }
+  path.resize(length);
+  std::wstring folder, name;
+  CFilePathHelper::SplitFilePath(path, folder, name);
+  return folder;
+}
+
+bool IsFile(const std::wstring& path) {
+  const DWORD attributes = GetFileAttributesW(CFilePathHelper::ToSystemPath(path).c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
+}
+
+constexpr long kNoRoot = static_cast<long>(0x80070003);         // ERROR_PATH_NOT_FOUND
+constexpr long kFolderNotMade = static_cast<long>(0x80070052);  // ERROR_CANNOT_MAKE
+}  // namespace
+
+long CZALCADPathHelper::InitCADCfgPath(const std::wstring& name) {
+  ChosenName() = name;
+  return RootFolder().empty() ? kNoRoot : S_OK;
+}
+
+long CZALCADPathHelper::GetCADCfgPath(const std::wstring& name, const std::wstring& file,
+                                      std::wstring& path) {
+  const std::wstring root = RootFolder();
+  const std::wstring own = root + L"\\config\\" + (name.empty() ? ChosenName() : name) + L"\\" + file;
+  const std::wstring installed = ModuleFolder() + L"\\config\\" + file;
+  if (root.empty()) {
+    path = IsFile(installed) ? installed : std::wstring();
+    return kNoRoot;
+  }
+  path = !IsFile(own) && IsFile(installed) ? installed : own;
+  return S_OK;
+}
+
+long CZALCADPathHelper::GetCADCfgLogPath(std::wstring& path) {
+  const std::wstring root = RootFolder();
+  path.clear();
+  if (root.empty()) return kNoRoot;
+  path = root + L"\\log";
+  return CFileHelper::CreateFolder(path, false) ? S_OK : kFolderNotMade;
+}
