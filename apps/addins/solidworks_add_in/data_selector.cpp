@@ -1,0 +1,62 @@
+// Files that the user chose in a panel of the PLM client: opened, inserted, put in the place of others.
+#include "module/module_state.h"
+#include "plm_commands.h"
+#include "solidworks_add_in.h"
+
+namespace {
+
+// Members of an answer: what is to be done with the files under it.
+constexpr const wchar_t* kOpenFile = L"OpenFile";
+constexpr const wchar_t* kInsertFile = L"InsertFile";
+constexpr const wchar_t* kReplaceFileByCovering = L"ReplaceFileByCovering";
+constexpr const wchar_t* kReplaceFile = L"ReplaceFile";
+
+}  // namespace
+
+STDMETHODIMP CSolidWorksAddIn::OpenDataSelector() {
+  const ModuleState state;
+  ApplyFileSelection(plm_command::kDataSelector);
+  return S_OK;
+}
+
+STDMETHODIMP CSolidWorksAddIn::PlmQuery() {
+  const ModuleState state;
+  ApplyFileSelection(plm_command::kQuery);
+  return S_OK;
+}
+
+STDMETHODIMP CSolidWorksAddIn::PlmMyCheckOutList() {
+  const ModuleState state;
+  const std::wstring answer = SendCommand(plm_command::kMyCheckOutList);
+  if (answer.empty()) return S_OK;
+  CJsonObject selection;
+  selection.CreateFrom(answer);
+  OpenFiles(selection);
+  return S_OK;
+}
+
+STDMETHODIMP CSolidWorksAddIn::PlmTaskManage() {
+  const ModuleState state;
+  CJsonObject selection;
+  selection.CreateFrom(SendCommand(plm_command::kTaskManage, LoginText()));
+  OpenFiles(selection);
+  return S_OK;
+}
+
+/// Sends `command` with the login's text and acts on the files of the answer: kind by kind in a fixed
+/// order, whatever the order of its members. A file that fails does not stop the next one.
+void CSolidWorksAddIn::ApplyFileSelection(const wchar_t* command) {
+  CJsonObject selection;
+  selection.CreateFrom(SendCommand(command, LoginText()));
+  OpenFiles(selection);
+  for (const auto& path : selection.GetPropertyStringArrayValue(kInsertFile).second) InsertChildFile(path);
+  for (const auto& path : selection.GetPropertyStringArrayValue(kReplaceFileByCovering).second) {
+    ReplaceCurrentFileByCovering(path);
+  }
+  for (const auto& path : selection.GetPropertyStringArrayValue(kReplaceFile).second)
+    ReplaceCurrentFile(path);
+}
+
+void CSolidWorksAddIn::OpenFiles(const CJsonObject& selection) {
+  for (const auto& path : selection.GetPropertyStringArrayValue(kOpenFile).second) OpenFilePath(path);
+}

@@ -1,0 +1,45 @@
+/// @file Bitmap resources as files.
+#pragma once
+
+#include <windows.h>
+
+#include <comdef.h>
+
+#include <deque>
+#include <string>
+
+#include "com_object.h"
+#include "solidworks_add_in_h.h"
+
+_COM_SMARTPTR_TYPEDEF(IBitmapHandler, __uuidof(IBitmapHandler));
+
+/// Writes bitmap resources of the add-in to temporary files and deletes them when it is disposed of, at the
+/// latest when it goes.
+class CBitmapHandler : public IBitmapHandler {
+ public:
+  CBitmapHandler() = default;
+  CBitmapHandler(const CBitmapHandler&) = delete;
+  CBitmapHandler& operator=(const CBitmapHandler&) = delete;
+  virtual ~CBitmapHandler();
+
+  void* FindInterface(REFIID iid) noexcept { return FindInterfaceOf<IBitmapHandler>(this, iid); }
+
+  STDMETHODIMP GetTypeInfoCount(UINT* count) override;
+  STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
+  STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override;
+  STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters, VARIANT* result,
+                      EXCEPINFO* exception, UINT* bad_argument) override;
+
+  /// Writes the bitmap `resID` (its low 16 bits count) to a new file in the temporary folder.
+  /// @param retval the file's full path; null after a failure.
+  /// @return S_OK, or E_FAIL where there is no such bitmap or the file cannot be written. An empty file
+  ///         may then be left, which no Dispose deletes.
+  /// @throws _com_error E_OUTOFMEMORY where the path cannot be handed over.
+  STDMETHODIMP CreateBitmapFileFromResource(LONG resID, BSTR* retval) override;
+
+  /// Deletes all files made so far; one that cannot be deleted is let be. @return S_OK.
+  STDMETHODIMP Dispose() override;
+
+ private:
+  std::deque<std::wstring> m_files;
+};

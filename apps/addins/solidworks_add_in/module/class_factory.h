@@ -1,0 +1,28 @@
+/// @file The class object of a creatable class.
+#pragma once
+
+#include <windows.h>
+
+#include <unknwn.h>
+
+#include "com_module.h"
+#include "com_object.h"
+
+/// A standard COM class object: every CreateInstance makes a new object of the one class.
+class ClassFactory : public IClassFactory {
+ public:
+  explicit ClassFactory(const CreatableClass& creatable) : m_class(creatable) {}
+  ClassFactory(const ClassFactory&) = delete;
+  ClassFactory& operator=(const ClassFactory&) = delete;
+  virtual ~ClassFactory() = default;
+
+  void* FindInterface(REFIID iid) noexcept { return FindInterfaceOf<IClassFactory>(this, iid); }
+
+  /// @return CLASS_E_NOAGGREGATION where there is an `outer` object; what the creation says.
+  STDMETHODIMP CreateInstance(IUnknown* outer, REFIID iid, void** object) override;
+
+  STDMETHODIMP LockServer(BOOL lock) override;
+
+ private:
+  const CreatableClass& m_class;
+};

@@ -1,0 +1,115 @@
+#include "dispatch.h"
+
+#include <iterator>
+
+#include "exception_info.h"
+#include "type_library.h"
+
+namespace {
+
+/// A command and the method that tells whether it is enabled. Row r has the dispatch ids 2r + 1 and 2r + 2.
+struct MethodPair {
+  const wchar_t* command_name;
+  HRESULT (STDMETHODCALLTYPE ISolidWorksAddIn::*command)();
+  const wchar_t* enable_name;
+  HRESULT (STDMETHODCALLTYPE ISolidWorksAddIn::*enable)(LONG* status);
+};
+
+using I = ISolidWorksAddIn;
+constexpr MethodPair kMethods[] = {
+    {L"PlmLogin", &I::PlmLogin, L"EnablePlmLogin", &I::EnablePlmLogin},
+    {L"PlmLogOut", &I::PlmLogOut, L"EnablePlmLogOut", &I::EnablePlmLogOut},
+    {L"OpenDataSelector", &I::OpenDataSelector, L"EnableOpenDataSelector", &I::EnableOpenDataSelector},
+    {L"PlmMyCheckOutList", &I::PlmMyCheckOutList, L"EnablePlmMyCheckOutList", &I::EnablePlmMyCheckOutList},
+    {L"PlmWf", &I::PlmWf, L"EnablePlmWf", &I::EnablePlmWf},
+    {L"PlmCode", &I::PlmCode, L"EnablePlmCode", &I::EnablePlmCode},
+    {L"PlmQuery", &I::PlmQuery, L"EnablePlmQuery", &I::EnablePlmQuery},
+    {L"PlmImportCurrent", &I::PlmImportCurrent, L"EnableImportCurrent", &I::EnableImportCurrent},
+    {L"PlmLotimport", &I::PlmLotimport, L"EnableLotimport", &I::EnableLotimport},
+    {L"PlmCreateMaterial", &I::PlmCreateMaterial, L"EnablePlmCreateMaterial", &I::EnablePlmCreateMaterial},
+    {L"PlmMyTempMaterial", &I::PlmMyTempMaterial, L"EnablePlmMyTempMaterial", &I::EnablePlmMyTempMaterial},
+    {L"PlmTaskManage", &I::PlmTaskManage, L"EnablePlmTaskManage", &I::EnablePlmTaskManage},
+    {L"PlmMaterialBackFill", &I::PlmMaterialBackFill, L"EnablePlmMaterialBackFill",
+     &I::EnablePlmMaterialBackFill},
+    {L"PlmImportChangeItem", &I::PlmImportChangeItem, L"EnablePlmImportChangeItem",
+     &I::EnablePlmImportChangeItem},
+};
+
+constexpr DISPID kFirstId = 1;
+constexpr DISPID kLastId = 2 * std::size(kMethods);
+
+const MethodPair& PairOf(DISPID id) { return kMethods[(id - kFirstId) / 2]; }
+bool IsEnable(DISPID id) { return id % 2 == 0; }
+const wchar_t* NameOf(DISPID id) { return IsEnable(id) ? PairOf(id).enable_name : PairOf(id).command_name; }
+
+bool SameName(const wchar_t* a, const wchar_t* b) {
+  return CompareStringOrdinal(a, -1, b, -1, TRUE) == CSTR_EQUAL;
+}
+
+DISPID FindId(const wchar_t* name) {
+  for (DISPID id = kFirstId; id <= kLastId; ++id) {
+    if (name && SameName(name, NameOf(id))) return id;
+  }
+  return DISPID_UNKNOWN;
+}
+
+/// Whether the method `id` can be called so; S_OK or the code to return.
+HRESULT CheckCall(DISPID id, WORD flags, const DISPPARAMS& parameters, UINT* bad_argument) {
+  if (id < kFirstId || id > kLastId || !(flags & DISPATCH_METHOD)) return DISP_E_MEMBERNOTFOUND;
+  if (parameters.cNamedArgs > 0) return DISP_E_NONAMEDARGS;
+  if (parameters.cArgs > (IsEnable(id) ? 1u : 0u)) return DISP_E_BADPARAMCOUNT;
+  if (parameters.cArgs == 1 && V_VT(&parameters.rgvarg[0]) != (VT_BYREF | VT_I4)) {
+    if (bad_argument) *bad_argument = 0;
+    return DISP_E_TYPEMISMATCH;
+  }
+  return S_OK;
+}
+
+HRESULT CallEnable(ISolidWorksAddIn& target, DISPID id, const DISPPARAMS& parameters, VARIANT* result) {
+  LONG status = 0;
+  LONG* const place = parameters.cArgs == 1 ? V_I4REF(&parameters.rgvarg[0]) : &status;
+  const HRESULT called = (target.*PairOf(id).enable)(place);
+  if (SUCCEEDED(called) && place == &status && result) {
+    V_VT(result) = VT_I4;
+    V_I4(result) = status;
+  }
+  return called;
+}
+
+}  // namespace
+
+namespace add_in_dispatch {
+
+HRESULT GetTypeInfoCount(UINT* count) noexcept { return type_library::CountInterfaceInfo(count); }
+
+HRESULT GetTypeInfo(UINT index, LCID, ITypeInfo** info) noexcept {
+  if (!info) return E_POINTER;
+  *info = nullptr;
+  return index == 0 ? type_library::GetInterfaceInfo(__uuidof(ISolidWorksAddIn), info) : DISP_E_BADINDEX;
+}
+
+HRESULT GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID, DISPID* ids) noexcept {
+  if (iid != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+  if (!names || !ids || count == 0) return E_INVALIDARG;
+  ids[0] = FindId(names[0]);
+  for (UINT argument = 1; argument < count; ++argument) ids[argument] = DISPID_UNKNOWN;
+  return ids[count - 1] == DISPID_UNKNOWN ? DISP_E_UNKNOWNNAME : S_OK;
+}
+
+HRESULT Invoke(ISolidWorksAddIn& target, DISPID id, REFIID iid, LCID, WORD flags, DISPPARAMS* parameters,
+               VARIANT* result, EXCEPINFO* exception, UINT* bad_argument) noexcept {
+  if (iid != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+  if (!parameters) return E_INVALIDARG;
+  if (result) VariantInit(result);
+  const HRESULT checked = CheckCall(id, flags, *parameters, bad_argument);
+  if (FAILED(checked)) return checked;
+  try {
+    const HRESULT called =
+        IsEnable(id) ? CallEnable(target, id, *parameters, result) : (target.*PairOf(id).command)();
+    return FAILED(called) ? AnswerFailure(called, exception) : S_OK;
+  } catch (...) {
+    return AnswerException(L"ISolidWorksAddIn", NameOf(id), exception);
+  }
+}
+
+}  // namespace add_in_dispatch

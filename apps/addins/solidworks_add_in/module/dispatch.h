@@ -1,0 +1,34 @@
+/// @file The dispatch face of the add-in object, through which the host calls methods by name.
+#pragma once
+
+#include <windows.h>
+
+#include "solidworks_add_in_h.h"
+
+/// IDispatch for ISolidWorksAddIn. The dispatch ids are those of the type library, 1 to 28.
+namespace add_in_dispatch {
+
+/// @return S_OK with 1, or E_POINTER.
+HRESULT GetTypeInfoCount(UINT* count) noexcept;
+
+/// The description of ISolidWorksAddIn from the type library in the DLL.
+/// @return DISP_E_BADINDEX for another index than 0; E_POINTER.
+HRESULT GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) noexcept;
+
+/// Finds the method `names[0]`, without regard to case.
+/// @return S_OK; DISP_E_UNKNOWNNAME where a name is unknown, whose id is DISPID_UNKNOWN then (so are the
+///         names of arguments, which methods here do not take by name); DISP_E_UNKNOWNINTERFACE where `iid`
+///         is not IID_NULL; E_INVALIDARG without names.
+HRESULT GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) noexcept;
+
+/// Calls the method `id` of `target`. A command takes no argument. An enable method writes its status into
+/// a long passed by reference, or into `result` where none is passed.
+/// @return S_OK; DISP_E_EXCEPTION where the method returned a failure or threw: `exception` has the code,
+///         and of an exception the text, which is logged as well; DISP_E_MEMBERNOTFOUND for an unknown id or
+///         flags without DISPATCH_METHOD; DISP_E_BADPARAMCOUNT, DISP_E_NONAMEDARGS; DISP_E_TYPEMISMATCH,
+///         with the position in `bad_argument`; DISP_E_UNKNOWNINTERFACE where `iid` is not IID_NULL;
+///         E_INVALIDARG without `parameters`.
+HRESULT Invoke(ISolidWorksAddIn& target, DISPID id, REFIID iid, LCID locale, WORD flags,
+               DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception, UINT* bad_argument) noexcept;
+
+}  // namespace add_in_dispatch

@@ -1,0 +1,151 @@
+#include "registrar.h"
+
+#include <objbase.h>
+
+#include <string>
+
+#include "CStringHelper.h"
+#include "PlatformLog.h"
+#include "caught_exception.h"
+#include "registry_script.h"
+#include "solidworks_add_in_h.h"
+
+namespace {
+
+using registry_script::Key;
+using registry_script::Removal;
+using registry_script::Value;
+
+/// An open key of the registry.
+class OpenKey {
+ public:
+  OpenKey() = default;
+  OpenKey(const OpenKey&) = delete;
+  OpenKey& operator=(const OpenKey&) = delete;
+  ~OpenKey() {
+    if (m_key) RegCloseKey(m_key);
+  }
+
+  HKEY* operator&() noexcept { return &m_key; }
+  operator HKEY() const noexcept { return m_key; }
+
+ private:
+  HKEY m_key = nullptr;
+};
+
+HRESULT PassOverAbsent(LSTATUS status) {
+  return status == ERROR_FILE_NOT_FOUND ? S_OK : HRESULT_FROM_WIN32(status);
+}
+
+void KeepFirstFailure(HRESULT& first, HRESULT result) {
+  if (SUCCEEDED(first) && FAILED(result)) first = result;
+}
+
+HRESULT WriteValue(HKEY key, const Value& value) {
+  if (const DWORD* const number = std::get_if<DWORD>(&value.data)) {
+    return HRESULT_FROM_WIN32(RegSetValueExW(key, value.name.c_str(), 0, REG_DWORD,
+                                             reinterpret_cast<const BYTE*>(number), sizeof *number));
+  }
+  const auto& text = std::get<std::wstring>(value.data);
+  const auto size = static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t));
+  return HRESULT_FROM_WIN32(
+      RegSetValueExW(key, value.name.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()), size));
+}
+
+HRESULT WriteKey(HKEY parent, const Key& key) {
+  HRESULT result = S_OK;
+  if (key.removal == Removal::kWhole) result = PassOverAbsent(RegDeleteTreeW(parent, key.name.c_str()));
+  if (FAILED(result)) return result;
+  OpenKey written;
+  result = HRESULT_FROM_WIN32(RegCreateKeyExW(parent, key.name.c_str(), 0, nullptr, 0, KEY_READ | KEY_WRITE,
+                                              nullptr, &written, nullptr));
+  for (const Value& value : key.values) {
+    if (SUCCEEDED(result)) result = WriteValue(written, value);
+  }
+  for (const Key& child : key.keys) {
+    if (SUCCEEDED(result)) result = WriteKey(written, child);
+  }
+  return result;
+}
+
+bool HasSubkeys(HKEY key) {
+  DWORD count = 0;
+  return RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &count, nullptr, nullptr, nullptr, nullptr, nullptr,
+                          nullptr, nullptr) == ERROR_SUCCESS &&
+         count > 0;
+}
+
+HRESULT RemoveKey(HKEY parent, const Key& key) {
+  if (key.removal == Removal::kWhole) return PassOverAbsent(RegDeleteTreeW(parent, key.name.c_str()));
+  OpenKey opened;
+  const LSTATUS status = RegOpenKeyExW(parent, key.name.c_str(), 0, KEY_READ | KEY_WRITE, &opened);
+  if (status != ERROR_SUCCESS) return PassOverAbsent(status);
+  HRESULT first = S_OK;
+  for (const Value& value : key.values) {
+    KeepFirstFailure(first, PassOverAbsent(RegDeleteValueW(opened, value.name.c_str())));
+  }
+  for (const Key& child : key.keys) KeepFirstFailure(first, RemoveKey(opened, child));
+  if (key.removal != Removal::kNever && !HasSubkeys(opened)) {
+    KeepFirstFailure(first, PassOverAbsent(RegDeleteKeyW(parent, key.name.c_str())));
+  }
+  return first;
+}
+
+std::wstring GuidText(REFGUID id) {
+  wchar_t text[39];
+  StringFromGUID2(id, text, static_cast<int>(std::size(text)));
+  return text;
+}
+
+/// The script `id` of the DLL: UTF-8 text in a resource of the type REGISTRY.
+std::wstring LoadScript(unsigned id) {
+  HINSTANCE module = CSolidWorksAddInModule::Instance().ModuleHandle();
+  HRSRC resource = FindResourceW(module, MAKEINTRESOURCEW(id), L"REGISTRY");
+  if (!resource) _com_issue_error(HRESULT_FROM_WIN32(GetLastError()));
+  const auto* const bytes = static_cast<const char*>(LockResource(LoadResource(module, resource)));
+  return CStringHelper::UTF8ToUnicode({bytes, SizeofResource(module, resource)});
+}
+
+std::vector<registry_script::Root> ReadScript(const CreatableClass& registered) {
+  const registry_script::Replacements replacements = {
+      {L"MODULE", CSolidWorksAddInModule::Instance().Path()},
+      {L"APPID", GuidText(APPID_SolidWorksAddIn)},
+      {L"LIBID", GuidText(LIBID_SolidWorksAddInLib)},
+      {L"CLSID", GuidText(registered.id)},
+  };
+  return registry_script::Parse(LoadScript(registered.registration_script), replacements);
+}
+
+/// Runs `apply(root, key)` for every top key of the class's script; any exception becomes a result.
+template <class Apply>
+HRESULT ForEachKey(const CreatableClass& registered, Apply apply) noexcept {
+  try {
+    for (const registry_script::Root& root : ReadScript(registered)) {
+      for (const Key& key : root.keys) apply(root.root, key);
+    }
+    return S_OK;
+  } catch (const registry_script::Error& error) {
+    LogPlatformError(L"registration script " + std::to_wstring(registered.registration_script) + L", " +
+                     error.Message());
+    return E_FAIL;
+  } catch (...) {
+    return CaughtException::Describe().code;
+  }
+}
+
+}  // namespace
+
+HRESULT registrar::Register(const CreatableClass& registered) noexcept {
+  HRESULT first = S_OK;
+  const HRESULT read = ForEachKey(registered, [&first](HKEY root, const Key& key) {
+    if (SUCCEEDED(first)) first = WriteKey(root, key);
+  });
+  return FAILED(read) ? read : first;
+}
+
+HRESULT registrar::Unregister(const CreatableClass& registered) noexcept {
+  HRESULT first = S_OK;
+  const HRESULT read = ForEachKey(
+      registered, [&first](HKEY root, const Key& key) { KeepFirstFailure(first, RemoveKey(root, key)); });
+  return FAILED(read) ? read : first;
+}

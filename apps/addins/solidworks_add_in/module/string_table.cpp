@@ -1,0 +1,50 @@
+#include "string_table.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "application.h"
+
+namespace {
+
+constexpr LANGID kEnglish = MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_UK);
+constexpr LANGID kSimplifiedChinese = MAKELANGID(LANG_CHINESE, SUBLANG_CHINESE_SIMPLIFIED);
+constexpr LANGID kTraditionalChinese = MAKELANGID(LANG_CHINESE, SUBLANG_CHINESE_TRADITIONAL);
+
+// In a module the texts lie in blocks of sixteen, each text counted; an absent one counts nothing.
+constexpr unsigned kBlockSize = 16;
+
+// LoadString takes no language, and among tables that all don't match the user's it prefers the one with
+// the lowest number, which is traditional Chinese.
+std::wstring Find(HINSTANCE module, unsigned id, LANGID language) {
+  HRSRC block = FindResourceExW(module, RT_STRING, MAKEINTRESOURCEW(id / kBlockSize + 1), language);
+  if (!block) return {};
+  const auto* text = static_cast<const wchar_t*>(LockResource(LoadResource(module, block)));
+  if (!text) return {};
+  for (unsigned before = id % kBlockSize; before > 0; --before) text += 1 + *text;
+  return std::wstring(text + 1, static_cast<std::size_t>(*text));
+}
+
+}  // namespace
+
+LANGID StringTableLanguage(LANGID ui_language) noexcept {
+  if (PRIMARYLANGID(ui_language) != LANG_CHINESE) return kEnglish;
+  constexpr WORD kNeutralTraditional = 0x1F;
+  constexpr WORD traditional[] = {SUBLANG_CHINESE_TRADITIONAL, SUBLANG_CHINESE_HONGKONG,
+                                  SUBLANG_CHINESE_MACAU, kNeutralTraditional};
+  const bool is_traditional = std::ranges::count(traditional, SUBLANGID(ui_language)) != 0;
+  return is_traditional ? kTraditionalChinese : kSimplifiedChinese;
+}
+
+std::wstring LoadResourceString(HINSTANCE module, unsigned id) {
+  const std::wstring text = Find(module, id, StringTableLanguage(GetThreadUILanguage()));
+  return text.empty() ? Find(module, id, kEnglish) : text;
+}
+
+std::wstring LoadResourceString(unsigned id) {
+  return LoadResourceString(CSolidWorksAddInApp::Instance().ResourceModule(), id);
+}
+
+std::wstring LoadResourceString(unsigned id, LANGID language) {
+  return Find(CSolidWorksAddInApp::Instance().ResourceModule(), id, language);
+}

@@ -1,0 +1,21 @@
+#include "plm_commands.h"
+
+#include "solidworks_add_in.h"
+
+bool AnswerTellsSuccess(const std::wstring& answer) {
+  CJsonObject result;
+  result.CreateFrom(answer);
+  return result.GetPropertyBoolValue(L"__InvokeResult__").second;
+}
+
+/// Sends `command` through the invoker; raises E_POINTER before a connection.
+std::wstring CSolidWorksAddIn::SendCommand(const wchar_t* command, std::wstring request) {
+  if (!m_invok) _com_issue_error(E_POINTER);
+  return m_invok->Invoke(command, std::move(request));
+}
+
+/// The text of what the PLM client answered at login, unchanged; raises E_POINTER while logged out.
+std::wstring CSolidWorksAddIn::LoginText() const {
+  if (!m_loginResult) _com_issue_error(E_POINTER);
+  return m_loginResult->ToJson();
+}

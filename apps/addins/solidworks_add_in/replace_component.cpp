@@ -1,0 +1,11 @@
+// Replacing the selected component by another file, by the host's own replacement.
+#include "replacement.h"
+#include "solidworks_add_in.h"
+
+bool CSolidWorksAddIn::ReplaceCurrentFile(const std::wstring& path) {
+  namespace site = log_site::replace;
+  const ActiveAssembly active =
+      GetActiveAssembly(iSwApp, {site::kActiveDocument, site::kNoAssemblyType, site::kAssembly});
+  if (!active) return false;
+  return ReplaceSelectedComponent(iSwApp, active.assembly, path, path, site::kReplace);
+}

@@ -1,0 +1,47 @@
+#include "replacement.h"
+
+#include "CStringHelper.h"
+#include "host/constants.h"
+#include "resources/resource_ids.h"
+
+bool FailReplacement(const LogSite& site, HRESULT code, std::wstring_view detail) {
+  ShowMessage(IDS_REPLACEMENT_FAILED);
+  LogFailure(site, code, detail);
+  return false;
+}
+
+ActiveAssembly GetActiveAssembly(const ISldWorksPtr& application, const ActiveAssemblySites& sites) {
+  IModelDoc2Ptr document;
+  const HRESULT result = application->get_IActiveDoc2(&document);
+  if (FAILED(result)) {
+    FailReplacement(sites.document, result);
+    return {};
+  }
+  long type = -1;
+  document->GetType(&type);
+  if (type != swDocASSEMBLY) {
+    ShowMessage(IDS_REPLACEMENT_NOT_SUPPORTED);
+    LogFailureText(sites.type);
+    return {};
+  }
+  const IAssemblyDocPtr assembly = document;
+  if (!assembly) {
+    FailReplacement(sites.assembly, result);
+    return {};
+  }
+  return {document, assembly};
+}
+
+bool ReplaceSelectedComponent(const ISldWorksPtr& application, const IAssemblyDocPtr& assembly,
+                              const std::wstring& path, const std::wstring& downloaded, const LogSite& site) {
+  constexpr long kConfigurationByName = 0;
+  VARIANT_BOOL replaced = VARIANT_FALSE;
+  const HRESULT result =
+      assembly->ReplaceComponents2(CStringHelper::String2CComBSTR(path), CComBSTR(L""), VARIANT_TRUE,
+                                   kConfigurationByName, VARIANT_TRUE, &replaced);
+  // The result alone counts: hosts answer false in `replaced` for replacements that they made.
+  if (SUCCEEDED(result) && result != S_FALSE) return true;
+  FailReplacement(site, result);
+  application->CloseDoc(CStringHelper::String2CComBSTR(downloaded));
+  return false;
+}

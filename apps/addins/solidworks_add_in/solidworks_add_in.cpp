@@ -1,0 +1,35 @@
+#include "solidworks_add_in.h"
+
+#include "CDisplayErrorMsg.h"
+#include "DrawingHelper.h"
+#include "module/application.h"
+#include "module/dispatch.h"
+
+const char kAddInSourceFile[] = __FILE__;
+
+CSolidWorksAddIn::CSolidWorksAddIn() {
+  CDisplayErrorMsg::SetCaptionSource([] { return CSolidWorksAddInApp::Instance().Title(); });
+}
+
+CSolidWorksAddIn::~CSolidWorksAddIn() {
+  // First of all: its final release deletes the icon files.
+  m_bitmapHandler = nullptr;
+}
+
+STDMETHODIMP CSolidWorksAddIn::GetTypeInfoCount(UINT* count) {
+  return add_in_dispatch::GetTypeInfoCount(count);
+}
+
+STDMETHODIMP CSolidWorksAddIn::GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) {
+  return add_in_dispatch::GetTypeInfo(index, locale, info);
+}
+
+STDMETHODIMP CSolidWorksAddIn::GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale,
+                                             DISPID* ids) {
+  return add_in_dispatch::GetIDsOfNames(iid, names, count, locale, ids);
+}
+
+STDMETHODIMP CSolidWorksAddIn::Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters,
+                                      VARIANT* result, EXCEPINFO* exception, UINT* bad_argument) {
+  return add_in_dispatch::Invoke(*this, id, iid, locale, flags, parameters, result, exception, bad_argument);
+}
