@@ -1,0 +1,47 @@
+/// @file Loading, connecting and calling add-ins.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "cad_host/add_in.h"
+#include "services.h"
+
+namespace cad_host {
+
+class AddIns {
+ public:
+  explicit AddIns(std::shared_ptr<Services> services) : m_services(std::move(services)) {}
+
+  /// The add-ins of the registry.
+  static std::vector<AddInEntry> Registered();
+
+  /// Makes the object of a registered add-in.
+  /// @throws HostError naming the add-in and the code.
+  static ISwAddinPtr Load(const AddInEntry& entry);
+
+  /// Gives the object a cookie and connects it; see Host::Connect.
+  AddIn& Connect(const ISwAddinPtr& object, const AddInEntry& entry, IDispatch* application);
+
+  /// Disconnects and forgets the add-in. @return whether it called itself disconnected.
+  bool Disconnect(AddIn& add_in);
+
+  AddIn* Find(long cookie) const;
+  const std::vector<std::unique_ptr<AddIn>>& All() const { return m_add_ins; }
+
+  /// Asks an enable method by name. True without a name, and where the add-in does not know it.
+  bool IsEnabled(AddIn& add_in, const std::wstring& method);
+
+  /// Calls a callback by name.
+  PickResult Call(AddIn& add_in, const std::wstring& method);
+
+ private:
+  void Forget(const AddIn& add_in);
+
+  std::shared_ptr<Services> m_services;
+  std::vector<std::unique_ptr<AddIn>> m_add_ins;
+  long m_lastCookie = 0;
+};
+
+}  // namespace cad_host

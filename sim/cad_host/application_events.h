@@ -1,0 +1,55 @@
+/// @file The application's events and who listens to them.
+#pragma once
+
+#include <windows.h>
+
+#include <comdef.h>
+
+#include <map>
+#include <vector>
+
+#include "cad_host/journal.h"
+#include "host/application_events.h"
+
+namespace cad_host {
+
+struct ApplicationEvent {
+  DISPID id;
+  const wchar_t* name;
+};
+
+// The events that the host raises.
+inline constexpr ApplicationEvent kActiveDocChange = {host::application_event::kActiveDocChange,
+                                                      L"ActiveDocChangeNotify"};
+inline constexpr ApplicationEvent kActiveModelDocChange = {host::application_event::kActiveModelDocChange,
+                                                           L"ActiveModelDocChangeNotify"};
+inline constexpr ApplicationEvent kDocumentLoad = {host::application_event::kDocumentLoad,
+                                                   L"DocumentLoadNotify"};
+inline constexpr ApplicationEvent kFileNew2 = {host::application_event::kFileNew2, L"FileNewNotify2"};
+inline constexpr ApplicationEvent kFileOpenPre = {21, L"FileOpenPreNotify"};
+inline constexpr ApplicationEvent kFileOpenPost = {host::application_event::kFileOpenPost,
+                                                   L"FileOpenPostNotify"};
+inline constexpr ApplicationEvent kFileClose = {host::application_event::kFileClose, L"FileCloseNotify"};
+
+class ApplicationEvents {
+ public:
+  explicit ApplicationEvents(Journal& journal) : m_journal(journal) {}
+
+  /// @return the cookie by which the sink is taken off the list; never 0.
+  DWORD Advise(const IDispatchPtr& sink);
+
+  /// @return false where no sink has this cookie.
+  bool Unadvise(DWORD cookie) { return m_sinks.erase(cookie) > 0; }
+
+  const std::map<DWORD, IDispatchPtr>& Sinks() const { return m_sinks; }
+
+  /// Calls every sink with `arguments` in their order. A sink that fails is noted, and stops nothing.
+  void Fire(const ApplicationEvent& event, std::vector<_variant_t> arguments);
+
+ private:
+  Journal& m_journal;
+  std::map<DWORD, IDispatchPtr> m_sinks;
+  DWORD m_lastCookie = 0;
+};
+
+}  // namespace cad_host

@@ -1,0 +1,55 @@
+/// @file An OLE compound file: streams of text tables and the user-defined property set.
+#pragma once
+
+#include <string>
+
+#include "cad_host/model_file.h"
+#include "records.h"
+#include "system_pointers.h"
+
+namespace cad_host {
+
+/// The part of the summary information where programs keep properties of the user's own.
+inline constexpr FMTID kUserDefinedProperties = {
+    0xd5cdd505, 0x2e9c, 0x101b, {0x93, 0x97, 0x08, 0x00, 0x2b, 0x2c, 0xf9, 0xae}};
+inline constexpr const wchar_t* kPropertiesStream = L"\005DocumentSummaryInformation";
+
+class CompoundFile {
+ public:
+  /// Whether the file is there and a compound file.
+  static bool IsOne(const std::wstring& path);
+
+  /// @throws HostError naming the file where it cannot be made or opened.
+  static CompoundFile Create(const std::wstring& path);
+  static CompoundFile OpenToRead(const std::wstring& path);
+
+  /// The table in the stream `name`; empty where there is no such stream.
+  Records ReadTable(const wchar_t* name) const;
+
+  void WriteTable(const wchar_t* name, const Records& records) const;
+
+  /// The bytes of the stream with the property set of the document; empty where there is none.
+  std::string ReadPropertySet() const { return ReadStream(kPropertiesStream); }
+
+  /// A new user-defined property set. Its names are in UTF-8: Wine cannot read back all names of
+  /// a UTF-16 set.
+  IPropertyStoragePtr CreateProperties() const;
+
+  /// To be called when a new property set is written and released: fills its stream up to where the set says
+  /// that it ends. Wine leaves out what follows the last value, and other readers take that as truncated.
+  void CompleteProperties() const;
+
+  /// @throws HostError naming the file and the failed step where `result` is a failure.
+  void Check(HRESULT result, const wchar_t* step) const;
+
+ private:
+  std::string ReadStream(const wchar_t* name) const;
+
+  CompoundFile(std::wstring path, DWORD mode, HRESULT result, const IStoragePtr& storage);
+
+  std::wstring m_path;
+  DWORD m_mode;
+  IStoragePtr m_storage;
+};
+
+}  // namespace cad_host

@@ -1,0 +1,112 @@
+// The simulated CAD host at the console: carries out a session script.
+#include <windows.h>
+
+#include <fcntl.h>
+#include <io.h>
+
+#include <fstream>
+#include <iostream>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "CStringHelper.h"
+#include "cad_host/host.h"
+#include "session.h"
+
+namespace {
+
+using namespace cad_host;
+
+constexpr int kExpectationsFailed = 1;
+constexpr int kNotCarriedOut = 2;
+
+constexpr const char* kUsage =
+    R"(usage: cad_host [--state FOLDER] [--revision R] [--journal FILE] SCRIPT
+
+Carries out the commands of SCRIPT ("-": the standard input), one a line, and prints what the host was told:
+  connect [TITLE|CLSID]   disconnect   pick ITEM   items   tabs
+  open PATH   new part|assembly|drawing   save [PATH]   activate NAME   close NAME
+  insert PATH [at X Y Z]   select component NAME|face|nothing [at X Y Z]   components
+  property NAME = VALUE [text|number|date|yesno]   quantity NAME = VALUE   properties
+  fault TEXT, such as: fault fail the 3rd OpenDoc6 with 80004005
+  answer OK|Cancel|Yes|No|Retry|Abort|Ignore, for the next message box; others stay for the person
+  expect enabled|disabled ITEM   expect active NAME|nothing   expect [no] journal TEXT
+  expect property NAME = VALUE   expect component NAME revision N|suppressed
+  print TEXT   # comment
+Words with blanks stand in quotes; a quote within them is written twice.
+
+  --state FOLDER   where command tabs and saved command ids are kept from one run to the next
+  --revision R     the host's revision number, 31.0.0 if not given
+  --journal FILE   writes the whole journal to FILE
+
+Exit code: 0; 1 when an expectation failed; 2 when the script could not be carried out.
+)";
+
+struct Arguments {
+  HostOptions options;
+  std::wstring journal;
+  std::wstring script;
+};
+
+/// Nothing where the arguments make no sense.
+std::optional<Arguments> Parse(const std::vector<std::wstring>& words) {
+  Arguments arguments;
+  for (std::size_t place = 0; place < words.size(); ++place) {
+    const std::wstring& word = words[place];
+    std::wstring* const value = word == L"--state"      ? &arguments.options.state_folder
+                                : word == L"--revision" ? &arguments.options.revision
+                                : word == L"--journal"  ? &arguments.journal
+                                                        : nullptr;
+    if (value && ++place < words.size()) {
+      *value = words[place];
+    } else if (!value && arguments.script.empty() && !word.starts_with(L"--")) {
+      arguments.script = word;
+    } else {
+      return std::nullopt;
+    }
+  }
+  if (arguments.script.empty()) return std::nullopt;
+  return arguments;
+}
+
+void WriteJournalFile(const std::wstring& path, Host& host) {
+  if (path.empty()) return;
+  std::ofstream file(path.c_str(), std::ios::binary);
+  file << CStringHelper::UnicodeToUTF8(host.GetJournal().Text());
+  file.close();
+  if (!file) throw HostError(L"cannot write the journal " + path);
+}
+
+int Run(const Arguments& arguments) {
+  std::vector<Command> script = ReadScript(arguments.script);
+  Host host(arguments.options);
+  Session session(host, std::cout);
+  try {
+    for (Command& command : script) session.Run(command);
+    session.End();
+  } catch (...) {
+    WriteJournalFile(arguments.journal, host);
+    throw;
+  }
+  WriteJournalFile(arguments.journal, host);
+  return session.FailedExpectations() > 0 ? kExpectationsFailed : 0;
+}
+
+}  // namespace
+
+int wmain(int count, wchar_t** words) {
+  SetConsoleOutputCP(CP_UTF8);
+  _setmode(_fileno(stdout), _O_BINARY);  // the same bytes on every system
+  const auto arguments = Parse({words + 1, words + count});
+  if (!arguments) {
+    std::cerr << kUsage;
+    return kNotCarriedOut;
+  }
+  try {
+    return Run(*arguments);
+  } catch (const HostError& error) {
+    std::cerr << "cad_host: " << error.what() << "\n";
+    return kNotCarriedOut;
+  }
+}

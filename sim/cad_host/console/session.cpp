@@ -1,0 +1,117 @@
+#include "session.h"
+
+#include <comdef.h>
+
+#include "CStringHelper.h"
+#include "CZALException.h"
+
+namespace cad_host {
+namespace {
+
+constexpr const wchar_t* kIndent = L"    ";
+
+// A command that is not repeated in the transcript: what it prints is there.
+constexpr std::wstring_view kPrint = L"print ";
+
+/// Each line of `text`, indented.
+std::wstring Indented(const std::wstring& text) {
+  std::wstring indented;
+  std::size_t begin = 0;
+  for (std::size_t end = 0; (end = text.find(L'\n', begin)) != std::wstring::npos; begin = end + 1) {
+    indented += kIndent + text.substr(begin, end - begin + 1);
+  }
+  return indented;
+}
+
+}  // namespace
+
+Session::Session(Host& host, std::ostream& transcript)
+    : m_host(host), m_transcript(transcript), m_answers(host.GetJournal()) {}
+
+void Session::Run(Command& command) {
+  if (!command.Text().starts_with(kPrint)) Write(L"> " + command.Text());
+  const Handler handler = Find(Verbs(), command.Take(L"a command"), command);
+  try {
+    (this->*handler)(command);
+  } catch (const HostError& error) {
+    WriteJournal();
+    const bool placed = error.Message().starts_with(command.Place());
+    if (placed) throw;
+    command.Fail(error.Message());
+  } catch (const CZALException& error) {
+    WriteJournal();
+    command.Fail(L"left by an exception: " + error.GetErrorMessage() + L" (" +
+                 ResultText(error.GetErrorCode()) + L")");
+  } catch (const _com_error& error) {
+    WriteJournal();
+    command.Fail(L"left by a COM error: " + ResultText(error.Error()));
+  }
+  WriteJournal();
+}
+
+Session::Handler Session::Find(std::span<const Verb> verbs, const std::wstring& name,
+                               const Command& command) {
+  for (const Verb& verb : verbs) {
+    if (name == verb.name) return verb.handler;
+  }
+  command.Fail(L"unknown command \"" + name + L"\"");
+}
+
+void Session::End() {
+  while (!m_host.ConnectedAddIns().empty()) m_host.Disconnect(*m_host.ConnectedAddIns().back());
+  WriteJournal();
+  const auto leftover = [this](const std::wstring& text) {
+    ++m_failed;
+    Write(L"FAILED: " + text);
+  };
+  for (const HeldReference& held : m_host.HeldReferences()) {
+    leftover(L"still held from outside: " + held.object + L", " + std::to_wstring(held.count) + L" times");
+  }
+  for (const std::wstring& fault : m_host.GetFaults().Unused()) leftover(fault);
+  if (m_answers.Left() > 0) {
+    leftover(std::to_wstring(m_answers.Left()) + L" answers that no message box asked for");
+  }
+}
+
+AddIn& Session::ConnectedAddIn(const Command& command) {
+  if (m_host.ConnectedAddIns().empty()) command.Fail(L"no add-in is connected");
+  return *m_host.ConnectedAddIns().back();
+}
+
+Document& Session::ActiveDocument(const Command& command) {
+  const auto document = m_host.ActiveDocument();
+  if (!document) command.Fail(L"no document is open");
+  return *document;
+}
+
+std::shared_ptr<Document> Session::FindDocument(Command& command) {
+  const std::wstring name = command.Take(L"the name of an open document");
+  auto document = m_host.FindDocument(name);
+  if (!document) command.Fail(L"no open document \"" + name + L"\"");
+  return document;
+}
+
+void Session::Demand(const Command& command, bool met, const std::wstring& otherwise) {
+  if (met) return;
+  ++m_failed;
+  Write(L"FAILED: " + command.Place() + L": " + command.Text() + L": " + otherwise);
+}
+
+void Session::Write(const std::wstring& text) {
+  m_transcript << CStringHelper::UnicodeToUTF8(text) << "\n" << std::flush;
+}
+
+void Session::WriteJournal() {
+  const std::wstring text = Indented(m_host.GetJournal().Text(m_written));
+  m_transcript << CStringHelper::UnicodeToUTF8(text) << std::flush;
+  m_written = m_host.GetJournal().Entries().size();
+}
+
+Point TakePoint(Command& command) {
+  if (!command.TakeIf(L"at")) return {};
+  const double x = command.TakeNumber(L"x");
+  const double y = command.TakeNumber(L"y");
+  return {x, y, command.TakeNumber(L"z")};
+}
+
+}  // namespace cad_host

@@ -1,0 +1,90 @@
+/// @file The commands of a script, carried out in a host.
+#pragma once
+
+#include <ostream>
+#include <span>
+#include <string>
+
+#include "cad_host/host.h"
+#include "message_box_answers.h"
+#include "script.h"
+
+namespace cad_host {
+
+/// Carries out one command after the other and writes what the person did and what the host was told.
+class Session {
+ public:
+  Session(Host& host, std::ostream& transcript);
+
+  /// @throws HostError naming the file and the line of a command that is not known, incomplete or cannot
+  ///         be carried out. An expectation that fails is counted and written; the session goes on.
+  void Run(Command& command);
+
+  /// Disconnects what is connected, and counts what is left over as failed expectations: references that
+  /// add-ins forgot, faults that never happened, answers that no message box asked for.
+  void End();
+
+  int FailedExpectations() const { return m_failed; }
+
+ private:
+  using Handler = void (Session::*)(Command&);
+  struct Verb {
+    const wchar_t* name;
+    Handler handler;
+  };
+
+  static std::span<const Verb> Verbs();
+  static std::span<const Verb> Expectations();
+
+  /// @throws HostError naming the file, the line and a word that is in no table.
+  static Handler Find(std::span<const Verb> verbs, const std::wstring& name, const Command& command);
+
+  // In session_verbs.cpp.
+  void Connect(Command& command);
+  void Disconnect(Command& command);
+  void Pick(Command& command);
+  void Open(Command& command);
+  void New(Command& command);
+  void Save(Command& command);
+  void Activate(Command& command);
+  void Close(Command& command);
+  void Insert(Command& command);
+  void Select(Command& command);
+  void SetProperty(Command& command);
+  void SetQuantity(Command& command);
+  void Fault(Command& command);
+  void Answer(Command& command);
+  void ShowProperties(Command& command);
+  void ShowComponents(Command& command);
+  void ShowItems(Command& command);
+  void ShowTabs(Command& command);
+  void Print(Command& command);
+  void Expect(Command& command);
+
+  // In session_expectations.cpp.
+  void ExpectEnabled(Command& command);
+  void ExpectDisabled(Command& command);
+  void ExpectActive(Command& command);
+  void ExpectJournal(Command& command);
+  void ExpectNo(Command& command);
+  void ExpectProperty(Command& command);
+  void ExpectComponent(Command& command);
+
+  AddIn& ConnectedAddIn(const Command& command);
+  Document& ActiveDocument(const Command& command);
+  std::shared_ptr<Document> FindDocument(Command& command);
+  void Demand(const Command& command, bool met, const std::wstring& otherwise);
+  void Write(const std::wstring& text);
+  void WriteJournal();
+
+  Host& m_host;
+  std::ostream& m_transcript;
+  MessageBoxAnswers m_answers;
+  std::size_t m_written = 0;  // journal entries in the transcript
+  int m_failed = 0;
+};
+
+/// The optional "at X Y Z" of a command.
+Point TakePoint(Command& command);
+
+}  // namespace cad_host

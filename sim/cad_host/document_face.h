@@ -1,0 +1,17 @@
+/// @file The COM object of an open document.
+#pragma once
+
+#include <memory>
+
+#include "cad_host/document.h"
+#include "host/model_doc.h"
+#include "services.h"
+
+namespace cad_host {
+
+/// The document's object, with a reference for the caller. One of an assembly also answers IAssemblyDoc,
+/// one of a drawing IDrawingDoc.
+IModelDoc2* ServeDocument(const std::shared_ptr<Services>& services,
+                          const std::shared_ptr<Document>& document);
+
+}  // namespace cad_host

@@ -1,0 +1,97 @@
+#include "cad_host/faults.h"
+
+#include <algorithm>
+#include <regex>
+#include <utility>
+
+#include "cad_host/host_error.h"
+
+namespace cad_host {
+namespace {
+
+constexpr std::wstring_view kScope = L"::";
+
+/// Whether a fault set for `name` is about `method`: "OpenDoc6" is about "ISldWorks::OpenDoc6".
+bool Names(std::wstring_view name, std::wstring_view method) {
+  if (name.empty() || name == method) return true;
+  return name.find(kScope) == std::wstring_view::npos && method.ends_with(name) &&
+         method.substr(0, method.size() - name.size()).ends_with(kScope);
+}
+
+std::wstring Ordinal(int nth) {
+  return nth == Faults::kEvery ? L"every" : L"call " + std::to_wstring(nth) + L" of";
+}
+
+/// "3rd" is 3, "every" kEvery, nothing 1.
+int ParseNth(const std::wstring& text) {
+  if (text.empty()) return 1;
+  return text == L"every" ? Faults::kEvery : std::stoi(text);
+}
+
+}  // namespace
+
+void Faults::Fail(std::wstring method, int nth, HRESULT result) {
+  Set(std::move(method), nth, {.result = result});
+}
+
+void Faults::HideResult(std::wstring method, int nth) { Set(std::move(method), nth, {.runs = true}); }
+
+void Faults::ChangeResults(std::wstring method, int nth, Change change) {
+  Set(std::move(method), nth, {.runs = true, .change = std::move(change)});
+}
+
+void Faults::Before(std::wstring method, int nth, std::function<void()> action) {
+  Set(std::move(method), nth, {.runs = true, .gives = true}, std::move(action));
+}
+
+void Faults::Set(std::wstring method, int nth, Effect effect, std::function<void()> action) {
+  m_faults.push_back(
+      {.method = std::move(method), .nth = nth, .effect = effect, .action = std::move(action)});
+}
+
+void Faults::Add(std::wstring_view text) {
+  static const std::wregex fail(
+      LR"(fail (?:(?:the )?(every|\d+)(?:st|nd|rd|th)? )?(\S+) with (?:0x)?([0-9a-fA-F]{8}))");
+  static const std::wregex answer(
+      LR"((?:(?:the )?(every|\d+)(?:st|nd|rd|th)? )?(\S+) (returns nothing|returns no \S.*|returns S_FALSE|hides its result))");
+  const std::wstring line(text);
+  std::wsmatch match;
+  if (std::regex_match(line, match, fail)) {
+    Fail(match[2], ParseNth(match[1]), static_cast<HRESULT>(std::stoul(match[3], nullptr, 16)));
+  } else if (std::regex_match(line, match, answer)) {
+    const std::wstring what = match[3];
+    if (what.starts_with(L"hides")) return HideResult(match[2], ParseNth(match[1]));
+    Fail(match[2], ParseNth(match[1]), what.ends_with(L"S_FALSE") ? S_FALSE : S_OK);
+  } else {
+    throw HostError(L"not a fault: \"" + line + L"\"; say \"fail the 3rd OpenDoc6 with 80004005\", " +
+                    L"\"OpenDoc6 returns nothing\", \"... returns S_FALSE\" or \"... hides its result\"");
+  }
+}
+
+std::vector<std::wstring> Faults::Unused() const {
+  std::vector<std::wstring> lines;
+  for (const Fault& fault : m_faults) {
+    if (fault.used) continue;
+    lines.push_back(L"a fault never happened: " + Ordinal(fault.nth) + L" " +
+                    (fault.method.empty() ? L"any method" : fault.method));
+  }
+  return lines;
+}
+
+std::optional<Faults::Effect> Faults::Take(std::wstring_view method) {
+  std::optional<Effect> due;
+  std::vector<std::function<void()>> actions;
+  for (Fault& fault : m_faults) {
+    if (!Names(fault.method, method)) continue;
+    ++fault.seen;
+    if (fault.nth != kEvery && fault.nth != fault.seen) continue;
+    fault.used = true;
+    if (fault.action) actions.push_back(fault.action);
+    if (!fault.effect.gives) due = fault.effect;
+  }
+  // An action may set faults of its own, so the list is left alone while it runs.
+  for (const auto& action : actions) action();
+  return due;
+}
+
+}  // namespace cad_host

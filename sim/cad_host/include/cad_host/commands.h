@@ -1,0 +1,74 @@
+/// @file The command interface as the person sees it: groups with their items, and command tabs.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace cad_host {
+
+/// An icon list as it was when the host looked at it.
+struct IconList {
+  std::wstring path;
+  bool is_bitmap = false;  ///< the file was there and a bitmap
+  long width = 0;          ///< in pixels
+  long height = 0;
+};
+
+struct CommandItem {
+  std::wstring name;
+  long position = 0;
+  std::wstring hint;
+  std::wstring tool_tip;
+  long image_index = 0;
+  std::wstring callback;
+  std::wstring enable_method;
+  long user_id = 0;
+  long command_id = 0;  ///< 0 until the group is activated
+};
+
+/// A menu and toolbar of one add-in. It stays until it is removed, also after its add-in has gone.
+struct CommandGroup {
+  std::wstring add_in;  ///< key of the add-in; see AddIn::Key
+  long user_id = 0;
+  std::wstring title;
+  std::wstring tool_tip;
+  std::wstring hint;
+  long position = 0;
+  bool ignores_previous = false;
+  IconList small_icons;
+  IconList large_icons;
+  bool has_toolbar = false;
+  bool has_menu = false;
+  bool active = false;
+  std::vector<CommandItem> items;
+};
+
+/// A command in a tab box. `id` may be of a command that is no longer there: a dead button.
+struct TabCommand {
+  long id = 0;
+  long text_style = 0;
+};
+
+struct CommandTabBox {
+  std::vector<TabCommand> commands;
+};
+
+/// A tab of the ribbon for one document type. Titles are not unique; tabs outlive the session.
+struct CommandTab {
+  long document_type = 0;
+  std::wstring name;
+  bool visible = false;
+  std::vector<std::shared_ptr<CommandTabBox>> boxes;
+};
+
+/// What the host remembers of a group that was activated.
+struct SavedGroup {
+  std::wstring add_in;
+  long user_id = 0;
+  std::vector<long> item_user_ids;
+  std::vector<long> command_ids;
+};
+
+}  // namespace cad_host

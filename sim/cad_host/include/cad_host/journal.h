@@ -1,0 +1,70 @@
+/// @file The record of everything that passed between the host and its add-ins.
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cad_host {
+
+/// One line of the journal.
+struct JournalEntry {
+  enum class Kind {
+    Call,    ///< an add-in called the host
+    Callee,  ///< the host called an add-in
+    Event,   ///< the host told its event sinks
+    Note,    ///< something that the host found worth saying
+  };
+
+  Kind kind = Kind::Note;
+  int depth = 0;           ///< how many other entries it happened within
+  std::wstring method;     ///< such as "ISldWorks::OpenDoc6"; for a note, its text
+  std::wstring arguments;  ///< what went in, such as `"C:\bolt.sldprt", 1, 1, ""`
+  HRESULT result = S_OK;
+  std::wstring results;  ///< what came out, such as `0, 0, part "bolt.sldprt"`
+  bool fault = false;    ///< the result is not the host's own but a fault's
+
+  /// The entry as a line, such as `ISldWorks::ActivateDoc("bolt.sldprt") = S_OK, part "bolt.sldprt"`.
+  std::wstring Text() const;
+
+  /// The interface of `method`, such as "ISldWorks".
+  std::wstring Interface() const;
+};
+
+/// Entries stand in the order in which they began.
+class Journal {
+ public:
+  const std::vector<JournalEntry>& Entries() const { return m_entries; }
+
+  /// The calls of add-ins, or those of one method such as "ISldWorks::OpenDoc6".
+  std::vector<JournalEntry> Calls(std::wstring_view method = {}) const;
+
+  /// Entries of any kind whose method is `method`: "ISwAddin::ConnectToSW", "FileOpenPostNotify".
+  std::vector<JournalEntry> Of(std::wstring_view method) const;
+
+  /// Whether a line from entry `from` on contains `text`.
+  bool Contains(std::wstring_view text, std::size_t from = 0) const;
+
+  /// All lines, indented by depth.
+  std::wstring Text(std::size_t from = 0) const;
+
+  void Clear() { m_entries.clear(); }
+
+  /// Adds a line of the host's own.
+  void Note(std::wstring text);
+
+  /// Begins an entry; entries until its end stand within it. @return its place, for End.
+  std::size_t Begin(JournalEntry::Kind kind, std::wstring method, std::wstring arguments);
+
+  /// Ends the entry at `place`.
+  void End(std::size_t place, HRESULT result, std::wstring results, bool fault = false);
+
+ private:
+  std::vector<JournalEntry> m_entries;
+  int m_depth = 0;
+};
+
+}  // namespace cad_host

@@ -1,0 +1,71 @@
+/// @file What a document's file holds: an OLE compound file whose streams are small tables of text, beside
+/// the standard user-defined property set.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "host/constants.h"
+
+namespace cad_host {
+
+struct CustomProperty {
+  std::wstring name;
+  std::wstring text;  ///< as typed; may hold expressions such as "SW-Mass@bolt.SLDPRT", with the quotes
+  swCustomInfoType_e type = swCustomInfoText;
+};
+
+using CustomProperties = std::vector<CustomProperty>;
+
+/// A place in the model's space, in metres.
+struct Point {
+  double x = 0;
+  double y = 0;
+  double z = 0;
+};
+
+struct ComponentRecord {
+  std::wstring name;  ///< of the instance, such as "bolt-1"
+  std::wstring path;
+  Point position;
+  long suppression = swComponentResolved;
+};
+
+struct MateRecord {
+  std::wstring name;
+  std::wstring first;  ///< names of component instances
+  std::wstring second;
+};
+
+struct ViewRecord {
+  std::wstring model;  ///< path
+  std::wstring name;   ///< such as "*Front"
+  Point position;
+};
+
+struct ModelFile {
+  swDocumentTypes_e type = swDocPART;
+  long revision = 1;                                        ///< tells one content of a file from another
+  CustomProperties properties;                              ///< of the document
+  std::map<std::wstring, CustomProperties> configurations;  ///< each with its own properties
+  std::map<std::wstring, std::wstring> quantities;  ///< what expressions are about: "SW-Mass" is "1.25"
+  std::vector<ComponentRecord> components;
+  std::vector<MateRecord> mates;
+  std::vector<ViewRecord> views;
+};
+
+/// Writes `model` to the file `path`, in place of what it held.
+/// @throws HostError naming the file where it cannot be written.
+void WriteModelFile(const std::wstring& path, const ModelFile& model);
+
+/// @throws HostError naming the file where it is missing or no model file.
+ModelFile ReadModelFile(const std::wstring& path);
+
+/// The type that the end of a file's name tells; swDocNONE for any other.
+swDocumentTypes_e DocumentTypeOfName(const std::wstring& path);
+
+/// "part", "assembly", "drawing" or "document".
+std::wstring DocumentTypeName(long type);
+
+}  // namespace cad_host
