@@ -1,0 +1,152 @@
+#include "plm_client/client.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+#include "frame.h"
+#include "pipe_instance.h"
+#include "pipe_stream.h"
+#include "plm_client/json_text.h"
+
+namespace plm_client {
+namespace {
+
+constexpr std::chrono::milliseconds kRetryInterval{10};
+constexpr int kInternalError = -32603;
+
+/// The answer to something that is no request of the protocol.
+Reply Refuse(const std::exception& failure) {
+  return Reply::Message(R"({"jsonrpc":"2.0","id":null,"error":{"code":-32600,"message":)" +
+                        JsonString(failure.what()) + "}}");
+}
+
+}  // namespace
+
+Client::Client(const Settings& settings, Handler handler)
+    : m_readLimit(settings.readLimit),
+      m_handler(std::move(handler)),
+      m_path(LR"(\\.\pipe\)" + (settings.pipe.empty() ? DefaultPipeName() : settings.pipe)) {
+  for (unsigned i = 0; i < settings.instances; ++i) {
+    m_streams.push_back(std::make_unique<PipeStream>(
+        MakePipeInstance(m_path, settings.security, settings.instances, i == 0)));
+  }
+  for (const auto& stream : m_streams) {
+    m_threads.emplace_back([this, &stream = *stream](std::stop_token stop) { Serve(stream, stop); });
+  }
+}
+
+Client::~Client() {
+  for (std::jthread& thread : m_threads) thread.request_stop();
+  Disconnect();
+}
+
+std::vector<Request> Client::Requests() const {
+  const std::lock_guard lock(m_mutex);
+  return m_requests;
+}
+
+bool Client::WaitForRequests(std::size_t count, std::chrono::milliseconds timeout) const {
+  std::unique_lock lock(m_mutex);
+  return m_recorded.wait_for(lock, timeout, [&] { return m_requests.size() >= count; });
+}
+
+int Client::ConnectionCount() const {
+  const std::lock_guard lock(m_mutex);
+  return m_connectionCount;
+}
+
+int Client::OpenConnectionCount() const {
+  return static_cast<int>(
+      std::count_if(m_streams.begin(), m_streams.end(), [](const auto& s) { return s->IsConnected(); }));
+}
+
+void Client::Disconnect() {
+  for (const auto& stream : m_streams) stream->Interrupt();
+}
+
+void Client::SendUnasked(const std::string& message) {
+  const std::string frame = MakeFrame(message);
+  for (const auto& stream : m_streams) {
+    if (stream->IsConnected()) stream->Write(frame, frame.size());
+  }
+}
+
+/// Serves one connection after another on one instance of the pipe.
+void Client::Serve(PipeStream& stream, std::stop_token stop) {
+  for (;;) {
+    // Before the look at `stop`: an interruption that comes with the stop must not get lost.
+    stream.Resume();
+    if (stop.stop_requested()) return;
+    if (stream.Accept()) {
+      ServeConnection(stream, CountConnection(), stop);
+    } else {
+      stream.Pause(kRetryInterval);
+    }
+    stream.Disconnect();
+  }
+}
+
+void Client::ServeConnection(PipeStream& stream, int connection, std::stop_token stop) {
+  std::string bytes;
+  std::size_t left = m_readLimit;
+  while (left > 0) {
+    const std::size_t before = bytes.size();
+    if (!stream.Read(bytes, left)) return;
+    left -= bytes.size() - before;
+    if (!AnswerFrames(stream, bytes, connection, stop)) return;
+  }
+}
+
+/// Answers the whole frames that `bytes` begins with, and removes them. @return whether the connection goes
+/// on.
+bool Client::AnswerFrames(PipeStream& stream, std::string& bytes, int connection, std::stop_token stop) {
+  try {
+    for (auto frame = FindFrame(bytes); frame && frame->end <= bytes.size(); frame = FindFrame(bytes)) {
+      Request request{.frame = bytes.substr(0, frame->end), .connection = connection};
+      bytes.erase(0, frame->end);
+      const Reply reply = Answer(request, frame->content_start, stop);
+      if (!Send(stream, reply, request.id)) return false;
+    }
+    return true;
+  } catch (const std::runtime_error& failure) {  // no telling where the next frame begins
+    Send(stream, Refuse(failure).ThenDisconnect(), 0);
+    return false;
+  }
+}
+
+/// Decides about the request in a frame whose content starts at `contentStart`.
+Reply Client::Answer(Request& request, std::size_t contentStart, std::stop_token stop) {
+  try {
+    ReadRequest(std::string_view(request.frame).substr(contentStart), request);
+  } catch (const std::runtime_error& failure) {
+    return Refuse(failure);
+  }
+  Record(request);
+  try {
+    return m_handler(request, stop);
+  } catch (const std::exception& failure) {
+    return Reply::Error(kInternalError, failure.what());
+  }
+}
+
+/// @return whether the connection goes on.
+bool Client::Send(PipeStream& stream, const Reply& reply, std::uint64_t id) {
+  if (reply.Delay().count() > 0 && !stream.Pause(reply.Delay())) return false;
+  if (!stream.Write(reply.BytesFor(id), reply.PieceSize())) return false;
+  if (reply.Disconnects()) stream.Flush();
+  return !reply.Disconnects();
+}
+
+int Client::CountConnection() {
+  const std::lock_guard lock(m_mutex);
+  return ++m_connectionCount;
+}
+
+void Client::Record(const Request& request) {
+  const std::lock_guard lock(m_mutex);
+  m_requests.push_back(request);
+  m_recorded.notify_all();
+}
+
+}  // namespace plm_client

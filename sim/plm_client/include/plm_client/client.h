@@ -1,0 +1,93 @@
+/// @file The PLM client's end of the pipe.
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <stop_token>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "plm_client/reply.h"
+#include "plm_client/request.h"
+
+namespace plm_client {
+
+class PipeStream;
+
+/// How the pipe is served.
+struct Settings {
+  /// The pipe's name without `\\.\pipe\`; empty for the default name of this user.
+  std::wstring pipe{};
+  /// How many hosts are served at a time; a further one finds the pipe busy.
+  unsigned instances = 4;
+  /// Who owns the pipe and may open it, in the security descriptor definition language; empty for this
+  /// user alone.
+  std::wstring security{};
+  /// The connection is closed when so many bytes have been read from it.
+  std::size_t readLimit = static_cast<std::size_t>(-1);
+};
+
+/// `tavo-plm-client-` and the SID of this user: the name under which a host looks for the client.
+/// @throws std::runtime_error where the system does not tell the user.
+std::wstring DefaultPipeName();
+
+/// Serves the pipe on threads of its own as long as it lives.
+class Client {
+ public:
+  /// Decides what to do about a request. Called on a thread of the connection, for several connections at
+  /// the same time; may take as long as a person takes, but must return soon after a stop is requested.
+  /// What it throws is told to the host as an error.
+  using Handler = std::function<Reply(const Request&, std::stop_token)>;
+
+  /// @throws std::runtime_error where the pipe cannot be made: another client serves it already.
+  Client(const Settings& settings, Handler handler);
+  Client(const Client&) = delete;
+  Client& operator=(const Client&) = delete;
+  ~Client();
+
+  /// The pipe's full name.
+  const std::wstring& PipePath() const { return m_path; }
+
+  /// The requests so far.
+  std::vector<Request> Requests() const;
+
+  /// Waits until there were `count` requests. @return whether there were, within `timeout`.
+  bool WaitForRequests(std::size_t count, std::chrono::milliseconds timeout) const;
+
+  /// How many connections there were so far, and how many there are now.
+  int ConnectionCount() const;
+  int OpenConnectionCount() const;
+
+  /// Closes every connection; the pipe is served on.
+  void Disconnect();
+
+  /// Sends a frame with `message` over every connection, without having been asked.
+  void SendUnasked(const std::string& message);
+
+ private:
+  void Serve(PipeStream& stream, std::stop_token stop);
+  void ServeConnection(PipeStream& stream, int connection, std::stop_token stop);
+  bool AnswerFrames(PipeStream& stream, std::string& bytes, int connection, std::stop_token stop);
+  Reply Answer(Request& request, std::size_t contentStart, std::stop_token stop);
+  static bool Send(PipeStream& stream, const Reply& reply, std::uint64_t id);
+  int CountConnection();
+  void Record(const Request& request);
+
+  const std::size_t m_readLimit;
+  const Handler m_handler;
+  const std::wstring m_path;
+
+  mutable std::mutex m_mutex;
+  mutable std::condition_variable m_recorded;
+  std::vector<Request> m_requests;
+  int m_connectionCount = 0;
+
+  std::vector<std::unique_ptr<PipeStream>> m_streams;
+  std::vector<std::jthread> m_threads;
+};
+
+}  // namespace plm_client
