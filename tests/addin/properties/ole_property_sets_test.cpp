@@ -1,0 +1,100 @@
+// The simulated host's files in the hands of another program that reads and writes OLE property sets:
+// libgsf, which knows neither Wine nor this project.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "cad_host/model_file.h"
+#include "properties_fixture.h"
+#include "unix_program.h"
+
+namespace {
+
+class OlePropertySets : public PropertiesTest {
+ protected:
+  /// What libgsf's program says of these properties of the file: the value, after its name where there are
+  /// several. Quotes, backslashes and what is no ASCII are escaped.
+  std::string PropertiesElsewhere(const std::string& file, const std::string& names) const {
+    return RunShell(m_folder, "export LC_ALL=C.UTF-8; gsf props " + file + " " + names);
+  }
+};
+
+TEST_F(OlePropertySets, OfTheHostAreReadElsewhere) {
+  cad_host::ModelFile model;
+  model.properties = {{.name = L"Plain", .text = L"text"},
+                      {.name = L"材料", .text = L"\"SW-Mass@bolt.SLDPRT\" \\"},
+                      {.name = L"Empty", .text = L""},
+                      {.name = L"Whole", .text = L"12", .type = swCustomInfoNumber},
+                      {.name = L"Date", .text = L"2024-05-31", .type = swCustomInfoDate},
+                      {.name = L"Chinese", .text = L"钢"}};
+  MakeModel(L"bolt.sldprt", model);
+  EXPECT_EQ(PropertiesElsewhere("bolt.sldprt", "Plain 材料 Empty Whole Date Chinese"),
+            "Plain: \t= \"text\"\n"
+            "材料: \t= \"\\\"SW-Mass@bolt.SLDPRT\\\" \\\\\"\n"
+            "Empty: \t= \"\"\n"
+            "Whole: \t= 12\n"
+            "Date: \t= 2024-05-31T00:00:00Z\n"
+            "Chinese: \t= \"\\351\\222\\242\"\n");
+}
+
+TEST_F(OlePropertySets, OfAnyLengthAreReadElsewhere) {
+  for (std::size_t length = 0; length < 8; ++length) {
+    cad_host::ModelFile model;
+    model.properties = {{.name = std::wstring(length + 1, L'n'), .text = std::wstring(length, L't')}};
+    MakeModel(L"bolt.sldprt", model);
+    const std::string name(length + 1, 'n');
+    EXPECT_EQ(PropertiesElsewhere("bolt.sldprt", name), "\t= \"" + std::string(length, 't') + "\"\n");
+  }
+}
+
+TEST_F(OlePropertySets, FilledBackAndSavedAreReadElsewhere) {
+  ConnectAndLogIn();
+  const auto document = OpenPartWithThree();
+  Answer("QD_PLMMaterialBackFill", R"({"material_property_back_fill":{"B":"steel \"S355\""}})");
+  ExpectBoxes(1);
+  EXPECT_EQ(Pick(L"PlmMaterialBackFill").result, S_OK);
+  EXPECT_EQ(PropertiesElsewhere("part.sldprt", "B"), "\t= \"2\"\n") << "not saved yet";
+  m_host->Save(*document);
+  EXPECT_EQ(PropertiesElsewhere("part.sldprt", "A B C"),
+            "A: \t= \"1\"\nB: \t= \"steel \\\"S355\\\"\"\nC: \t= \"3\"\n");
+}
+
+/// A file that libgsf wrote, with summary information beside the custom properties: see fixtures.
+class WrittenElsewhere : public OlePropertySets {
+ protected:
+  std::shared_ptr<cad_host::Document> OpenIt() {
+    const std::wstring path = m_folder.Path(L"elsewhere.sldprt");
+    WriteFileBytes(path, ReadFileBytes(FIXTURES_FOLDER L"/written_elsewhere.sldprt"));
+    return m_host->Open(path);
+  }
+
+  static Texts Sorted(Texts texts) {
+    std::sort(texts.begin(), texts.end());
+    return texts;
+  }
+};
+
+TEST_F(WrittenElsewhere, IsReadByTheHost) {
+  EXPECT_EQ(Sorted(PropertiesOf(*OpenIt())),
+            (Texts{L"Checked=Yes", L"Date=2024-05-31", L"Fraction=1.5", L"Plain=text",
+                   L"Weight=\"SW-Mass@bolt.SLDPRT\"", L"Whole=-12", L"材料=钢 😀 \"S355\" \\"}));
+}
+
+TEST_F(WrittenElsewhere, IsSentFilledBackSavedAndReadElsewhereAgain) {
+  ConnectAndLogIn();
+  const auto document = OpenIt();
+  document->model.quantities[L"SW-Mass"] = L"1.25";
+  Answer("QD_PLMCreateMaterial", R"({"data":{}})");
+  Answer("QD_PLMMaterialBackFill", R"({"material_property_back_fill":{"Plain":"new","Whole":"13"}})");
+  ExpectBoxes(3);
+  EXPECT_EQ(Pick(L"PlmCreateMaterial").result, S_OK);
+  for (const char* member :
+       {R"("Plain":"text")", R"("Weight":"1.25")", R"("Whole":"-12")", R"("材料":"钢 😀 \"S355\" \\")"}) {
+    EXPECT_NE(Asked().at(0).find(member), std::string::npos) << member << " in " << Asked().at(0);
+  }
+  m_host->Save(*document);
+  EXPECT_EQ(PropertiesElsewhere("elsewhere.sldprt", "Plain Whole Date"),
+            "Plain: \t= \"new\"\nWhole: \t= 13\nDate: \t= 2024-05-31T00:00:00Z\n");
+}
+
+}  // namespace

@@ -1,0 +1,59 @@
+// The client program that the tests let the invoker start. It takes no arguments: what to do stands in
+// behaviour.txt in the current folder, what it found in started.txt.
+#include <windows.h>
+
+#include <chrono>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <string>
+
+#include "CStringHelper.h"
+#include "plm_client/client.h"
+
+namespace {
+
+constexpr DWORD kLongest = 30'000;  // milliseconds; a client that a failed test leaves behind ends by itself
+
+std::string ReadAll(const char* path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void TellStart() {
+  std::wstring folder(MAX_PATH, L'\0');
+  folder.resize(GetCurrentDirectoryW(MAX_PATH, folder.data()));
+  std::ofstream("started.txt", std::ios::binary) << GetCurrentProcessId() << "\n"
+                                                 << CStringHelper::UnicodeToUTF8(GetCommandLineW()) << "\n"
+                                                 << CStringHelper::UnicodeToUTF8(folder) << "\n";
+}
+
+/// Answers everything with "served".
+plm_client::Reply Served(const plm_client::Request&, std::stop_token) {
+  return plm_client::Reply::Text("served");
+}
+
+/// Ends the whole process at the first request.
+plm_client::Reply Die(const plm_client::Request&, std::stop_token) {
+  Sleep(300);
+  TerminateProcess(GetCurrentProcess(), 1);
+  return plm_client::Reply::Nothing();
+}
+
+}  // namespace
+
+int main() {
+  TellStart();
+  std::istringstream behaviour(ReadAll("behaviour.txt"));
+  std::string verb, pipe;
+  behaviour >> verb >> pipe;
+  if (verb == "end") return 3;
+  if (verb == "hang") Sleep(kLongest);
+  if (verb == "serve" || verb == "die") {
+    Sleep(300);  // a start takes its time
+    const plm_client::Client client({.pipe = CStringHelper::UTF8ToUnicode(pipe)},
+                                    verb == "die" ? Die : Served);
+    Sleep(kLongest);
+  }
+  return 0;
+}

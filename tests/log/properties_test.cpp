@@ -1,0 +1,179 @@
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include "log_folder.h"
+
+namespace {
+constexpr wchar_t kErrorLine[] = L"errormsg|ERROR|368|CSolidWorksAddIn::PlmLogin|text";
+
+std::wstring FileAppender(const std::wstring& path) {
+  return L"log4cplus.rootLogger=TRACE, file\n"
+         L"log4cplus.appender.file=log4cplus::FileAppender\n"
+         L"log4cplus.appender.file.File=" +
+         path + L"\n";
+}
+
+TEST(PropertiesFile, ChoosesLevelsByLogger) {
+  LogFolder log;
+  ASSERT_TRUE(log.StartWith(FileAppender(L"${LogFolder}\\SolidWorks.log") +
+                            L"log4cplus.logger.infomsg=OFF\nlog4cplus.logger.other=ERROR\n"));
+  CLog::Print("f", 1, "F", L"infomsg", 20000, L"off");
+  CLog::Print("f", 1, "F", L"other", 20000, L"too low");
+  CLog::Print("f", 1, "F", L"other", 40000, L"high enough");
+  CLog::Print("f", 1, "F", L"another", 0, L"lowest");
+  EXPECT_EQ(log.Lines(),
+            (std::vector<std::wstring>{L"other|ERROR|1|F|high enough", L"another|TRACE|1|F|lowest"}));
+}
+
+TEST(PropertiesFile, MayHaveAByteOrderMarkAndWindowsLineEnds) {
+  LogFolder log;
+  std::wstring lines = L"\xFEFF" + FileAppender(L"${LogFolder}\\SolidWorks.log");
+  for (std::size_t at = 0; (at = lines.find(L'\n', at)) != std::wstring::npos; at += 2)
+    lines.insert(at, L"\r");
+  ASSERT_TRUE(log.StartWith(lines));
+  PrintError(L"text");
+  EXPECT_EQ(log.Lines(), std::vector<std::wstring>{kErrorLine});
+}
+
+TEST(PropertiesFile, NamesFilesInAnyScript) {
+  LogFolder log;
+  ASSERT_TRUE(log.StartWith(FileAppender(L"${LogFolder}\\日志 \U0001F529.log")));
+  PrintError(L"text");
+  EXPECT_EQ(log.Lines(L"日志 \U0001F529.log"), std::vector<std::wstring>{kErrorLine});
+}
+
+TEST(PropertiesFile, TakesVariablesFromItselfThenFromTheEnvironment) {
+  // Both are in the environment; the library sees what was there when the process began.
+  LogFolder log;
+  ASSERT_TRUE(log.StartWith(L"COMSPEC=own\n" + FileAppender(L"${LogFolder}\\${COMSPEC}-${OS}.log")));
+  PrintError(L"text");
+  EXPECT_EQ(log.Lines(L"own-Windows_NT.log"), std::vector<std::wstring>{kErrorLine});
+}
+
+TEST(PropertiesFile, MaySetTheLogFolderItself) {
+  const TempFolder other;
+  LogFolder log;
+  ASSERT_TRUE(
+      log.StartWith(L"LogFolder=" + other.Path() + L"\n" + FileAppender(L"${LogFolder}\\SolidWorks.log")));
+  PrintError(L"text");
+  EXPECT_TRUE(other.Exists(L"SolidWorks.log"));
+}
+
+TEST(PropertiesFile, KeepsTheLocaleThatAnAppenderNames) {
+  LogFolder log;
+  ASSERT_TRUE(log.StartWith(FileAppender(L"${LogFolder}\\SolidWorks.log") +
+                            L"log4cplus.appender.file.Locale=CLASSIC\n"));
+  PrintError(L"text");
+  PrintError(L"图纸");
+  PrintError(L"text");
+  ASSERT_FALSE(log.Lines().empty());
+  EXPECT_EQ(log.Lines()[0], kErrorLine);
+  EXPECT_EQ(log.Folder().ReadText(L"SolidWorks.log").find(L"图纸"), std::wstring::npos);
+}
+
+TEST(PropertiesFile, WritesUtf8AfterARollingFileRolls) {
+  LogFolder log;
+  ASSERT_TRUE(
+      log.StartWith(L"log4cplus.rootLogger=TRACE, file\n"
+                    L"log4cplus.appender.file=log4cplus::RollingFileAppender\n"
+                    L"log4cplus.appender.file.File=${LogFolder}\\SolidWorks.log\n"
+                    L"log4cplus.appender.file.MaxFileSize=200KB\n"
+                    L"log4cplus.appender.file.MaxBackupIndex=2\n"));
+  for (int i = 0; i < 5; ++i) PrintError(std::wstring(70'000, L'图'));
+  PrintError(L"text");
+  EXPECT_EQ(log.Lines(), std::vector<std::wstring>{kErrorLine});
+  EXPECT_TRUE(log.Folder().ReadText(L"SolidWorks.log.1").ends_with(L"图图\r\n"));
+}
+
+TEST(PropertiesFile, GivesTheSharedFileItsSizeAndCount) {
+  LogFolder log;
+  ASSERT_TRUE(
+      log.StartWith(L"log4cplus.rootLogger=TRACE, file\n"
+                    L"log4cplus.appender.file=tavo::SharedFileAppender\n"
+                    L"log4cplus.appender.file.File=${LogFolder}\\SolidWorks.log\n"
+                    L"log4cplus.appender.file.MaxFileSize=1KB\n"
+                    L"log4cplus.appender.file.MaxBackupIndex=2\n"));
+  for (int i = 0; i < 200; ++i) PrintError(L"text");
+  EXPECT_EQ(log.Folder().List(), (std::vector<std::wstring>{L"Log4cplus.properties", L"SolidWorks.log",
+                                                            L"SolidWorks.log.1", L"SolidWorks.log.2"}));
+  EXPECT_LE(log.Folder().Read(L"SolidWorks.log.1").size(), 1024u);
+  EXPECT_GT(log.Folder().Read(L"SolidWorks.log.1").size(), 900u);
+}
+
+TEST(PropertiesFile, LivesWithAFileThatCannotBeOpened) {
+  LogFolder log;
+  log.Folder().MakeFolder(L"SolidWorks.log");
+  ASSERT_TRUE(log.StartWith(FileAppender(L"${LogFolder}\\SolidWorks.log")));
+  PrintError(L"lost");
+  EXPECT_TRUE(log.Folder().List(L"SolidWorks.log").empty());
+}
+
+TEST(PropertiesFile, MaySwitchTheLogOff) {
+  LogFolder log;
+  ASSERT_TRUE(log.StartWith(L"log4cplus.rootLogger=OFF\n"));
+  PrintError(L"text");
+  EXPECT_EQ(log.Folder().List(), std::vector<std::wstring>{L"Log4cplus.properties"});
+}
+
+struct UselessFile {
+  const char* what;
+  std::string content;
+};
+
+TEST(PropertiesFile, OfNoUseGivesTheBuiltInSetUpAndALineThatSaysSo) {
+  const UselessFile files[] = {
+      {"empty", ""},
+      {"no properties", "just some text\nand more"},
+      {"not text", std::string("\x00\xFF\xFE\x80=\x01,\n\n", 8)},
+      {"misspelt appender",
+       "log4cplus.rootLogger=INFO, file\nlog4cplus.appender.file=log4cplus::FielAppender"},
+      {"logger without an appender", "log4cplus.rootLogger=INFO"},
+      {"unclosed variable", "log4cplus.rootLogger=${INFO, file"},
+      {"unknown filter",
+       "log4cplus.rootLogger=INFO, file\nlog4cplus.appender.file=log4cplus::FileAppender\n"
+       "log4cplus.appender.file.filters.1=NoSuchFilter"},
+  };
+  for (const UselessFile& file : files) {
+    SCOPED_TRACE(file.what);
+    LogFolder log;
+    const std::wstring path = log.Folder().Write(L"Log4cplus.properties", file.content);
+    ASSERT_TRUE(log.Start());
+    PrintError(L"text");
+    const std::vector<std::wstring> lines = log.Lines();
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_NE(lines[0].find(L" ERROR platform "), std::wstring::npos);
+    EXPECT_NE(lines[0].find(L"/Log4cplus.properties gives no logger an appender"), std::wstring::npos);
+    EXPECT_TRUE(lines[1].ends_with(L"text"));
+  }
+}
+
+TEST(PropertiesFile, ThatCannotBeReadGivesTheBuiltInSetUpAndALineThatSaysSo) {
+  LogFolder log;
+  log.Folder().MakeFolder(L"Log4cplus.properties");
+  ASSERT_TRUE(log.Start());
+  const std::vector<std::wstring> lines = log.Lines();
+  ASSERT_EQ(lines.size(), 1u);
+  EXPECT_NE(lines[0].find(L"cannot read " + log.Folder().Path() + L"/Log4cplus.properties"),
+            std::wstring::npos);
+}
+
+TEST(PropertiesFile, DoesNotGetAppendersWithThreadsOfTheirOwn) {
+  LogFolder log;
+  ASSERT_TRUE(
+      log.StartWith(L"log4cplus.rootLogger=TRACE, file, queue, remote\n"
+                    L"log4cplus.appender.file=log4cplus::FileAppender\n"
+                    L"log4cplus.appender.file.File=${LogFolder}\\SolidWorks.log\n"
+                    L"log4cplus.appender.queue=log4cplus::AsyncAppender\n"
+                    L"log4cplus.appender.queue.Appender=log4cplus::NullAppender\n"
+                    L"log4cplus.appender.remote=log4cplus::SocketAppender\n"
+                    L"log4cplus.appender.remote.host=localhost\n"
+                    L"log4cplus.appender.remote.port=1\n"));
+  PrintError(L"text");
+  const std::vector<std::wstring> lines = log.Lines();
+  ASSERT_EQ(lines.size(), 3u);
+  EXPECT_NE(lines[0].find(L"the appender \"queue\""), std::wstring::npos);
+  EXPECT_NE(lines[1].find(L"the appender \"remote\""), std::wstring::npos);
+  EXPECT_EQ(lines[2], kErrorLine);
+}
+}  // namespace

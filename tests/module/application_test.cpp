@@ -1,0 +1,126 @@
+// The application object: whose resources are current, and its message box.
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include "linked_module.h"
+#include "message_boxes.h"
+#include "module/application.h"
+#include "module/module_state.h"
+#include "module/string_table.h"
+#include "resources/resource_ids.h"
+#include "user_language.h"
+
+namespace {
+
+class Application : public testing::Test {
+ protected:
+  static HINSTANCE Current() { return CSolidWorksAddInApp::Instance().ResourceModule(); }
+  static HINSTANCE Program() { return GetModuleHandleW(nullptr); }
+
+  LinkedModule m_module;
+  const UserLanguage m_english{MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US)};
+};
+
+/// A window of the host that notes whether it was ever disabled.
+class HostWindow {
+ public:
+  HostWindow()
+      : m_window(CreateWindowW(L"STATIC", L"host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 200, 100, nullptr,
+                               nullptr, nullptr, nullptr)) {
+    SetWindowLongPtrW(m_window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    SetWindowLongPtrW(m_window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&OnMessage));
+  }
+  HostWindow(const HostWindow&) = delete;
+  HostWindow& operator=(const HostWindow&) = delete;
+  ~HostWindow() { DestroyWindow(m_window); }
+
+  HWND Handle() const { return m_window; }
+  bool WasDisabled() const { return m_was_disabled; }
+
+ private:
+  static LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    auto* const host = reinterpret_cast<HostWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (message == WM_ENABLE && !wparam) host->m_was_disabled = true;
+    return DefWindowProcW(window, message, wparam, lparam);
+  }
+
+  HWND m_window;
+  bool m_was_disabled = false;
+};
+
+}  // namespace
+
+TEST_F(Application, TakesResourcesFromTheDllInsideAModuleStateOnly) {
+  EXPECT_EQ(Current(), Program());
+  EXPECT_EQ(LoadResourceString(IDS_LOAD_MODEL), L"");
+  {
+    const ModuleState state;
+    EXPECT_EQ(Current(), m_module.Handle());
+    EXPECT_EQ(LoadResourceString(IDS_LOAD_MODEL), L"Load Model");
+  }
+  EXPECT_EQ(Current(), Program());
+}
+
+TEST_F(Application, ModuleStatesNest) {
+  const ModuleState outer;
+  { const ModuleState inner; }
+  EXPECT_EQ(Current(), m_module.Handle());
+}
+
+TEST_F(Application, ModuleStatesBelongToTheirThread) {
+  const ModuleState state;
+  HINSTANCE elsewhere = nullptr;
+  std::thread([&elsewhere] { elsewhere = Current(); }).join();
+  EXPECT_EQ(elsewhere, Program());
+}
+
+TEST_F(Application, AModuleStateEndsWithAnException) {
+  try {
+    const ModuleState state;
+    throw 1;
+  } catch (int) {
+  }
+  EXPECT_EQ(Current(), Program());
+  EXPECT_TRUE(CSolidWorksAddInApp::Instance().CanUnload());
+}
+
+TEST_F(Application, CannotBeUnloadedWhileAThreadIsInside) {
+  EXPECT_TRUE(CSolidWorksAddInApp::Instance().CanUnload());
+  const ModuleState state;
+  EXPECT_FALSE(CSolidWorksAddInApp::Instance().CanUnload());
+}
+
+TEST_F(Application, HasItsTitleFromTheStringTable) {
+  EXPECT_EQ(CSolidWorksAddInApp::Instance().Title(), L"Collaborative management");
+}
+
+TEST_F(Application, ShowsABoxWithTitleOkButtonAndExclamationIcon) {
+  MessageBoxRecorder boxes{IDOK};
+  EXPECT_EQ(CSolidWorksAddInApp::Instance().ShowMessageBox(L"Something is wrong"), IDOK);
+  ASSERT_EQ(boxes.Boxes().size(), 1u);
+  const RecordedMessageBox& box = boxes.Boxes().front();
+  EXPECT_EQ(box.text, L"Something is wrong");
+  EXPECT_EQ(box.caption, L"Collaborative management");
+  EXPECT_EQ(box.icon, static_cast<UINT>(MB_ICONEXCLAMATION));
+  EXPECT_EQ(box.buttons, std::vector<int>{IDOK});
+}
+
+TEST_F(Application, ItsBoxBelongsToTheActiveWindow) {
+  const HostWindow active, other;
+  SetActiveWindow(active.Handle());
+  ASSERT_EQ(GetActiveWindow(), active.Handle());
+  MessageBoxRecorder boxes{IDOK};
+  CSolidWorksAddInApp::Instance().ShowMessageBox(L"Something is wrong");
+  EXPECT_TRUE(active.WasDisabled());
+  EXPECT_FALSE(other.WasDisabled());
+}
+
+TEST_F(Application, ItsBoxIsModalToAllWindowsWhereNoneIsActive) {
+  const HostWindow inactive;
+  SetActiveWindow(nullptr);
+  ASSERT_EQ(GetActiveWindow(), nullptr);
+  MessageBoxRecorder boxes{IDOK};
+  CSolidWorksAddInApp::Instance().ShowMessageBox(L"Nobody is looking");
+  EXPECT_TRUE(inactive.WasDisabled());
+}

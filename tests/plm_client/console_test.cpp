@@ -1,0 +1,145 @@
+#include <gtest/gtest.h>
+
+#include <optional>
+
+#include "CStringHelper.h"
+#include "host.h"
+#include "temp_folder.h"
+
+namespace {
+
+/// plm_client.exe with its output in files.
+class Console {
+ public:
+  Console(const TempFolder& folder, const std::wstring& arguments) : m_folder(folder) {
+    const UniqueHandle output = CreateFileFor(L"output.txt"), errors = CreateFileFor(L"errors.txt");
+    std::wstring command = L"\"" + Program() + L"\" " + arguments;
+    STARTUPINFOW startup{};
+    startup.cb = sizeof(startup);
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdOutput = output.get();
+    startup.hStdError = errors.get();
+    PROCESS_INFORMATION started{};
+    EXPECT_TRUE(CreateProcessW(Program().c_str(), command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+                               &startup, &started));
+    m_process = OwnHandle(started.hProcess);
+    OwnHandle(started.hThread);
+  }
+  Console(const Console&) = delete;
+  Console& operator=(const Console&) = delete;
+  ~Console() { TerminateProcess(m_process.get(), 99); }
+
+  /// The exit code, if the program ends within ten seconds.
+  std::optional<DWORD> ExitCode() const {
+    DWORD code = 0;
+    if (WaitForSingleObject(m_process.get(), 10'000) != WAIT_OBJECT_0) return std::nullopt;
+    GetExitCodeProcess(m_process.get(), &code);
+    return code;
+  }
+
+  std::string Output() const { return m_folder.Read(L"output.txt"); }
+  std::string Errors() const { return m_folder.Read(L"errors.txt"); }
+
+ private:
+  static std::wstring Program() {
+    std::wstring path(MAX_PATH, L'\0');
+    path.resize(GetModuleFileNameW(nullptr, path.data(), MAX_PATH));
+    const std::wstring tests = path.substr(0, path.rfind(L'\\'));
+    return tests.substr(0, tests.rfind(L'\\')) + L"\\bin\\plm_client.exe";
+  }
+
+  UniqueHandle CreateFileFor(const wchar_t* name) const {
+    SECURITY_ATTRIBUTES inheritable{sizeof(inheritable), nullptr, TRUE};
+    return OwnHandle(CreateFileW(m_folder.Path(name).c_str(), GENERIC_WRITE,
+                                 FILE_SHARE_READ | FILE_SHARE_WRITE, &inheritable, CREATE_ALWAYS, 0,
+                                 nullptr));
+  }
+
+  const TempFolder& m_folder;
+  UniqueHandle m_process;
+};
+
+class ConsoleTest : public testing::Test {
+ protected:
+  /// The program over the folder "answers", on this test's pipe.
+  std::wstring Arguments(const std::wstring& further = L"") const {
+    return L"--answers \"" + folder.Path(L"answers") + L"\" --pipe " + pipe + L" " + further;
+  }
+
+  /// A host, as soon as the pipe is served.
+  Host Connect() const {
+    Host host(pipe);
+    for (int tries = 0; tries < 500 && !host.IsConnected(); ++tries) {
+      Sleep(10);
+      host = Host(pipe);
+    }
+    EXPECT_TRUE(host.IsConnected());
+    return host;
+  }
+
+  const std::wstring pipe = NewPipeName();
+  TempFolder folder;
+};
+
+TEST_F(ConsoleTest, AnswersOutOfTheFolderTellsRecordsAndEndsWhenIdle) {
+  folder.Write(L"answers\\QD_PLMLogin.json", R"({"__InvokeResult__":true})");
+  const Console console(folder,
+                        Arguments(L"--until-idle 1 --record \"" + folder.Path(L"record.jsonl") + L"\""));
+  {
+    const Host host = Connect();
+    EXPECT_EQ(host.Ask(1, "QD_PLMLogin"),
+              R"({"jsonrpc":"2.0","id":1,"result":{"answer":"{\"__InvokeResult__\":true}"}})");
+    EXPECT_EQ(host.Ask(2, "QD_PLMQuery", "{\"a\":1}"), R"({"jsonrpc":"2.0","id":2,"result":{"answer":""}})");
+    Sleep(1'500);  // connected is not idle
+    EXPECT_EQ(host.Ask(3, "QD_PLMLogin").find("error"), std::string::npos);
+  }
+  EXPECT_EQ(console.ExitCode(), 0u);
+  const std::string login =
+      "    PLM client asked: QD_PLMLogin with nothing\r\n"
+      "    PLM client answers, from QD_PLMLogin.json: {\"__InvokeResult__\":true}\r\n";
+  EXPECT_EQ(console.Output(), "serving \\\\.\\pipe\\" + CStringHelper::UnicodeToUTF8(pipe) + "\r\n" + login +
+                                  "    PLM client asked: QD_PLMQuery with {\"a\":1}\r\n"
+                                  "    PLM client answers: nothing\r\n" +
+                                  login);
+  EXPECT_EQ(folder.Read(L"record.jsonl"),
+            "{\"command\":\"QD_PLMLogin\",\"request\":\"\"}\n"
+            "{\"command\":\"QD_PLMQuery\",\"request\":\"{\\\"a\\\":1}\"}\n"
+            "{\"command\":\"QD_PLMLogin\",\"request\":\"\"}\n");
+  EXPECT_EQ(console.Errors(), "");
+}
+
+TEST_F(ConsoleTest, IsQuietWhenTold) {
+  folder.MakeFolder(L"answers");
+  const Console console(folder, Arguments(L"--until-idle 1 --quiet"));
+  EXPECT_EQ(Connect().Ask(1, "QD_PLMQuery"), R"({"jsonrpc":"2.0","id":1,"result":{"answer":""}})");
+  EXPECT_EQ(console.ExitCode(), 0u);
+  EXPECT_EQ(console.Output(), "");
+}
+
+TEST_F(ConsoleTest, SaysWhatIsWrongWithItsArguments) {
+  folder.MakeFolder(L"answers");
+  const std::pair<std::wstring, const char*> cases[] = {
+      {L"", "--answers must name a folder"},
+      {L"--answers \"" + folder.Path(L"missing") + L"\"", "--answers must name a folder"},
+      {L"--answers", "--answers needs a value"},
+      {Arguments(L"--until-idle soon"), "--until-idle takes a number of seconds, not soon"},
+      {Arguments(L"--loud"), "no such option: --loud"},
+      {Arguments(L"--record \"" + folder.Path(L"missing\\record") + L"\""), "cannot be written"},
+  };
+  for (const auto& [arguments, message] : cases) {
+    const Console console(folder, arguments);
+    EXPECT_EQ(console.ExitCode(), 2u) << message;
+    EXPECT_NE(console.Errors().find(message), std::string::npos) << console.Errors();
+  }
+}
+
+TEST_F(ConsoleTest, SaysThatAnotherClientServesThePipe) {
+  folder.MakeFolder(L"answers");
+  const Console first(folder, Arguments());
+  Connect();
+  const Console second(folder, Arguments());
+  EXPECT_EQ(second.ExitCode(), 2u);
+  EXPECT_NE(second.Errors().find("cannot be made"), std::string::npos) << second.Errors();
+}
+
+}  // namespace
