@@ -48,7 +48,7 @@ fetch_source() {
 build_dependency() {
   local kind="$1" name="$2" source="$3"
   shift 3
-  local prefix="$root/build/deps/$kind" work="$root/build/deps/$kind/work/$name"
+  local prefix="$root/build/deps/$kind" work="$root/build/deps/$kind/objects/$name"
   local stamp="$prefix/.$name"
   [ "$(cat "$stamp" 2>/dev/null)" = "$*" ] && return
   [ "$name" = log4cplus ] && fetch_source log4cplus "$source"
