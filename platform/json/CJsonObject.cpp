@@ -35,15 +35,16 @@ CJsonObject::CJsonObject()
     : m_pDocument(std::make_shared<Document>(rapidjson::kObjectType)), m_pValue(m_pDocument.get()) {}
 
 bool CJsonObject::CreateFrom(const std::wstring& text) {
-  Document document(rapidjson::kObjectType);
-  bool well_formed = false;
   try {
-    well_formed = !ParseJson(CStringHelper::UnicodeToUTF8(text), document);
-  } catch (const std::bad_alloc&) {
-    // A text too large for the memory reads like a malformed one.
+    Document document(rapidjson::kObjectType);
+    const bool well_formed = !ParseJson(CStringHelper::UnicodeToUTF8(text), document);
+    ReplaceBy(std::move(document));
+    return well_formed;
+  } catch (const std::bad_alloc&) {  // a text too large for the memory reads like a malformed one
+    m_members.Clear();
+    m_pValue->SetObject();
+    return false;
   }
-  ReplaceBy(std::move(document));
-  return well_formed;
 }
 
 void CJsonObject::CreateFromFile(const std::wstring& path) { ReplaceBy(ReadJsonFile(path)); }

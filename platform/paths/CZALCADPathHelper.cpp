@@ -31,11 +31,14 @@ std::wstring RootFolder() {
   return root;
 }
 
-// The folder of the module that this code is linked into.
+// The folder of the module that this code is linked into; empty where the system does not tell it.
 std::wstring ModuleFolder() {
   HMODULE module = nullptr;
-  GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                     reinterpret_cast<LPCWSTR>(&ModuleFolder), &module);
+  if (!GetModuleHandleExW(
+          GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+          reinterpret_cast<LPCWSTR>(&ModuleFolder), &module)) {
+    return {};
+  }
   std::wstring path(MAX_PATH, L'\0');
   DWORD length = GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size()));
   while (length == path.size()) {  // did not fit
@@ -46,6 +49,12 @@ std::wstring ModuleFolder() {
   std::wstring folder, name;
   CFilePathHelper::SplitFilePath(path, folder, name);
   return folder;
+}
+
+// The default that is installed beside the module; empty where its folder is not known.
+std::wstring InstalledPath(const std::wstring& file) {
+  const std::wstring folder = ModuleFolder();
+  return folder.empty() ? folder : folder + L"\\config\\" + file;
 }
 
 bool IsFile(const std::wstring& path) {
@@ -66,7 +75,7 @@ long CZALCADPathHelper::GetCADCfgPath(const std::wstring& name, const std::wstri
                                       std::wstring& path) {
   const std::wstring root = RootFolder();
   const std::wstring own = root + L"\\config\\" + (name.empty() ? ChosenName() : name) + L"\\" + file;
-  const std::wstring installed = ModuleFolder() + L"\\config\\" + file;
+  const std::wstring installed = InstalledPath(file);
   if (root.empty()) {
     path = IsFile(installed) ? installed : std::wstring();
     return kNoRoot;

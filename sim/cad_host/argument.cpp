@@ -47,7 +47,7 @@ Argument OutArray(T* places, long count) {
     if (count > 0) std::fill_n(places, count, T{});
   };
   return {.is_result = true,
-          .is_given = places || count <= 0,
+          .is_given = places != nullptr,
           .text = [places, count] { return TextOfList(places, count); },
           .clear = clear,
           .take_back = clear,

@@ -54,7 +54,7 @@ Argument Out(T* place) {
 }
 Argument Out(BSTR* place);
 
-/// A result in an array of the caller's; null is allowed for an array of no elements.
+/// A result in an array of the caller's.
 Argument Out(long* places, long count);
 Argument Out(double* places, long count);
 

@@ -2,8 +2,10 @@
 
 #include <windows.h>
 
+#include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <system_error>
 
 #include "cad_host/host_error.h"
 #include "paths.h"
@@ -65,8 +67,14 @@ void ReadRecord(const Record& record, CommandMemory& memory) {
 
 }  // namespace
 
-CommandStore::CommandStore(const std::wstring& folder)
-    : m_path(folder.empty() ? L"" : FullPath(folder) + L"\\commands.txt") {}
+CommandStore::CommandStore(const std::wstring& folder) {
+  if (folder.empty()) return;
+  const std::wstring full_path = FullPath(folder);
+  std::error_code error;
+  std::filesystem::create_directories(full_path, error);
+  if (error) throw HostError(L"cannot make the folder " + full_path);
+  m_path = full_path + L"\\commands.txt";
+}
 
 CommandMemory CommandStore::Read() const {
   CommandMemory memory;

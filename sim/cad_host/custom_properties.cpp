@@ -37,7 +37,6 @@ std::wstring ResolveExpressions(const std::wstring& text, const ModelFile& model
 
 long SetProperty(Document& document, CustomProperties& properties, const std::wstring& name,
                  const std::wstring& text, std::size_t& next) {
-  if (document.read_only || document.view_only) return kSetRefused;
   auto* const property = const_cast<CustomProperty*>(FindProperty(properties, name, next));
   if (!property) return swCustomInfoSetResult_NotPresent;
   if (!FitsType(text, property->type)) return swCustomInfoSetResult_TypeMismatch;

@@ -18,7 +18,7 @@ const CustomProperty* FindProperty(const CustomProperties& properties, const std
 std::wstring ResolveExpressions(const std::wstring& text, const ModelFile& model);
 
 /// Gives a property that is there another text; `next` as for FindProperty.
-/// @return swCustomInfoSetResult_e or kSetRefused.
+/// @return swCustomInfoSetResult_e.
 long SetProperty(Document& document, CustomProperties& properties, const std::wstring& name,
                  const std::wstring& text, std::size_t& next);
 

@@ -80,6 +80,7 @@ STDMETHODIMP PropertyManagerFace::GetNames(VARIANT* retval) {
 STDMETHODIMP PropertyManagerFace::Set(BSTR FieldName, BSTR FieldValue, long* retval) {
   return Call(
       L"ICustomPropertyManager::Set", {In(FieldName), In(FieldValue), Out(retval)}, [&](Document& document) {
+        if (document.read_only || document.view_only) return E_ACCESSDENIED;
         *retval = SetProperty(document, PropertiesOf(document), Text(FieldName), Text(FieldValue), m_next);
         return S_OK;
       });

@@ -23,9 +23,6 @@ enum swCustomInfoSetResult_e : long {
   swCustomInfoSetResult_TypeMismatch = 2,
 };
 
-/// What the simulated host's Set gives for a document that cannot be changed.
-inline constexpr long kSetRefused = -1;
-
 /// What ICommandManager::CreateCommandGroup2 stores in its Errors argument.
 enum swCreateCommandGroupErrors : long {
   swCreateCommandGroup_Success = 1,

@@ -10,7 +10,7 @@
 #include "system_pointers.h"
 
 // The type library's bytes, linked in so that a program with the host in it needs no file beside it.
-asm(".section .rdata\n"
+asm(".section .rdata,\"dr\"\n"
     ".global cad_host_type_library\n"
     "cad_host_type_library: .incbin \"" CAD_HOST_TYPE_LIBRARY
     "\"\n"

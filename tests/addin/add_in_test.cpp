@@ -24,8 +24,7 @@ AddInTest::AddInTest() : m_home(PlatformHome::Instance()) {
   m_home.WriteConfiguration(L"PlmClient.json", R"({"pipe":")" + Utf8(PipeName()) + R"("})");
   m_script.Always("QD_PLMLogin", plm_client::Reply::Text(kLoginAnswer));
   m_script.Always("QD_PLMLogout", plm_client::Reply::Text(R"({"__InvokeResult__":true})"));
-  m_client =
-      std::make_unique<plm_client::Client>(plm_client::Settings{.pipe = PipeName()}, std::ref(m_script));
+  ServeWith(std::ref(m_script));
   RestartHost();
   m_boxes.emplace();
 }
@@ -54,6 +53,13 @@ void AddInTest::ConnectAndLogIn() {
 }
 
 bool AddInTest::Disconnect() { return m_host->Disconnect(*std::exchange(m_add_in, nullptr)); }
+
+void AddInTest::ServeWith(plm_client::Client::Handler handler) {
+  m_client.reset();  // one serves the pipe
+  m_client =
+      std::make_unique<plm_client::Client>(plm_client::Settings{.pipe = PipeName()}, std::move(handler));
+  m_seen_requests = 0;
+}
 
 void AddInTest::RestartHost(const std::wstring& revision) {
   m_add_in = nullptr;

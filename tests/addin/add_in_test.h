@@ -43,6 +43,10 @@ class AddInTest : public testing::Test {
   /// Makes the host another one, such as one of another revision; the state folder stays.
   void RestartHost(const std::wstring& revision = L"31.0.0");
 
+  /// Starts another PLM client, which answers as `handler` says, in the place of the one that does what the
+  /// test has laid down.
+  void ServeWith(plm_client::Client::Handler handler);
+
   /// Stops the PLM client.
   void StopClient() { m_client.reset(); }
 

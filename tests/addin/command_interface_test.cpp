@@ -86,10 +86,26 @@ TEST_F(CommandInterface, HasATabForAssembliesDrawingsAndPartsInThatOrder) {
   }
 }
 
-TEST_F(CommandInterface, TakesFourteenItems) {
+TEST_F(CommandInterface, TakesFourteenItemsInTheirOrder) {
   ConnectWith(ViewWithItems(14));
-  EXPECT_EQ(Group().items.size(), 14u);
-  for (const auto& tab : m_host->Tabs()) EXPECT_EQ(tab->boxes.at(0)->commands.size(), 14u);
+  std::vector<std::wstring> items;
+  std::vector<long> ids;
+  for (int index = 0; index < 14; ++index) {
+    const std::wstring number = std::to_wstring(index);
+    items.push_back(L"\"Item " + number + L"\", -1, \"hint " + number + L"\", \"tip " + number + L"\", " +
+                    number + L", \"PlmLogin\", \"EnablePlmLogin\", 0");
+    ids.push_back(Group().items.at(static_cast<std::size_t>(index)).command_id);
+  }
+  EXPECT_EQ(CallsOf(L"ICommandGroup::AddCommandItem"), items);
+  ASSERT_EQ(m_host->Tabs().size(), 3u);
+  for (const auto& tab : m_host->Tabs()) {
+    std::vector<long> in_tab;
+    for (const auto& command : tab->boxes.at(0)->commands) {
+      in_tab.push_back(command.id);
+      EXPECT_EQ(command.text_style, 2);
+    }
+    EXPECT_EQ(in_tab, ids);
+  }
 }
 
 TEST_F(CommandInterface, TakesSixteenItems) {
@@ -165,6 +181,35 @@ TEST_F(CommandInterface, OfSeveralItemsIsBuiltAnewOnEveryLaterStart) {
     EXPECT_EQ(CallsOf(L"ICommandManager::RemoveCommandTab").size(), 3u);
     EXPECT_EQ(m_host->Tabs().size(), 3u) << "tabs neither double nor vanish";
   }
+}
+
+TEST_F(CommandInterface, RemovesEachTabBeforeItAddsTheNewOne) {
+  ConnectWith(ViewWithItems(2));
+  Restart();
+  Connect();
+  std::vector<std::wstring> calls;
+  for (const auto& call : m_host->GetJournal().Calls()) {
+    const bool of_tabs = call.method.find(L"CommandTab") != std::wstring::npos &&
+                         call.method.starts_with(L"ICommandManager::");
+    if (of_tabs) calls.push_back(call.method.substr(17) + L" " + call.arguments);
+  }
+  std::vector<std::wstring> expected;
+  for (const auto& [type, name] : {std::pair(L"2", L"assembly"), {L"3", L"drawing"}, {L"1", L"part"}}) {
+    const std::wstring tab = std::wstring(type) + L", \"PLM\"";
+    expected.insert(expected.end(), {L"GetCommandTab " + tab,
+                                     L"RemoveCommandTab command tab \"PLM\" of " + std::wstring(name),
+                                     L"AddCommandTab " + tab});
+  }
+  EXPECT_EQ(calls, expected);
+}
+
+/// Saved is a group without items: its ids are none, and these are not those of a single item.
+TEST_F(CommandInterface, OfNoItemsIsBuiltAnewOnALaterStart) {
+  ConnectWith(ViewWithItems(0));
+  Restart();
+  ConnectWith(ViewWithItems(1));
+  EXPECT_EQ(CallsOf(L"ICommandManager::IGetGroupDataFromRegistry"), std::vector<std::wstring>{L"0, 0"});
+  EXPECT_TRUE(Group().ignores_previous);
 }
 
 TEST_F(CommandInterface, OfOneItemKeepsItsTabsOnALaterStart) {

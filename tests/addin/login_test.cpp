@@ -119,14 +119,6 @@ TEST_P(FailedLogout, ReturnsSuccessLogsNothingAndLeavesTheUserLoggedIn) {
 INSTANTIATE_TEST_SUITE_P(, FailedLogout,
                          testing::Values("", "{}", R"({"__InvokeResult__":false})", "{", "[]"));
 
-TEST_F(Login, IsForgottenByANewConnection) {
-  ConnectAndLogIn();
-  Answer("QD_PLMLogout", "{}");
-  Disconnect();
-  Connect();
-  ExpectLoggedIn(false);
-}
-
 TEST_F(Login, MayBeUndoneWithoutHavingBeenMade) {
   Connect();
   EXPECT_EQ(Face()->PlmLogOut(), S_OK);

@@ -80,7 +80,10 @@ TEST_P(OpenFile, TellsTheLogAndTheUserWhatCannotBeOpenedAndGoesOn) {
   const std::wstring missing = m_folder.Path(L"missing.sldprt");
   const std::wstring part = MakeModel(L"part.sldprt");
   m_boxes->Expect(IDOK);
+  std::size_t lines_at_box = 0;
+  m_boxes->WhileUp([&] { lines_at_box = AddInLog().size(); });
   PickWith({missing, part});
+  EXPECT_EQ(lines_at_box, 1u) << "the log is told first";
   ASSERT_EQ(m_boxes->Boxes().size(), 1u);
   EXPECT_EQ(m_boxes->Boxes()[0].text, FailedText(missing));
   EXPECT_EQ(m_boxes->Boxes()[0].caption, L"Collaborative management");
@@ -114,6 +117,7 @@ TEST_P(OpenFile, PassesAFileOfAnotherKindOnAsTypeNone) {
   PickWith({text});
   EXPECT_EQ(HostCalls(), std::vector<std::wstring>{L"ISldWorks::OpenDoc6(\"" + text + L"\", 0, 1, \"\")"});
   EXPECT_EQ(m_boxes->Boxes().at(0).text, FailedText(text));
+  EXPECT_EQ(AddInLog(), std::vector<std::wstring>{FailedLine(text, L"0")});
 }
 
 TEST_P(OpenFile, TakesTheTypeFromAnywhereInThePath) {

@@ -14,7 +14,6 @@ using cad_host::ModelFile;
 constexpr long kSet = 0;
 constexpr long kNotPresent = 1;
 constexpr long kTypeMismatch = 2;
-constexpr long kRefused = -1;
 
 const CustomProperties kProperties = {{L"Name", L"螺栓 \\ \"M8\""},
                                       {L"Weight", L"\"SW-Mass@bolt.SLDPRT\""},
@@ -46,9 +45,9 @@ class PropertiesTest : public HostTest {
     return manager;
   }
 
-  long Set(const std::wstring& name, const std::wstring& value) {
+  long Set(const std::wstring& name, const std::wstring& value, HRESULT expected = S_OK) {
     long status = 99;
-    EXPECT_EQ(Manager()->Set(CComBSTR(name), CComBSTR(value), &status), S_OK);
+    EXPECT_EQ(Manager()->Set(CComBSTR(name), CComBSTR(value), &status), expected);
     return status;
   }
 
@@ -148,10 +147,10 @@ TEST_F(PropertiesTest, SetsOnlyWhatIsThereAndFits) {
 TEST_F(PropertiesTest, AReadOnlyDocumentRefusesToSet) {
   const auto document = OpenWithProperties();
   document->read_only = true;
-  EXPECT_EQ(Set(L"Name", L"x"), kRefused);
+  Set(L"Name", L"x", E_ACCESSDENIED);
   document->read_only = false;
   document->view_only = true;
-  EXPECT_EQ(Set(L"Name", L"x"), kRefused);
+  Set(L"Name", L"x", E_ACCESSDENIED);
   EXPECT_EQ(Get2(L"Name").first, kProperties[0].text);
 }
 

@@ -15,7 +15,7 @@ namespace {
 
 class Application : public testing::Test {
  protected:
-  static HINSTANCE Current() { return CSolidWorksAddInApp::Instance().ResourceModule(); }
+  static HINSTANCE Current() { return ModuleState::ResourceModule(); }
   static HINSTANCE Program() { return GetModuleHandleW(nullptr); }
 
   LinkedModule m_module;

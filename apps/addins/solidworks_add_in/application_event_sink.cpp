@@ -67,7 +67,8 @@ IConnectionPointPtr FindEvents(IUnknown* host, HRESULT& result) {
   IConnectionPointContainerPtr container;
   IConnectionPointPtr point;
   result = host->QueryInterface(IID_PPV_ARGS(&container));
-  if (SUCCEEDED(result)) result = container->FindConnectionPoint(host::kApplicationEventsId, &point);
+  if (FAILED(result)) return point;
+  result = container ? container->FindConnectionPoint(host::kApplicationEventsId, &point) : E_POINTER;
   return point;
 }
 
@@ -122,7 +123,8 @@ void ApplicationEventAdvice::Advise(IUnknown* host, long host_major) {
   if (FAILED(result) || !events) return;
   IDispatchPtr sink;
   if (FAILED(CreateComObject<ApplicationEventSink>(IID_PPV_ARGS(&sink), major))) return;
-  events->Advise(sink, &m_cookie);
+  DWORD cookie = 0;
+  if (SUCCEEDED(events->Advise(sink, &cookie))) m_cookie = cookie;
 }
 
 HRESULT ApplicationEventAdvice::Unadvise(IUnknown* host) {

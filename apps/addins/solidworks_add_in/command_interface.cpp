@@ -3,13 +3,13 @@
 #include <array>
 #include <vector>
 
-#include "CLogInitializer.h"
 #include "CZALCADPathHelper.h"
 #include "DrawingHelper.h"
 #include "PlatformLog.h"
 #include "diagnostics.h"
 #include "host/constants.h"
 #include "module/com_object.h"
+#include "module/log_set_up.h"
 #include "module/module_state.h"
 #include "resources/resource_ids.h"
 #include "solidworks_add_in.h"
@@ -17,7 +17,6 @@
 namespace {
 
 constexpr const wchar_t* kConfigurationName = L"New TAVO SolidWorks AddOn";
-constexpr const wchar_t* kApplicationName = L"SolidWorks";
 
 // The group and all of its items have this user id.
 constexpr long kUserId = 0;
@@ -30,9 +29,6 @@ constexpr swDocumentTypes_e kTabDocumentTypes[] = {swDocASSEMBLY, swDocDRAWING, 
 
 using Items = std::vector<std::shared_ptr<CJsonObject>>;
 
-// The process's log set-up, made when the DLL loads and undone when it unloads.
-CLogInitializer log_initializer;
-
 /// What the host saved of the group on an earlier start.
 struct SavedGroup {
   bool found = false;
@@ -42,10 +38,12 @@ struct SavedGroup {
 SavedGroup ReadSavedGroup(const ICommandManagerPtr& manager) {
   long count = 0;
   manager->GetCommandIDsCount(kUserId, &count);
-  std::vector<long> saved(static_cast<std::size_t>(std::max(count, 0L)));
+  count = std::max(count, 0L);
+  std::vector<long> saved(static_cast<std::size_t>(count) + 1);  // an array has an address, also of none
   VARIANT_BOOL found = VARIANT_FALSE;
-  manager->IGetGroupDataFromRegistry(kUserId, static_cast<long>(saved.size()), saved.data(), &found);
+  manager->IGetGroupDataFromRegistry(kUserId, count, saved.data(), &found);
   if (!found) return {};
+  saved.resize(static_cast<std::size_t>(count));
   // Every item has the one user id, so a saved list of several items never matches: a menu that was
   // there before is built anew at every start.
   std::vector<long> known = {kUserId};
@@ -121,13 +119,6 @@ Items ReadItems(const CJsonObject& view, const std::wstring& view_file) {
 }
 
 }  // namespace
-
-bool CSolidWorksAddIn::InitialiseLog() {
-  if (CLogInitializer::Initialized()) return true;
-  std::wstring folder;
-  CZALCADPathHelper::GetCADCfgLogPath(folder);
-  return log_initializer.Initialize(folder, kApplicationName, folder + L"/Log4cplus.properties");
-}
 
 void CSolidWorksAddIn::BuildCommandInterface() {
   const ModuleState state;

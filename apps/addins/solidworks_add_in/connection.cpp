@@ -2,9 +2,12 @@
 #include <cstdlib>
 
 #include "CComBSTR.h"
+#include "CZALException.h"
 #include "PlatformLog.h"
 #include "diagnostics.h"
+#include "module/caught_exception.h"
 #include "module/com_module.h"
+#include "module/log_set_up.h"
 #include "solidworks_add_in.h"
 
 namespace {
@@ -31,14 +34,24 @@ long ModuleHandle() {
   return static_cast<long>(reinterpret_cast<LONG_PTR>(CSolidWorksAddInModule::Instance().ModuleHandle()));
 }
 
+/// Tells the log of the exception being handled.
+void LogFailedConnection() noexcept {
+  InitialiseLog();  // what failed may have come before
+  try {
+    LogPlatformError(L"connecting to the host failed" + CodeSuffix(CaughtException::Describe().code));
+  } catch (...) {  // no memory for the line; what failed goes its way all the same
+  }
+}
+
 }  // namespace
 
 STDMETHODIMP CSolidWorksAddIn::ConnectToSW(IDispatch* ThisSW, long Cookie, VARIANT_BOOL* IsConnected) {
   try {
     Connect(ThisSW, Cookie);
-  } catch (const _com_error& error) {
-    InitialiseLog();  // what failed may have come before
-    LogPlatformError(L"connecting to the host failed" + CodeSuffix(error.Error()));
+  } catch (const CZALException&) {  // told, with the file's name, where it was caught first
+    throw;
+  } catch (...) {
+    LogFailedConnection();
     throw;
   }
   if (IsConnected) *IsConnected = VARIANT_TRUE;

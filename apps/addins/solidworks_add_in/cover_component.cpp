@@ -57,7 +57,7 @@ bool MakeBackupFolder(const std::wstring& folder) {
   try {
     if (CFileHelper::CreateFolder(folder, false)) return true;
     LogFailure(site::kBackupFolderNotMade, platform_code::kBackupFolderNotMade, folder);
-  } catch (const CZALException&) {
+  } catch (...) {  // whatever a platform library of another make throws
     LogFailure(site::kBackupFolderInvalid, platform_code::kBackupFolderInvalid, folder + L"  is not valid");
   }
   return false;
@@ -106,9 +106,9 @@ bool CSolidWorksAddIn::ReplaceByCopy(const IAssemblyDocPtr& assembly, const std:
   }
   const FilePath download(download_path);
   const std::wstring source = download.folder + L"\\" + download.name;
-  if (const DWORD error = CopyOver(source, target)) {
+  if (const SystemError error = CopyOver(source, target)) {
     ShowMessage(IDS_REPLACEMENT_FAILED);
-    LogSystemFailure(site::kCopy, platform_code::kCopyFailed, error, TransferFailed(source, target));
+    LogSystemFailure(site::kCopy, platform_code::kCopyFailed, *error, TransferFailed(source, target));
     return false;
   }
   return ReplaceSelectedComponent(iSwApp, assembly, target, download_path, site::kReplace);

@@ -25,7 +25,8 @@ HRESULT ListActiveProperties(const ISldWorksPtr& application, const ActiveProper
   if (FAILED(result)) return fail(sites.list, result);
   properties.manager = manager;
   if (names.vt != (VT_ARRAY | VT_BSTR) || count <= 0) return S_OK;
-  CVariantHelper::Var2StringList(names, properties.names);
+  result = CVariantHelper::Var2StringList(names, properties.names);
+  if (result == E_OUTOFMEMORY) _com_issue_error(result);
   // Hosts have been seen to count more properties than they name.
   if (properties.names.size() > static_cast<std::size_t>(count)) properties.names.resize(count);
   return S_OK;

@@ -4,22 +4,25 @@
 
 namespace {
 
-DWORD ErrorOf(BOOL succeeded) { return succeeded ? ERROR_SUCCESS : GetLastError(); }
+SystemError ErrorOf(BOOL succeeded) {
+  if (succeeded) return std::nullopt;
+  return GetLastError();
+}
 
 }  // namespace
 
-DWORD CheckExists(const std::wstring& path) {
+SystemError CheckExists(const std::wstring& path) {
   const std::wstring file = CFilePathHelper::ToSystemPath(path);
   return ErrorOf(GetFileAttributesW(file.c_str()) != INVALID_FILE_ATTRIBUTES);
 }
 
-DWORD MoveOver(const std::wstring& from, const std::wstring& to) {
+SystemError MoveOver(const std::wstring& from, const std::wstring& to) {
   const std::wstring source = CFilePathHelper::ToSystemPath(from);
   const std::wstring target = CFilePathHelper::ToSystemPath(to);
   return ErrorOf(MoveFileExW(source.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING));
 }
 
-DWORD CopyOver(const std::wstring& from, const std::wstring& to) {
+SystemError CopyOver(const std::wstring& from, const std::wstring& to) {
   const std::wstring source = CFilePathHelper::ToSystemPath(from);
   const std::wstring target = CFilePathHelper::ToSystemPath(to);
   return ErrorOf(CopyFileW(source.c_str(), target.c_str(), FALSE));

@@ -51,14 +51,15 @@ STDMETHODIMP CSolidWorksAddIn::PlmCreateMaterial() {
     return S_OK;
   }
   std::wstring request;
+  IModelDoc2Ptr document;
   if (Ask(IDS_EXTRACT_PROPERTIES_QUESTION, IDS_EXTRACT_PROPERTIES)) {
     const auto properties = std::make_shared<CJsonObject>();
-    bool read = false;
-    const HRESULT result = ExtractProperties(properties, read);
-    if (!read) return result;
+    const HRESULT result = ExtractProperties(properties, document);
+    if (!document) return result;
     request = Wrap(L"extract_info", properties->ToJson());
   }
   const std::wstring answer = SendCommand(plm_command::kCreateMaterial, std::move(request));
+  document = nullptr;  // held while the PLM client is at work
   if (answer == kNothing) return S_OK;
   if (!Ask(IDS_BACKFILL_PROPERTIES_QUESTION, IDS_BACKFILL_PROPERTIES)) return S_OK;
 
@@ -78,22 +79,25 @@ STDMETHODIMP CSolidWorksAddIn::PlmCreateMaterial() {
 }
 
 /// Reads the properties of the active document, whose path is m_currentFilePath.
-/// @param read whether they were read; where not, the log has been told why.
+/// @param document the document; null where they were not read, and the log has been told why.
 /// @return the result of the step that failed; a success also where the host opened no document.
-HRESULT CSolidWorksAddIn::ExtractProperties(const std::shared_ptr<CJsonObject>& properties, bool& read) {
+HRESULT CSolidWorksAddIn::ExtractProperties(const std::shared_ptr<CJsonObject>& properties,
+                                            IModelDoc2Ptr& document) {
   namespace site = log_site::create_material;
   m_documentTypes = {{L"sldprt", swDocPART}, {L"sldasm", swDocASSEMBLY}, {L"slddrw", swDocDRAWING}};
   const long type = m_documentTypes[CCADStringHelper::ToLower(FileExtension(m_currentFilePath))];
-  IModelDoc2Ptr document;
   HRESULT result =
       OpenSilently(iSwApp, CStringHelper::String2CComBSTR(m_currentFilePath), type, nullptr, document);
   if (FAILED(result) || !document) {
+    document = nullptr;
     LogFailure(site::kOpenDoc, result, m_currentFilePath);
     return result;
   }
   result = GetCustomProperty(document, properties);
-  read = SUCCEEDED(result);
-  if (!read) LogFailure(site::kReadProperties, result, m_currentFilePath);
+  if (FAILED(result)) {
+    document = nullptr;
+    LogFailure(site::kReadProperties, result, m_currentFilePath);
+  }
   return result;
 }
 

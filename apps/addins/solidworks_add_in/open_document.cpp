@@ -27,7 +27,7 @@ bool CSolidWorksAddIn::GetCurrentFilePath(std::wstring& path) {
   iSwApp->get_IActiveDoc2(&document);
   if (!document) return false;
   VARIANT_BOOL view_only = VARIANT_FALSE;
-  if (FAILED(document->IsOpenedViewOnly(&view_only)) || view_only != VARIANT_FALSE) return false;
+  if (document->IsOpenedViewOnly(&view_only) != S_OK || view_only != VARIANT_FALSE) return false;
   CComBSTR name;
   if (FAILED(document->GetPathName(&name))) return false;
   const std::wstring found = CStringHelper::CComBSTR2WString(name);

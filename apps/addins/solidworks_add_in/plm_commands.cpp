@@ -11,7 +11,9 @@ bool AnswerTellsSuccess(const std::wstring& answer) {
 /// Sends `command` through the invoker; raises E_POINTER before a connection.
 std::wstring CSolidWorksAddIn::SendCommand(const wchar_t* command, std::wstring request) {
   if (!m_invok) _com_issue_error(E_POINTER);
-  return m_invok->Invoke(command, std::move(request));
+  // While the command waits the host may connect the add-in anew, which replaces the invoker.
+  const std::shared_ptr<CZALCmdInvoker> invoker = m_invok;
+  return invoker->Invoke(command, std::move(request));
 }
 
 /// The text of what the PLM client answered at login, unchanged; raises E_POINTER while logged out.

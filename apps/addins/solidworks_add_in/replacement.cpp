@@ -24,7 +24,9 @@ ActiveAssembly GetActiveAssembly(const ISldWorksPtr& application, const ActiveAs
     LogFailureText(sites.type);
     return {};
   }
-  const IAssemblyDocPtr assembly = document;
+  IAssemblyDocPtr assembly;
+  const HRESULT queried = document->QueryInterface(IID_PPV_ARGS(&assembly));
+  if (FAILED(queried) && queried != E_NOINTERFACE) _com_issue_error(queried);
   if (!assembly) {
     FailReplacement(sites.assembly, result);
     return {};

@@ -31,5 +31,7 @@ STDMETHODIMP CSolidWorksAddIn::GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT c
 
 STDMETHODIMP CSolidWorksAddIn::Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters,
                                       VARIANT* result, EXCEPINFO* exception, UINT* bad_argument) {
+  // While a command waits the host may let go of the add-in.
+  const IUnknownPtr self(static_cast<IUnknown*>(static_cast<ISolidWorksAddIn*>(this)));
   return add_in_dispatch::Invoke(*this, id, iid, locale, flags, parameters, result, exception, bad_argument);
 }

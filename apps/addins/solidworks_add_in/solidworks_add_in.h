@@ -136,10 +136,8 @@ class CSolidWorksAddIn : public ISolidWorksAddIn, public ISwAddin {
  private:
   // connection.cpp
   void Connect(IDispatch* host, long cookie);
-  HRESULT UnadviseEvents();
 
   // command_interface.cpp
-  bool InitialiseLog();
   void BuildCommandInterface();
   void BuildMenu(const std::wstring& view_file);
 
@@ -163,7 +161,7 @@ class CSolidWorksAddIn : public ISolidWorksAddIn, public ISwAddin {
                      const std::wstring& target);
 
   // materials.cpp
-  HRESULT ExtractProperties(const std::shared_ptr<CJsonObject>& properties, bool& read);
+  HRESULT ExtractProperties(const std::shared_ptr<CJsonObject>& properties, IModelDoc2Ptr& document);
 
   ISldWorksPtr iSwApp;
   ICommandManagerPtr m_commandManager;

@@ -13,20 +13,20 @@ long CSolidWorksAddIn::SwapFile(const std::wstring& component_folder, const std:
   const std::wstring backup = backup_folder + L"\\" + component_name;
   const std::wstring target = component_folder + L"\\" + download_name;
 
-  if (CheckExists(current) == ERROR_SUCCESS) {
-    if (const DWORD error = MoveOver(current, backup)) {
-      LogSystemFailure(site::kMove, platform_code::kMoveToBackupFailed, error,
+  if (CheckExists(current) == std::nullopt) {
+    if (const SystemError error = MoveOver(current, backup)) {
+      LogSystemFailure(site::kMove, platform_code::kMoveToBackupFailed, *error,
                        TransferFailed(current, backup));
       return platform_code::kMoveToBackupFailed;
     }
   }
   // No way back from here: where a step fails, the old file stays in the backup folder.
-  if (const DWORD error = CheckExists(download)) {
-    LogSystemFailure(site::kAttributes, platform_code::kDownloadMissing, error);
+  if (const SystemError error = CheckExists(download)) {
+    LogSystemFailure(site::kAttributes, platform_code::kDownloadMissing, *error);
     return platform_code::kDownloadMissing;
   }
-  if (const DWORD error = CopyOver(download, target)) {
-    LogSystemFailure(site::kCopy, platform_code::kCopyFailed, error, TransferFailed(download, target));
+  if (const SystemError error = CopyOver(download, target)) {
+    LogSystemFailure(site::kCopy, platform_code::kCopyFailed, *error, TransferFailed(download, target));
     return platform_code::kCopyFailed;
   }
   return S_OK;

@@ -56,6 +56,9 @@ class Desk {
     if (!m_record) throw std::runtime_error(options.record.string() + " cannot be written");
   }
 
+  /// Holds requests back as long as the lock lives.
+  std::unique_lock<std::mutex> LetRequestsWait() { return std::unique_lock(m_mutex); }
+
   plm_client::Reply Handle(const plm_client::Request& request) {
     const plm_client::FiledAnswer answer = m_answers.Next(request.command);
     const std::lock_guard lock(m_mutex);
@@ -98,6 +101,8 @@ void WaitForEnd(const plm_client::Client& client, const Options& options) {
 void Run(const Options& options) {
   Desk desk(options);
   SetConsoleCtrlHandler(&Stop, TRUE);
+  // The first request may come before the pipe's name has been told.
+  std::unique_lock waiting = desk.LetRequestsWait();
   const plm_client::Client client(
       {.pipe = options.pipe},
       [&desk](const plm_client::Request& request, std::stop_token) { return desk.Handle(request); });
@@ -105,6 +110,7 @@ void Run(const Options& options) {
     std::printf("serving %s\n", CStringHelper::UnicodeToUTF8(client.PipePath()).c_str());
     std::fflush(stdout);
   }
+  waiting.unlock();
   WaitForEnd(client, options);
 }
 

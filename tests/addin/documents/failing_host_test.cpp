@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <map>
 #include <ostream>
 #include <tuple>
 
@@ -67,6 +68,27 @@ class DocumentOperation : public DocumentsTest {
     return false;
   }
 
+  /// The files by their names, with their content; folders end in a backslash.
+  using Files = std::map<std::wstring, std::string>;
+
+  Files FilesNow() const {
+    Files files;
+    for (const wchar_t* folder : {L"download", L"parts"}) AddFiles(folder, files);
+    return files;
+  }
+
+  /// What becomes of the files that were there before.
+  Files FilesAfter(Disk disk, Files files) const {
+    if (disk == Disk::Untouched) return files;
+    files[L"download\\temp\\"] = "";
+    if (disk == Disk::Copied) files[L"parts\\screw.sldprt"] = files.at(L"download\\screw.sldprt");
+    if (disk == Disk::Exchanged) {
+      files[L"download\\temp\\nut.sldprt"] = files.at(L"parts\\nut.sldprt");
+      files[L"parts\\nut.sldprt"] = files.at(L"download\\nut.sldprt");
+    }
+    return files;
+  }
+
   /// `text` with the paths of this run in it.
   std::wstring Filled(std::wstring text) const {
     const std::pair<std::wstring, std::wstring> places[] = {
@@ -98,6 +120,18 @@ class DocumentOperation : public DocumentsTest {
   }
 
  private:
+  void AddFiles(const std::wstring& folder, Files& files) const {
+    for (const std::wstring& entry : m_folder.List(folder)) {
+      const std::wstring name = folder + L"\\" + entry;
+      if (GetFileAttributesW(m_folder.Path(name).c_str()) & FILE_ATTRIBUTE_DIRECTORY) {
+        files[name + L"\\"] = "";
+        AddFiles(name, files);
+      } else {
+        files[name] = m_folder.Read(name);
+      }
+    }
+  }
+
   std::wstring m_file;
   std::wstring m_component_path;
   std::shared_ptr<cad_host::Document> m_assembly;
@@ -151,6 +185,7 @@ TEST_P(FailingHost, IsToldAsTheTableSaysAndLives) {
   const Outcome& expected = call.*failure.outcome;
   SetUpFor(call.operation);
   const Texts held = Held();
+  const Files files = FilesNow();
   m_host->GetFaults().Fail(call.method, call.nth, failure.result);
   if (!expected.box.empty()) ExpectBox();
 
@@ -162,6 +197,10 @@ TEST_P(FailingHost, IsToldAsTheTableSaysAndLives) {
   Texts lines;
   for (const std::wstring& line : expected.lines) lines.push_back(FilledLine(line));
   EXPECT_EQ(AddInLog(), lines);
+  if (!expected.box.empty()) {
+    EXPECT_EQ(LinesAtBoxes(), std::vector<std::size_t>{expected.lines_at_box});
+  }
+  EXPECT_EQ(FilesNow(), FilesAfter(call.disk, files));
   EXPECT_EQ(PlatformLog().size(), expected.raised == S_OK ? 0u : 1u);
   EXPECT_EQ(IsDone(call.operation), expected.done);
   EXPECT_EQ(Held(), held);

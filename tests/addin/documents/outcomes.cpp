@@ -20,19 +20,21 @@ Outcome Told(const std::wstring& box, const std::wstring& line) { return {.box =
 Outcome NotReplaced(const std::wstring& line) { return Told(shown::kReplacementFailed, line); }
 
 Outcome NotOpened(const std::wstring& site, const wchar_t* code) {
-  return Told(OpenFailed(L"{file}"), site + L"|OpenDoc6 failed at {file}<hr=0x" + code + L">");
+  Outcome outcome = Told(OpenFailed(L"{file}"), site + L"|OpenDoc6 failed at {file}<hr=0x" + code + L">");
+  outcome.lines_at_box = 1;
+  return outcome;
 }
 
-CallOutcomes Always(Operation operation, const wchar_t* method, const Outcome& outcome) {
-  return {operation, method, 1, outcome, outcome, outcome};
+CallOutcomes Always(Operation operation, const wchar_t* method, const Outcome& outcome,
+                    Disk disk = Disk::Untouched) {
+  return {operation, method, 1, outcome, outcome, outcome, disk};
 }
 
 // Where the code that is logged is the call's own.
-CallOutcomes ReplaceCall(Operation operation, const std::wstring& site) {
+CallOutcomes ReplaceCall(Operation operation, const std::wstring& site, Disk disk = Disk::Untouched) {
   const std::wstring text = site + L"|pAssDoc->ReplaceComponents2<hr=0x";
-  return {operation, L"IAssemblyDoc::ReplaceComponents2",
-          1,         NotReplaced(text + L"80004005>"),
-          kSilent,   NotReplaced(text + L"1>")};
+  return {operation, L"IAssemblyDoc::ReplaceComponents2", 1,   NotReplaced(text + L"80004005>"),
+          kSilent,   NotReplaced(text + L"1>"),           disk};
 }
 
 std::vector<CallOutcomes> OpenCalls() {
@@ -89,7 +91,7 @@ std::vector<CallOutcomes> ReplaceCalls() {
 
 std::vector<CallOutcomes> ImportCalls() {
   return {Always(Import, L"ISldWorks::get_IActiveDoc2", kSilent),
-          {Import, L"IModelDoc2::IsOpenedViewOnly", 1, kSilent, kDone, kDone},
+          {Import, L"IModelDoc2::IsOpenedViewOnly", 1, kSilent, kDone, kSilent},
           Always(Import, L"IModelDoc2::GetPathName", kSilent)};
 }
 
@@ -123,8 +125,8 @@ std::vector<CallOutcomes> SelectedComponentCalls(Operation operation) {
 
 std::vector<CallOutcomes> CoverByCopyCalls() {
   auto calls = SelectedComponentCalls(CoverByCopy);
-  calls.push_back(Always(CoverByCopy, L"ISldWorks::GetOpenDocumentByName", kDone));
-  calls.push_back(ReplaceCall(CoverByCopy, L"1094|ReplaceCurrentFileByCovering"));
+  calls.push_back(Always(CoverByCopy, L"ISldWorks::GetOpenDocumentByName", kDone, Disk::Copied));
+  calls.push_back(ReplaceCall(CoverByCopy, L"1094|ReplaceCurrentFileByCovering", Disk::Copied));
   return calls;
 }
 
@@ -141,10 +143,11 @@ std::vector<CallOutcomes> CoverBySwapCalls() {
                 L"32<hr=0xa3012006>",
                 CoverLine(L"1120",
                           L"SwapFile failed. Current model file: {component}, download file: "
-                          L"{file}<hr=0xa3012006>")}};
+                          L"{file}<hr=0xa3012006>")},
+      .lines_at_box = 1};
   const std::wstring method = L"IComponent2::SetSuppression2";
-  calls.push_back({CoverBySwap, method, 1, failed(L"1109", L"suppress"), held, held});
-  calls.push_back({CoverBySwap, method, 2, failed(L"1130", L"resolve"), kSilent, kSilent});
+  calls.push_back({CoverBySwap, method, 1, failed(L"1109", L"suppress"), held, held, Disk::BackupFolderMade});
+  calls.push_back({CoverBySwap, method, 2, failed(L"1130", L"resolve"), kSilent, kSilent, Disk::Exchanged});
   return calls;
 }
 

@@ -9,6 +9,14 @@
 
 enum class Operation { Open, Insert, Replace, Import, CoverByCopy, CoverBySwap };
 
+/// What lies on the disk afterwards.
+enum class Disk {
+  Untouched,
+  BackupFolderMade,  ///< an empty folder "temp" beside the file that the PLM client named
+  Copied,            ///< that folder, and a copy of the file beside the component's
+  Exchanged,         ///< the component's file in that folder, and a copy of the file in its place
+};
+
 /// What becomes of an operation. In texts, {file} is the file that the PLM client named, {component} the
 /// selected component's file, {backup} where covering puts that.
 struct Outcome {
@@ -16,6 +24,7 @@ struct Outcome {
   std::wstring box = {};
   std::vector<std::wstring> lines = {};  ///< of the log: "line|function|text"
   HRESULT raised = S_OK;
+  std::size_t lines_at_box = 0;  ///< how many of the lines there are while the box is up
 };
 
 /// One call of an operation, and what follows from each way to fail.
@@ -26,6 +35,7 @@ struct CallOutcomes {
   Outcome fails;          ///< E_FAIL
   Outcome gives_nothing;  ///< S_OK without what was asked for
   Outcome answers_false;  ///< S_FALSE without what was asked for
+  Disk disk = Disk::Untouched;
 };
 
 /// How a failed test shows its parameter.

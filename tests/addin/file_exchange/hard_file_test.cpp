@@ -16,6 +16,8 @@ bool IsReadOnly(LPCWSTR path) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY);
 }
 
+HMODULE Dll() { return GetModuleHandleW(L"solidworks_add_in.dll"); }
+
 /// Calls the system's function, but not for a read-only target.
 template <auto Function>
 BOOL RespectReadOnly(LPCWSTR from, LPCWSTR to, auto option) {
@@ -26,8 +28,6 @@ BOOL RespectReadOnly(LPCWSTR from, LPCWSTR to, auto option) {
 
 /// Read-only files as on Windows, where nobody overwrites them: Wine lets root do so.
 class ReadOnlyFilesAsOnWindows {
-  static HMODULE Dll() { return GetModuleHandleW(L"solidworks_add_in.dll"); }
-
   ImportPatch m_move{Dll(), "MoveFileExW", RespectReadOnly<MoveFileExW, DWORD>};
   ImportPatch m_copy{Dll(), "CopyFileW", RespectReadOnly<CopyFileW, BOOL>};
 };
@@ -137,6 +137,49 @@ TEST_F(HardFile, ReadOnlyIsAnOlderBackupThatCannotBeReplaced) {
                                       SwapFailed(L"a3012006")}));
   EXPECT_EQ(Files(), (Lines{L"dl\\A.sldprt = new", L"dl\\B.sldprt = other", L"dl\\temp\\",
                             L"dl\\temp\\A.sldprt = older", L"prj\\A.sldprt = old"}));
+}
+
+/// A system that does not say why: what failed has failed all the same.
+template <class... Arguments>
+BOOL FailWithoutAReason(Arguments...) {
+  SetLastError(ERROR_SUCCESS);
+  return FALSE;
+}
+
+DWORD FindNothingWithoutAReason(LPCWSTR) {
+  SetLastError(ERROR_SUCCESS);
+  return INVALID_FILE_ATTRIBUTES;
+}
+
+TEST_F(HardFile, IsNotMovedByASystemThatFailsWithoutAReason) {
+  Assemble(L"prj\\A.sldprt");
+  const ImportPatch move(Dll(), "MoveFileExW", FailWithoutAReason<LPCWSTR, LPCWSTR, DWORD>);
+  CoverTold(At(L"dl\\A.sldprt"), kFailed);
+  EXPECT_EQ(m_home.LogLines(), (Lines{SwapLine(1519, MoveFailed(L"prj\\A.sldprt", L"dl\\temp\\A.sldprt", 0)),
+                                      SwapFailed(L"a3012006")}));
+  EXPECT_EQ(Files().back(), L"prj\\A.sldprt = old");
+}
+
+TEST_F(HardFile, IsNotCopiedByASystemThatFailsWithoutAReason) {
+  Assemble(L"prj\\A.sldprt");
+  const ImportPatch copy(Dll(), "CopyFileW", FailWithoutAReason<LPCWSTR, LPCWSTR, BOOL>);
+  CoverTold(At(L"dl\\B.sldprt"), kFailed);
+  CoverTold(At(L"dl\\A.sldprt"), kFailed);
+  EXPECT_EQ(m_home.LogLines(), (Lines{CoverLine(1082, CopyFailed(L"dl\\B.sldprt", L"prj\\B.sldprt", 0)),
+                                      SwapLine(1530, CopyFailed(L"dl\\A.sldprt", L"prj\\A.sldprt", 0)),
+                                      SwapFailed(L"a3012005")}));
+  EXPECT_EQ(Files().back(), L"dl\\temp\\A.sldprt = old");
+}
+
+TEST_F(HardFile, IsNotFoundByASystemThatFailsWithoutAReason) {
+  m_folder.MakeFolder(L"dl\\temp");
+  Assemble(L"prj\\A.sldprt");
+  const ImportPatch attributes(Dll(), "GetFileAttributesW", FindNothingWithoutAReason);
+  CoverTold(At(L"dl\\A.sldprt"), kFailed);
+  EXPECT_EQ(m_home.LogLines(),
+            (Lines{SwapLine(1526, L"GetFileAttributes failed. Get Last Error: 0<hr=0xa3012003>"),
+                   SwapFailed(L"a3012003")}));
+  EXPECT_EQ(Files().back(), L"prj\\A.sldprt = old");
 }
 
 /// What stands in the place of the copy is no file.

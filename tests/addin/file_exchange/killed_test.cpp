@@ -16,6 +16,7 @@ using State = std::vector<std::wstring>;
 struct Covering {
   const char* name;
   const wchar_t* download;
+  bool has_older_backup;  ///< of the component's name
   std::vector<State> states;
 };
 
@@ -33,6 +34,7 @@ class KilledHost : public CoveringTest, public testing::WithParamInterface<Cover
       DeleteFileW(At(left).c_str());
     }
     RemoveDirectoryW(At(L"dl\\temp").c_str());
+    if (GetParam().has_older_backup) Put(L"dl\\temp\\A.sldprt", L"older");
     Put(L"prj\\A.sldprt", L"old");
     Put(GetParam().download, L"new");
     const ChildProcess session({kCoverAndDie, m_top, At(GetParam().download), std::to_wstring(step)});
@@ -66,12 +68,21 @@ INSTANTIATE_TEST_SUITE_P(
         Covering{
             "SameName",
             L"dl\\A.sldprt",
+            false,
             {{L"dl\\A.sldprt = new", L"prj\\A.sldprt = old"},
              {L"dl\\A.sldprt = new", L"dl\\temp\\", L"prj\\A.sldprt = old"},
              {L"dl\\A.sldprt = new", L"dl\\temp\\", L"dl\\temp\\A.sldprt = old"},
              {L"dl\\A.sldprt = new", L"dl\\temp\\", L"dl\\temp\\A.sldprt = old", L"prj\\A.sldprt = new"}}},
+        Covering{
+            "SameNameWithAnOlderBackup",
+            L"dl\\A.sldprt",
+            true,
+            {{L"dl\\A.sldprt = new", L"dl\\temp\\", L"dl\\temp\\A.sldprt = older", L"prj\\A.sldprt = old"},
+             {L"dl\\A.sldprt = new", L"dl\\temp\\", L"dl\\temp\\A.sldprt = old"},
+             {L"dl\\A.sldprt = new", L"dl\\temp\\", L"dl\\temp\\A.sldprt = old", L"prj\\A.sldprt = new"}}},
         Covering{"OtherName",
                  L"dl\\B.sldprt",
+                 false,
                  {{L"dl\\B.sldprt = new", L"prj\\A.sldprt = old"},
                   {L"dl\\B.sldprt = new", L"dl\\temp\\", L"prj\\A.sldprt = old"},
                   {L"dl\\B.sldprt = new", L"dl\\temp\\", L"prj\\A.sldprt = old", L"prj\\B.sldprt = new"}}}),

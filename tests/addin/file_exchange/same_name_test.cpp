@@ -149,6 +149,18 @@ TEST_F(SameName, OfTheVeryFileEndsInTheBackupFolder) {
   EXPECT_TRUE(m_component->IsSuppressed());
 }
 
+/// A component whose file lies where its backup would is overwritten: the move of a file onto itself
+/// succeeds and keeps nothing.
+TEST_F(SameName, OfAFileInTheBackupFolderKeepsNoBackup) {
+  Put(L"dl\\temp\\A.sldprt", L"in the backup folder");
+  Assemble(L"dl\\temp\\A.sldprt");
+  EXPECT_EQ(Cover({m_download}).result, S_OK);
+  EXPECT_EQ(Files(), (std::vector<std::wstring>{L"dl\\A.sldprt = new", L"dl\\temp\\",
+                                                L"dl\\temp\\A.sldprt = new", L"prj\\A.sldprt = old"}));
+  EXPECT_FALSE(m_component->IsSuppressed());
+  EXPECT_EQ(m_home.LogLines(), std::vector<std::wstring>{});
+}
+
 /// Folders may be written with either separator; what is added is a backslash.
 TEST_F(SameName, TakesADownloadWrittenWithSlashes) {
   Assemble(L"prj\\A.sldprt");

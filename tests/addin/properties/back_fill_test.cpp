@@ -105,6 +105,27 @@ TEST_F(MaterialBackFill, TellsTheLogAndThenTheUserOfAFailedWrite) {
   EXPECT_EQ(PropertiesOf(*document), (Texts{L"A=x", L"B=2", L"C=3"}));
 }
 
+TEST_F(MaterialBackFill, TakesAClosedErrorNoticeAsRead) {
+  OpenPartWithThree();
+  Answer("QD_PLMMaterialBackFill", R"({"material_property_back_fill":{"A":"x"}})");
+  m_host->GetFaults().Fail(L"ICustomPropertyManager::Set", 1, E_FAIL);
+  m_boxes->Expect(MessageBoxRecorder::kClose);
+  PickExpecting(0, E_FAIL);
+  EXPECT_EQ(Boxes(), Texts{L"error 0x80004005"});
+}
+
+TEST_F(MaterialBackFill, TellsThatAReadOnlyDocumentCannotBeFilled) {
+  const std::wstring path = OpenPartWithThree()->path;
+  m_host->Close(m_host->ActiveDocument());
+  SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
+  const auto document = m_host->Open(path);
+  Answer("QD_PLMMaterialBackFill", R"({"material_property_back_fill":{"A":"x"}})");
+  PickExpecting(1, E_ACCESSDENIED);
+  EXPECT_EQ(Boxes(), Texts{L"error 0x80070005"});
+  EXPECT_EQ(PropertiesOf(*document), kUnchanged);
+  SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
 TEST_F(MaterialBackFill, LogsNothingOfASuccess) {
   OpenPartWithThree();
   Answer("QD_PLMMaterialBackFill", R"({"material_property_back_fill":{"A":"x"}})");

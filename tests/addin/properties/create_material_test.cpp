@@ -134,6 +134,36 @@ TEST_F(CreateMaterial, EndsWhereNothingWasCreated) {
   EXPECT_EQ(Boxes(), Texts{L"extract?"});
 }
 
+TEST_F(CreateMaterial, EndsWhereNothingWasCreatedAlsoWithoutProperties) {
+  Answer("QD_PLMCreateMaterial", "{}");
+  OpenPartWithThree();
+  PickAnswering({IDCANCEL});
+  EXPECT_EQ(Asked(), Requests{kEmptyRequest});
+  EXPECT_EQ(Boxes(), Texts{L"extract?"});
+}
+
+TEST_F(CreateMaterial, FillsBackOnlyWhatTheDocumentHas) {
+  const auto document = OpenPartWithThree();
+  Answer("QD_PLMCreateMaterial", kCreated);
+  Answer("QD_PLMMaterialBackFill", R"({"material_property_back_fill":{"D":"new","B":"y","a":"x"}})");
+  PickAnswering({IDCANCEL, IDOK, IDOK});
+  EXPECT_EQ(PropertiesOf(*document), (Texts{L"A=1", L"B=y", L"C=3"}));
+}
+
+/// The PLM client is asked while the host's document is still held.
+TEST_F(CreateMaterial, HoldsTheDocumentWhileItSends) {
+  OpenPartWithThree();
+  std::vector<std::size_t> held;
+  ServeWith([&](const plm_client::Request&, std::stop_token) {
+    held.push_back(m_host->HeldReferences().size());
+    return plm_client::Reply::Text(R"({"data":{}})");
+  });
+  const std::size_t before = m_host->HeldReferences().size();
+  PickAnswering({IDOK, IDOK});
+  ServeWith(std::ref(m_script));
+  EXPECT_EQ(held, (std::vector<std::size_t>{before + 1, before}));
+}
+
 /// Answers to creating that name no material: the question is asked, then the command ends in silence.
 TEST_F(CreateMaterial, EndsAfterTheQuestionWithoutAMaterial) {
   OpenPartWithThree();

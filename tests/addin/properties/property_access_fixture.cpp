@@ -1,14 +1,12 @@
 #include "property_access_fixture.h"
 
-#include "module/com_object.h"
 #include "views.h"
 
 void PropertyAccessTest::SetUp() {
   m_home.WriteConfiguration(L"View.json", ViewWithItems(1));
-  auto* const object = new ComObject<CSolidWorksAddIn>();
-  m_object.Attach(static_cast<ISwAddin*>(object));
-  m_class = object;
-  m_add_in = &m_host->Connect(m_object, L"class");
+  const ClassUnderTest made = MakeClassUnderTest();
+  m_class = made.object;
+  m_add_in = &m_host->Connect(made.face, L"class");
 }
 
 void PropertyAccessTest::TearDown() {

@@ -1,8 +1,8 @@
 /// @file The add-in's class itself, connected to the simulated host, for what no command reaches.
 #pragma once
 
+#include "class_under_test.h"
 #include "properties_fixture.h"
-#include "solidworks_add_in.h"
 
 class PropertyAccessTest : public PropertiesTest {
  protected:
@@ -16,9 +16,6 @@ class PropertyAccessTest : public PropertiesTest {
   IModelDoc2Ptr ActiveFace() const;
 
   CSolidWorksAddIn* m_class = nullptr;
-
- private:
-  ISwAddinPtr m_object;
 };
 
 /// The code of the COM error that `call` raises; S_OK where it raises none.

@@ -123,12 +123,21 @@ TEST_F(PropertyWriter, StopsAtTheFirstPropertyThatFails) {
   EXPECT_EQ(Boxes(), Texts{});
 }
 
-// The host says so in a number beside the result, which nobody looks at.
-TEST_F(PropertyWriter, TakesADocumentThatRefusesAsWritten) {
+TEST_F(PropertyWriter, FailsAtAReadOnlyDocument) {
   const auto document = OpenPartWithThree();
   document->read_only = true;
-  Write(LR"({"A":"x"})");
+  EXPECT_EQ(m_class->PutAttributes(Json(LR"({"A":"x","B":"y"})")), E_ACCESSDENIED);
   EXPECT_EQ(PropertiesOf(*document), (Texts{L"A=1", L"B=2", L"C=3"}));
+  EXPECT_EQ(AddInLog(),
+            Texts{LogLine(1214, L"PutAttributes", L"pCustomPropertyManager->Set<hr=0x80070005>")});
+  EXPECT_EQ(Boxes(), Texts{});
+}
+
+// The host says so in a number beside the result, which nobody looks at.
+TEST_F(PropertyWriter, TakesAValueThatTheHostDoesNotTakeAsWritten) {
+  const auto document = Open(L"part.sldprt", {{L"Count", L"12", swCustomInfoNumber}});
+  Write(LR"({"Count":"a dozen"})");
+  EXPECT_EQ(PropertiesOf(*document), Texts{L"Count=12"});
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 

@@ -3,11 +3,9 @@
 
 #include <windows.h>
 
-#include <atomic>
 #include <string>
 
-/// What the DLL is as a program, one per process: its start-up and shut-down, its title, and which module
-/// the thread at work takes resources from (see ModuleState).
+/// What the DLL is as a program, one per process: its start-up and shut-down, its title and its notices.
 class CSolidWorksAddInApp {
  public:
   static CSolidWorksAddInApp& Instance() noexcept;
@@ -27,15 +25,5 @@ class CSolidWorksAddInApp {
   int ShowMessageBox(const std::wstring& text) const;
 
   /// Whether no thread is inside a method of the DLL.
-  bool CanUnload() const noexcept { return m_states == 0; }
-
-  /// The module that this thread takes resources from: that of the innermost ModuleState, and the program
-  /// itself where there is none.
-  HINSTANCE ResourceModule() const noexcept;
-
- private:
-  friend class ModuleState;
-
-  std::atomic<long> m_states = 0;
-  DWORD m_slot = TLS_OUT_OF_INDEXES;  // the current module of each thread
+  bool CanUnload() const noexcept;
 };

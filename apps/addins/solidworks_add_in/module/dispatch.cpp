@@ -56,8 +56,8 @@ DISPID FindId(const wchar_t* name) {
 /// Whether the method `id` can be called so; S_OK or the code to return.
 HRESULT CheckCall(DISPID id, WORD flags, const DISPPARAMS& parameters, UINT* bad_argument) {
   if (id < kFirstId || id > kLastId || !(flags & DISPATCH_METHOD)) return DISP_E_MEMBERNOTFOUND;
-  if (parameters.cNamedArgs > 0) return DISP_E_NONAMEDARGS;
   if (parameters.cArgs > (IsEnable(id) ? 1u : 0u)) return DISP_E_BADPARAMCOUNT;
+  if (parameters.cNamedArgs > 0) return DISP_E_NONAMEDARGS;
   if (parameters.cArgs == 1 && V_VT(&parameters.rgvarg[0]) != (VT_BYREF | VT_I4)) {
     if (bad_argument) *bad_argument = 0;
     return DISP_E_TYPEMISMATCH;

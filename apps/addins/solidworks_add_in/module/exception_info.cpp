@@ -8,6 +8,7 @@
 
 #include "PlatformLog.h"
 #include "caught_exception.h"
+#include "log_set_up.h"
 
 HRESULT AnswerFailure(HRESULT code, EXCEPINFO* information) noexcept {
   if (information) {
@@ -28,6 +29,7 @@ HRESULT AnswerException(const wchar_t* interface_name, const wchar_t* method,
     }
     wchar_t code[9];
     swprintf(code, std::size(code), L"%08lx", static_cast<unsigned long>(caught.code));
+    InitialiseLog();  // the host may call before it connects
     LogPlatformError(std::wstring(interface_name) + L"::" + method + L" raised 0x" + code + L": " +
                      caught.text);
   } catch (...) {

@@ -12,6 +12,20 @@ class ModuleState {
   ModuleState& operator=(const ModuleState&) = delete;
   ~ModuleState();
 
+  /// Before the first state, when the DLL is loaded. @return false where the system has no room for another
+  /// DLL's state.
+  static bool Initialize() noexcept;
+
+  /// After the last state, when the DLL is unloaded.
+  static void Terminate() noexcept;
+
+  /// The module that this thread takes resources from: that of the innermost state, and the program itself
+  /// where there is none.
+  static HINSTANCE ResourceModule() noexcept;
+
+  /// Whether a thread is inside a method of the DLL.
+  static bool AnyThreadInside() noexcept;
+
  private:
   void* m_previous;
 };

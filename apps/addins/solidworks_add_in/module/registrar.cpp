@@ -7,6 +7,7 @@
 #include "CStringHelper.h"
 #include "PlatformLog.h"
 #include "caught_exception.h"
+#include "log_set_up.h"
 #include "registry_script.h"
 #include "solidworks_add_in_h.h"
 
@@ -125,6 +126,7 @@ HRESULT ForEachKey(const CreatableClass& registered, Apply apply) noexcept {
     }
     return S_OK;
   } catch (const registry_script::Error& error) {
+    InitialiseLog();
     LogPlatformError(L"registration script " + std::to_wstring(registered.registration_script) + L", " +
                      error.Message());
     return E_FAIL;

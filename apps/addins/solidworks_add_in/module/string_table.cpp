@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "application.h"
+#include "module_state.h"
 
 namespace {
 
@@ -41,10 +41,8 @@ std::wstring LoadResourceString(HINSTANCE module, unsigned id) {
   return text.empty() ? Find(module, id, kEnglish) : text;
 }
 
-std::wstring LoadResourceString(unsigned id) {
-  return LoadResourceString(CSolidWorksAddInApp::Instance().ResourceModule(), id);
-}
+std::wstring LoadResourceString(unsigned id) { return LoadResourceString(ModuleState::ResourceModule(), id); }
 
 std::wstring LoadResourceString(unsigned id, LANGID language) {
-  return Find(CSolidWorksAddInApp::Instance().ResourceModule(), id, language);
+  return Find(ModuleState::ResourceModule(), id, language);
 }

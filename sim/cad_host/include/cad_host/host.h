@@ -33,7 +33,7 @@ namespace cad_host {
 struct HostState;
 
 struct HostOptions {
-  std::wstring state_folder = {};  ///< where tabs and saved command ids are kept; empty: nowhere
+  std::wstring state_folder = {};  ///< for tabs and saved command ids; made if missing; empty: none
   std::wstring revision = L"31.0.0";
 };
 
@@ -46,7 +46,7 @@ struct HeldReference {
 class Host {
  public:
   /// Starts a session and registers the host's type library where it is not.
-  /// @throws HostError where the state folder's file cannot be read.
+  /// @throws HostError where the state folder cannot be made or its file cannot be read.
   explicit Host(HostOptions options = {});
   Host(const Host&) = delete;
   Host& operator=(const Host&) = delete;
