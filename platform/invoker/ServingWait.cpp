@@ -32,11 +32,13 @@ class Deadline {
   std::optional<ULONGLONG> m_end;
 };
 
-std::optional<std::size_t> WaitInApartment(std::initializer_list<HANDLE> handles, const Deadline& deadline) {
+std::optional<std::size_t> WaitInApartment(std::initializer_list<HANDLE> handles, const Deadline& deadline,
+                                           WaitMessageFilter& filter) {
   DWORD signalled = 0;
   const HRESULT result =
       CoWaitForMultipleHandles(COWAIT_DEFAULT, deadline.Left(), static_cast<ULONG>(handles.size()),
                                const_cast<HANDLE*>(handles.begin()), &signalled);
+  filter.RethrowFromWindows();
   if (result == RPC_S_CALLPENDING) return std::nullopt;
   if (FAILED(result)) throw SystemFailure(L"waiting failed", static_cast<DWORD>(result));
   return signalled;
@@ -57,15 +59,15 @@ std::optional<std::size_t> WaitWithWindows(std::initializer_list<HANDLE> handles
 
 }  // namespace
 
-ServingWait::ServingWait() : m_inApartment(IsInSingleThreadedApartment()) {
-  if (m_inApartment) m_filter.emplace();
+ServingWait::ServingWait() {
+  if (IsInSingleThreadedApartment()) m_filter.emplace();
 }
 
 std::optional<std::size_t> ServingWait::Until(std::initializer_list<HANDLE> handles,
                                               std::optional<std::chrono::milliseconds> timeout) {
   const Deadline deadline(timeout);
   DispatchSentMessagesAndPaint();  // the system's waits wake up only for what comes from now on
-  return m_inApartment ? WaitInApartment(handles, deadline) : WaitWithWindows(handles, deadline);
+  return m_filter ? WaitInApartment(handles, deadline, *m_filter) : WaitWithWindows(handles, deadline);
 }
 
 bool ServingWait::Pause(std::chrono::milliseconds time, HANDLE handle) {

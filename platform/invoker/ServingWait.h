@@ -20,7 +20,7 @@ class ServingWait {
 
   /// Waits until one of `handles` (one at least) is signalled.
   /// @return the first that is, by its place; nothing where `timeout` passed.
-  /// @throws NoAnswer where the system cannot wait.
+  /// @throws NoAnswer where the system cannot wait; what a window of the thread throws that is served.
   std::optional<std::size_t> Until(std::initializer_list<HANDLE> handles,
                                    std::optional<std::chrono::milliseconds> timeout = std::nullopt);
 
@@ -29,8 +29,7 @@ class ServingWait {
   bool Pause(std::chrono::milliseconds time, HANDLE handle = nullptr);
 
  private:
-  const bool m_inApartment;
-  std::optional<WaitMessageFilter> m_filter;
+  std::optional<WaitMessageFilter> m_filter;  // only in a single-threaded apartment
 };
 
 }  // namespace invoker

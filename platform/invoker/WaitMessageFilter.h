@@ -12,30 +12,25 @@ namespace invoker {
 /// everything else in the queue.
 void DispatchSentMessagesAndPaint();
 
-/// Stands in for the host's message filter as long as it lives, on a thread in a single-threaded apartment.
+/// Puts a message filter of its own in place of the host's as long as it lives, on a thread in a
+/// single-threaded apartment. Where the system refuses it, the host's stays.
 ///
 /// A host's own filter would rule over our wait as over a call of its own: show a "server busy" box after
 /// some seconds, dispatch input, or cancel the wait. Whether calls from outside may come in remains the
-/// host's decision.
-class WaitMessageFilter final : public IMessageFilter {
+/// host's decision. A filter that the host puts in place meanwhile stays there at the end.
+class WaitMessageFilter {
  public:
   WaitMessageFilter();
   WaitMessageFilter(const WaitMessageFilter&) = delete;
   WaitMessageFilter& operator=(const WaitMessageFilter&) = delete;
   ~WaitMessageFilter();
 
-  // COM drops its references when the host's filter is put back; the object's owner ends its life.
-  ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-  ULONG STDMETHODCALLTYPE Release() override { return 1; }
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override;
-
-  DWORD STDMETHODCALLTYPE HandleInComingCall(DWORD callType, HTASK caller, DWORD ticks,
-                                             INTERFACEINFO* info) override;
-  DWORD STDMETHODCALLTYPE RetryRejectedCall(HTASK callee, DWORD ticks, DWORD rejectType) override;
-  DWORD STDMETHODCALLTYPE MessagePending(HTASK callee, DWORD ticks, DWORD pendingType) override;
+  /// Throws what a window of the thread threw while COM waited; COM itself ended the wait with an error.
+  void RethrowFromWindows();
 
  private:
-  Microsoft::WRL::ComPtr<IMessageFilter> m_hosts;
+  class Filter;
+  Microsoft::WRL::ComPtr<Filter> m_filter;  // null where the host's stayed
 };
 
 }  // namespace invoker

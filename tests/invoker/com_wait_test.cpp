@@ -5,8 +5,12 @@
 
 #include <future>
 
+#include "WaitMessageFilter.h"
+#include "heap_blocks.h"
 #include "host_thread.h"
+#include "import_patch.h"
 #include "invoker_test.h"
+#include "system_function.h"
 
 using Microsoft::WRL::ComPtr;
 using plm_client::Reply;
@@ -50,6 +54,7 @@ class HostFilter final : public IMessageFilter {
   int incoming = 0;
   int pending = 0;
   DWORD answer = SERVERCALL_ISHANDLED;
+  DWORD pendingAnswer = PENDINGMSG_CANCELCALL;
 
   ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
   ULONG STDMETHODCALLTYPE Release() override { return 1; }
@@ -65,7 +70,7 @@ class HostFilter final : public IMessageFilter {
   DWORD STDMETHODCALLTYPE RetryRejectedCall(HTASK, DWORD, DWORD) override { return static_cast<DWORD>(-1); }
   DWORD STDMETHODCALLTYPE MessagePending(HTASK, DWORD, DWORD) override {
     ++pending;
-    return PENDINGMSG_CANCELCALL;
+    return pendingAnswer;
   }
 };
 
@@ -142,6 +147,72 @@ TEST_F(ComWait, LetsTheHostsFilterRejectCalls) {
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"rejected");
   EXPECT_EQ(object.calledOn, 0u);
   CoRegisterMessageFilter(nullptr, &found);
+}
+
+const auto kRegisterFilter =
+    SystemFunction<decltype(CoRegisterMessageFilter)>(L"ole32.dll", "CoRegisterMessageFilter");
+int refusals_left = 0;
+
+HRESULT WINAPI RefuseOrRegister(IMessageFilter* filter, IMessageFilter** previous) {
+  return refusals_left-- > 0 ? E_OUTOFMEMORY : kRegisterFilter(filter, previous);
+}
+
+TEST_F(ComWait, WithoutAFilterOfItsOwnLeavesTheHostsInPlace) {
+  // given a host with a filter, and a system that refuses another one, once
+  HostFilter filter;
+  filter.pendingAnswer = PENDINGMSG_WAITDEFPROCESS;
+  ComPtr<IMessageFilter> none, found;
+  CoRegisterMessageFilter(&filter, &none);
+  {
+    refusals_left = 1;
+    const ImportPatch patch(GetModuleHandleW(nullptr), "CoRegisterMessageFilter", &RefuseOrRegister);
+    EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"served 42");
+    EXPECT_LE(refusals_left, 0);
+  }
+  CoRegisterMessageFilter(nullptr, &found);
+  EXPECT_EQ(found.Get(), &filter);
+}
+
+TEST_F(ComWait, LeavesAFilterInPlaceThatTheHostRegisteredMeanwhile) {
+  // given a host that registers another filter within a call, and keeps the one that it found
+  HostFilter filter, other;
+  other.pendingAnswer = PENDINGMSG_WAITDEFPROCESS;
+  ComPtr<IMessageFilter> none, replaced, found;
+  CoRegisterMessageFilter(&filter, &none);
+  object.action = [&] { CoRegisterMessageFilter(&other, &replaced); };
+
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"served 42");
+
+  // then it stays, and what the host kept passes everything on to the filter that was there before
+  CoRegisterMessageFilter(nullptr, &found);
+  EXPECT_EQ(found.Get(), &other);
+  ASSERT_TRUE(replaced);
+  const int incoming = filter.incoming;
+  EXPECT_EQ(replaced->HandleInComingCall(CALLTYPE_TOPLEVEL, nullptr, 0, nullptr), SERVERCALL_ISHANDLED);
+  EXPECT_EQ(filter.incoming, incoming + 1);
+  EXPECT_EQ(replaced->MessagePending(nullptr, 0, PENDINGTYPE_TOPLEVEL), PENDINGMSG_CANCELCALL);
+  EXPECT_EQ(filter.pending, 1);
+  EXPECT_EQ(replaced.Reset(), 0u) << "nobody else holds it";
+}
+
+TEST_F(ComWait, LetsNoExceptionOfAWindowGoThroughCom) {
+  HostWindow window;
+  window.OnPaint([] { throw 5; });
+  const ThrowingDispatch dispatch;
+  invoker::WaitMessageFilter wait;
+  ComPtr<IMessageFilter> filter;
+  CoRegisterMessageFilter(nullptr, &filter);
+  InvalidateRect(window.Handle(), nullptr, TRUE);
+  EXPECT_EQ(filter->MessagePending(nullptr, 0, PENDINGTYPE_TOPLEVEL), PENDINGMSG_CANCELCALL);
+  EXPECT_THROW(wait.RethrowFromWindows(), int);
+  EXPECT_NO_THROW(wait.RethrowFromWindows());
+}
+
+TEST_F(ComWait, LeavesNoFilterBehind) {
+  { const invoker::WaitMessageFilter first; }
+  const std::size_t before = HeapBlockCount();
+  for (int i = 0; i < 1'000; ++i) const invoker::WaitMessageFilter wait;
+  EXPECT_LT(HeapBlockCount(), before + 100);
 }
 
 }  // namespace

@@ -61,9 +61,15 @@ LRESULT HostWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM l
     BeginPaint(window, &paint);
     EndPaint(window, &paint);
     ++self->m_paints;
+    self->m_onPaint();
     return 0;
   }
   return DefWindowProcW(window, message, wParam, lParam);
+}
+
+LRESULT WINAPI ThrowingDispatch::Dispatch(const MSG* message) {
+  const auto procedure = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(message->hwnd, GWLP_WNDPROC));
+  return procedure(message->hwnd, message->message, message->wParam, message->lParam);
 }
 
 void DrainMessages() {

@@ -1,4 +1,4 @@
-/// @file What a host's thread has: an apartment, a window, a message filter.
+/// @file What a host's thread has: an apartment, a window.
 #pragma once
 
 #include <windows.h>
@@ -8,6 +8,8 @@
 #include <atomic>
 #include <functional>
 #include <optional>
+
+#include "import_patch.h"
 
 /// COM on this thread for the life of the object; nothing for a thread without COM.
 class Apartment {
@@ -36,6 +38,7 @@ class HostWindow {
   int PaintCount() const { return m_paints; }
   int InputCount() const { return m_inputs; }
   void OnSent(std::function<LRESULT()> action) { m_onSent = std::move(action); }
+  void OnPaint(std::function<void()> action) { m_onPaint = std::move(action); }
 
   /// Sends kSent from another thread. @return what OnSent gave; nothing where it was not served for five
   ///         seconds.
@@ -52,6 +55,16 @@ class HostWindow {
   std::atomic<int> m_paints = 0;
   std::atomic<int> m_inputs = 0;
   std::function<LRESULT()> m_onSent = [] { return 1; };
+  std::function<void()> m_onPaint = [] {};
+};
+
+/// Lets what a window procedure throws leave DispatchMessage in this program, as some systems do; others end
+/// it there.
+class ThrowingDispatch {
+ private:
+  static LRESULT WINAPI Dispatch(const MSG* message);
+
+  const ImportPatch m_patch{GetModuleHandleW(nullptr), "DispatchMessageW", &Dispatch};
 };
 
 /// Handles everything in this thread's queue.
