@@ -1,6 +1,7 @@
 #include "CZALCmdInvoker.h"
 
 #include <atomic>
+#include <cstdint>
 #include <exception>
 #include <optional>
 #include <utility>
@@ -9,6 +10,8 @@
 #include "CZALException.h"
 #include "ClientConfiguration.h"
 #include "ClientConnector.h"
+#include "Framing.h"
+#include "Message.h"
 #include "NoAnswer.h"
 #include "PipeConnection.h"
 #include "PlatformLog.h"
@@ -36,8 +39,26 @@ class CommandUnderWay {
   std::atomic<bool>& m_busy;
 };
 
-void TellNoAnswer(const std::wstring& command, const std::wstring& reason) {
-  LogPlatformError(L"PLM command [" + command + L"] got no answer: " + reason);
+/// Why a command gets no answer, from the exception that is being handled.
+std::wstring ReasonOfException() {
+  try {
+    throw;
+  } catch (const NoAnswer& failure) {
+    return failure.reason;
+  } catch (const CZALException& exception) {
+    return exception.GetErrorMessage();
+  } catch (const std::exception& exception) {
+    return CStringHelper::UTF8ToUnicode(exception.what());
+  } catch (...) {  // thrown by a window of the host, which was served during the wait
+    return L"an exception of an unknown type";
+  }
+}
+
+void TellNoAnswer(const std::wstring& command) noexcept {
+  try {
+    LogPlatformError(L"PLM command [" + command + L"] got no answer: " + ReasonOfException());
+  } catch (...) {  // no memory for the line: what fails while telling must not be the host's trouble
+  }
 }
 
 }  // namespace
@@ -49,9 +70,12 @@ class CZALCmdInvoker::Impl {
 
   std::wstring Invoke(const std::wstring& command, const std::wstring& json) {
     const CommandUnderWay underWay(m_busy);
+    const std::uint64_t id = ++m_lastId;
+    // Before connecting: what cannot be sent costs no connection and starts no client.
+    const std::string request = invoker::MakeFrame(invoker::MakeRequest(id, command, json));
     ServingWait wait;
     PipeConnection connection = Connect(wait);
-    std::wstring answer = connection.Ask(command, json, wait);
+    std::wstring answer = connection.Ask(request, id, wait);
     if (connection.IsUsable()) m_kept.emplace(std::move(connection));
     return answer;
   }
@@ -69,6 +93,7 @@ class CZALCmdInvoker::Impl {
   const std::wstring m_name;
   const std::wstring m_file;
   std::atomic<bool> m_busy = false;
+  std::uint64_t m_lastId = 0;
   std::optional<PipeConnection> m_kept;
 };
 
@@ -80,12 +105,8 @@ CZALCmdInvoker::~CZALCmdInvoker() = default;
 std::wstring CZALCmdInvoker::Invoke(const std::wstring& command, std::wstring json) {
   try {
     return m_impl->Invoke(command, json);
-  } catch (const NoAnswer& failure) {
-    TellNoAnswer(command, failure.reason);
-  } catch (const CZALException& exception) {
-    TellNoAnswer(command, exception.GetErrorMessage());
-  } catch (const std::exception& exception) {
-    TellNoAnswer(command, CStringHelper::UTF8ToUnicode(exception.what()));
+  } catch (...) {
+    TellNoAnswer(command);
   }
   return {};
 }

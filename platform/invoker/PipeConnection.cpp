@@ -58,9 +58,8 @@ bool PipeConnection::IsUsable() const {
   return m_inStep && PeekNamedPipe(m_pipe.get(), nullptr, 0, nullptr, &unread, nullptr) && unread == 0;
 }
 
-std::wstring PipeConnection::Ask(const std::wstring& command, const std::wstring& json, ServingWait& wait) {
-  const std::uint64_t id = ++m_lastId;
-  return ReadAnswer(Exchange(MakeFrame(MakeRequest(id, command, json)), wait), id);
+std::wstring PipeConnection::Ask(const std::string& request, std::uint64_t id, ServingWait& wait) {
+  return ReadAnswer(Exchange(request, wait), id);
 }
 
 /// Sends and receives at the same time: a client that begins to answer before it has read everything

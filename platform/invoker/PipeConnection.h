@@ -19,15 +19,14 @@ class PipeConnection {
   /// and has sent nothing that was not awaited.
   bool IsUsable() const;
 
-  /// Sends `command` with its JSON text and waits for the answer.
+  /// Sends `request`, the frame of the request `id`, and waits for the answer.
   /// @throws NoAnswer where the client closes the connection or sends anything but the answer.
-  std::wstring Ask(const std::wstring& command, const std::wstring& json, ServingWait& wait);
+  std::wstring Ask(const std::string& request, std::uint64_t id, ServingWait& wait);
 
  private:
   std::string Exchange(const std::string& frame, ServingWait& wait);
 
   UniqueHandle m_pipe;
-  std::uint64_t m_lastId = 0;
   bool m_inStep = true;  // no byte is left over, on either side
 };
 

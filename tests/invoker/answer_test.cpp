@@ -89,12 +89,19 @@ TEST_F(Answer, IsAskedForWithTheseBytes) {
 }
 
 TEST_F(Answer, IsNotAskedForWithARequestOver64MiB) {
+  // given a kept connection
   StartClient();
-  EXPECT_EQ(invoker.Invoke(L"QD_PLMQuery", std::wstring(64 * 1024 * 1024, L'x')), L"");
-  ExpectOneLine(L"QD_PLMQuery", L"the request is over 64 MiB");
   script.Always("QD_PLMQuery", Reply::Text("x"));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
-  EXPECT_EQ(client->Requests().size(), 1u);
+
+  // when a request is too large
+  EXPECT_EQ(invoker.Invoke(L"QD_PLMQuery", std::wstring(64 * 1024 * 1024, L'x')), L"");
+
+  // then nothing of it was sent, and the connection stays
+  ExpectOneLine(L"QD_PLMQuery", L"the request is over 64 MiB");
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
+  EXPECT_EQ(client->Requests().size(), 2u);
+  EXPECT_EQ(client->ConnectionCount(), 1);
 }
 
 struct Violation {

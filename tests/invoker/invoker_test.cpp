@@ -48,6 +48,11 @@ void InvokerTest::StartClient(plm_client::Client::Handler handler) {
   client.emplace(plm_client::Settings{.pipe = pipe}, std::move(handler));
 }
 
+void InvokerTest::AwaitOpenConnections(int count) const {
+  for (int i = 0; i < 100 && client->OpenConnectionCount() != count; ++i) Sleep(10);
+  EXPECT_EQ(client->OpenConnectionCount(), count);
+}
+
 std::vector<std::wstring> InvokerTest::PlatformLines() const {
   std::vector<std::wstring> lines;
   std::wistringstream log(folder.Exists(kLogFile) ? folder.ReadText(kLogFile) : L"");

@@ -32,6 +32,9 @@ class InvokerTest : public testing::Test {
   /// Starts a client whose handler is the test's own.
   void StartClient(plm_client::Client::Handler handler);
 
+  /// Expects that the client soon has so many connections.
+  void AwaitOpenConnections(int count) const;
+
   /// What Invoke gives for a command with the empty request.
   std::wstring Invoke(const std::wstring& command) { return invoker.Invoke(command, L""); }
 

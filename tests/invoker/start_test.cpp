@@ -1,5 +1,6 @@
 #include <future>
 #include <sstream>
+#include <thread>
 
 #include "CStringHelper.h"
 #include "UniqueHandle.h"
@@ -7,6 +8,7 @@
 #include "invoker_test.h"
 #include "message_boxes.h"
 #include "plm_client/json_text.h"
+#include "raw_server.h"
 
 namespace {
 
@@ -95,6 +97,13 @@ TEST_F(Start, DoesNotHappenWhereAClientServesThePipe) {
   EXPECT_TRUE(Found().empty());
 }
 
+TEST_F(Start, DoesNotHappenForARequestThatCannotBeSent) {
+  Install("serve");
+  EXPECT_EQ(invoker.Invoke(L"QD_PLMLogin", std::wstring(64 * 1024 * 1024, L'x')), L"");
+  ExpectOneLine(L"QD_PLMLogin", L"the request is over 64 MiB");
+  EXPECT_TRUE(Found().empty());
+}
+
 TEST_F(Start, HandsNoHandleOn) {
   // given a file that this process holds alone, by a handle that could be inherited
   Install("serve");
@@ -142,6 +151,55 @@ TEST_F(Start, ServesTheThreadsWindowsMeanwhile) {
   EXPECT_EQ(served.wait_for(std::chrono::seconds(0)), std::future_status::ready);
   DrainMessages();
   EXPECT_TRUE(served.get());
+}
+
+/// A client that serves one host at a time, and another host that is there as soon as the pipe is.
+class StartBesideAnotherHost : public Start {
+ protected:
+  StartBesideAnotherHost() {
+    Install("serve-one");
+    m_window.OnSent([this] {
+      const Stopwatch watch;
+      while (!otherHost && watch.Milliseconds() < 10'000) {
+        Sleep(10);
+        otherHost = OpenPipe(pipe);
+      }
+      onceThere();
+      return 1;
+    });
+    // Lies in this thread's queue until the invoker, having started the client, serves the thread's windows
+    // for the first time: so the other host always comes first.
+    std::thread([this] { SendNotifyMessageW(m_window.Handle(), HostWindow::kSent, 0, 0); }).join();
+  }
+
+  UniqueHandle otherHost;
+  std::function<void()> onceThere = [] {};
+
+ private:
+  HostWindow m_window;
+};
+
+TEST_F(StartBesideAnotherHost, AwaitsTheBusyPipeForTwoSeconds) {
+  Stopwatch watch;
+  onceThere = [&] { watch = Stopwatch(); };
+  EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
+  EXPECT_GE(watch.Milliseconds(), 1'900u);
+  EXPECT_LT(watch.Milliseconds(), 2'000 + kAtOnce);
+  EXPECT_TRUE(otherHost);
+  ExpectOneLine(L"QD_PLMLogin", L"stayed busy for two seconds");
+}
+
+TEST_F(StartBesideAnotherHost, ConnectsAsSoonAsThePipeIsFree) {
+  std::jthread leaving;
+  onceThere = [&] {
+    leaving = std::jthread([&] {
+      Sleep(500);
+      otherHost.reset();
+    });
+  };
+  EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"served");
+  EXPECT_TRUE(leaving.joinable()) << "the other host came first";
+  EXPECT_TRUE(PlatformLines().empty());
 }
 
 TEST_F(Start, OfAClientThatDiesWhileACommandWaitsEndsTheWaitAtOnce) {

@@ -1,6 +1,8 @@
 #include <future>
+#include <memory>
 
 #include "case_name.h"
+#include "failing_memory.h"
 #include "host_thread.h"
 #include "invoker_test.h"
 #include "raw_server.h"
@@ -117,6 +119,82 @@ TEST_P(Wait, ForABusyPipeServesLikewise) {
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
   EXPECT_EQ(served.wait_for(std::chrono::seconds(0)), std::future_status::ready);
   EXPECT_TRUE(served.get());
+}
+
+TEST_P(Wait, ForAClientThatDoesNotReadYetServesLikewise) {
+  // given a client that reads nothing of a request, which is larger than the pipe holds, before it has been
+  // served by the host's window, which invokes a second command
+  ConfigurePipe();
+  std::wstring second = L"not invoked";
+  ULONGLONG took = kAtOnce;
+  window.OnSent([&] {
+    const Stopwatch watch;
+    second = Invoke(L"QD_PLMTaskManage");
+    took = watch.Milliseconds();
+    return 17;
+  });
+  std::optional<LRESULT> sent;
+  bool painted = false;
+  const RawServer server(pipe, [&](HANDLE connection) {
+    Sleep(200);  // by then the pipe is full
+    sent = window.Send();
+    painted = window.Repaint();
+    ReadBytes(connection, 2'000'000);
+    const std::string content = R"({"jsonrpc":"2.0","id":1,"result":{"answer":"answered"}})";
+    WriteAll(connection, "Content-Length: " + std::to_string(content.size()) + "\r\n\r\n" + content);
+  });
+
+  // when the request is sent
+  EXPECT_EQ(invoker.Invoke(L"QD_PLMQuery", std::wstring(2'000'000, L'x')), L"answered");
+
+  // then the window was served, and the second command was not started
+  EXPECT_EQ(sent, 17);
+  EXPECT_TRUE(painted);
+  EXPECT_EQ(second, L"");
+  EXPECT_LT(took, kAtOnce);
+  ExpectOneLine(L"QD_PLMTaskManage", L"another command is still waiting");
+}
+
+TEST_P(Wait, OutlastsTheOwnerThatLetsGoOfTheInvoker) {
+  // given an invoker that a caller holds as well, and an owner that lets go of it during the wait
+  auto owner = std::make_shared<CZALCmdInvoker>(L"Test", L"");
+  std::shared_ptr<CZALCmdInvoker> caller = owner;
+  window.OnSent([&] {
+    owner.reset();
+    return 1;
+  });
+  StartClientThat([&] { window.Send(); });
+
+  // then the caller gets its answer, and the connection ends with the caller's hold
+  EXPECT_EQ(caller->Invoke(L"QD_PLMQuery", L""), L"answered");
+  EXPECT_FALSE(owner);
+  EXPECT_EQ(client->OpenConnectionCount(), 1);
+  caller.reset();
+  AwaitOpenConnections(0);
+}
+
+TEST_P(Wait, EndsWithoutAnAnswerWhereAWindowThrows) {
+  const ThrowingDispatch dispatch;
+  window.OnPaint([] { throw 5; });
+  StartClientThat([&] { window.Repaint(); });
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
+  ExpectOneLine(L"QD_PLMQuery", L"an exception of an unknown type");
+  window.OnPaint([] {});
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"answered");
+}
+
+TEST_P(Wait, EndsQuietlyWhereThereIsNoMemoryForTheLine) {
+  const ThrowingDispatch dispatch;
+  std::optional<FailingMemory> noMemory;
+  window.OnPaint([&] {
+    noMemory.emplace();
+    throw 5;
+  });
+  StartClientThat([&] { window.Repaint(); });
+  const std::wstring answer = Invoke(L"QD_PLMQuery");
+  noMemory.reset();
+  EXPECT_EQ(answer, L"");
+  EXPECT_TRUE(PlatformLines().empty());
 }
 
 const ThreadKind kThreadKinds[] = {{"InASingleThreadedApartment", COINIT_APARTMENTTHREADED},

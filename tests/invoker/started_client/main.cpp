@@ -49,10 +49,11 @@ int main() {
   behaviour >> verb >> pipe;
   if (verb == "end") return 3;
   if (verb == "hang") Sleep(kLongest);
-  if (verb == "serve" || verb == "die") {
+  if (verb == "serve" || verb == "serve-one" || verb == "die") {
     Sleep(300);  // a start takes its time
-    const plm_client::Client client({.pipe = CStringHelper::UTF8ToUnicode(pipe)},
-                                    verb == "die" ? Die : Served);
+    const plm_client::Client client(
+        {.pipe = CStringHelper::UTF8ToUnicode(pipe), .instances = verb == "serve-one" ? 1u : 4u},
+        verb == "die" ? Die : Served);
     Sleep(kLongest);
   }
   return 0;

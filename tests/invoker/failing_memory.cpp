@@ -1,0 +1,25 @@
+#include "failing_memory.h"
+
+#include <windows.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+std::atomic<DWORD> failing_thread = 0;  // no thread has this id
+
+}  // namespace
+
+FailingMemory::FailingMemory() { failing_thread = GetCurrentThreadId(); }
+FailingMemory::~FailingMemory() { failing_thread = 0; }
+
+// The whole test program allocates here.
+void* operator new(std::size_t size) {
+  void* memory = failing_thread == GetCurrentThreadId() ? nullptr : std::malloc(size ? size : 1);
+  if (!memory) throw std::bad_alloc();
+  return memory;
+}
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
