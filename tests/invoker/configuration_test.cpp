@@ -114,6 +114,47 @@ TEST_F(Configuration, MayHaveAnotherFileName) {
   EXPECT_EQ(other.Invoke(L"QD_PLMQuery", L""), L"x");
 }
 
+/// A default that is installed beside this program, under a name that no other test uses.
+class InstalledDefault {
+ public:
+  explicit InstalledDefault(std::string_view json) {
+    std::wstring path(MAX_PATH, L'\0');
+    path.resize(GetModuleFileNameW(nullptr, path.data(), MAX_PATH));
+    m_folder = path.substr(0, path.rfind(L'\\')) + L"\\config";
+    CreateDirectoryW(m_folder.c_str(), nullptr);
+    WriteFileBytes(m_folder + L'\\' + Name(), json);
+  }
+  InstalledDefault(const InstalledDefault&) = delete;
+  InstalledDefault& operator=(const InstalledDefault&) = delete;
+  ~InstalledDefault() {
+    DeleteFileW((m_folder + L'\\' + Name()).c_str());
+    RemoveDirectoryW(m_folder.c_str());
+  }
+
+  const std::wstring& Name() const { return m_name; }
+
+ private:
+  const std::wstring m_name = L"invoker-test-" + std::to_wstring(GetCurrentProcessId()) + L".json";
+  std::wstring m_folder;
+};
+
+TEST_F(Configuration, IsTheInstalledOneWhereTheFolderHasNone) {
+  // given a client whose pipe only the installed file names
+  StartClient();
+  script.Always("QD_PLMQuery", plm_client::Reply::Text("x"));
+  const InstalledDefault installed("{\"pipe\":\"" + CStringHelper::UnicodeToUTF8(pipe) + "\"}");
+  {
+    CZALCmdInvoker other(L"Test", installed.Name());
+    EXPECT_EQ(other.Invoke(L"QD_PLMQuery", L""), L"x");
+  }
+
+  // then a file in the configuration folder stands in front of it
+  folder.Write(LR"(config\Test\)" + installed.Name(), R"({"pipe":"tavo-no-such-pipe"})");
+  CZALCmdInvoker other(L"Test", installed.Name());
+  EXPECT_EQ(other.Invoke(L"QD_PLMQuery", L""), L"");
+  ExpectOneLine(L"QD_PLMQuery", L"there is no pipe \\\\.\\pipe\\tavo-no-such-pipe");
+}
+
 TEST_F(Configuration, WithoutAPipeLeadsToTheClientOfThisUser) {
   Configure("{}");
   client.emplace(plm_client::Settings{}, std::ref(script));

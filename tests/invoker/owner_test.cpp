@@ -3,10 +3,14 @@
 #include <sddl.h>
 
 #include <memory>
+#include <string_view>
+#include <vector>
 
 #include "case_name.h"
+#include "import_patch.h"
 #include "invoker_test.h"
 #include "raw_server.h"
+#include "system_function.h"
 
 namespace {
 
@@ -66,6 +70,36 @@ TEST_F(PipeOfThisUser, IsTalkedToAlsoWithoutADescriptorOfItsOwn) {
     WriteAll(connection, "Content-Length: " + std::to_string(content.size()) + "\r\n\r\n" + content);
   });
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"x");
+}
+
+/// How this program opens pipes, while it runs.
+class PipeOpenings {
+ public:
+  PipeOpenings() { flags_of_openings.clear(); }
+
+  const std::vector<DWORD>& Flags() const { return flags_of_openings; }
+
+ private:
+  static HANDLE WINAPI Record(LPCWSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
+                              DWORD disposition, DWORD flags, HANDLE model) {
+    if (std::wstring_view(path).starts_with(LR"(\\.\pipe\)")) flags_of_openings.push_back(flags);
+    return kCreateFile(path, access, share, security, disposition, flags, model);
+  }
+
+  static inline const auto kCreateFile =
+      SystemFunction<decltype(CreateFileW)>(L"kernel32.dll", "CreateFileW");
+  static inline std::vector<DWORD> flags_of_openings;
+  const ImportPatch m_patch{GetModuleHandleW(nullptr), "CreateFileW", &Record};
+};
+
+TEST_F(PipeOfThisUser, MayIdentifyThisProcessAndNeverActInItsStead) {
+  // Read off the call: there are systems that let every pipe impersonate, whatever was allowed.
+  StartClient();
+  script.Always("QD_PLMLogin", plm_client::Reply::Text("x"));
+  const PipeOpenings openings;
+  EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"x");
+  ASSERT_EQ(openings.Flags().size(), 1u);
+  EXPECT_EQ(openings.Flags()[0] & SECURITY_VALID_SQOS_FLAGS, SECURITY_SQOS_PRESENT | SECURITY_IDENTIFICATION);
 }
 
 }  // namespace
