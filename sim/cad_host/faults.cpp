@@ -22,10 +22,14 @@ std::wstring Ordinal(int nth) {
   return nth == Faults::kEvery ? L"every" : L"call " + std::to_wstring(nth) + L" of";
 }
 
-/// "3rd" is 3, "every" kEvery, nothing 1.
+/// "3" is 3, "every" kEvery, nothing 1.
 int ParseNth(const std::wstring& text) {
+  constexpr std::size_t kMostDigits = 9;  // fit an int
   if (text.empty()) return 1;
-  return text == L"every" ? Faults::kEvery : std::stoi(text);
+  if (text == L"every") return Faults::kEvery;
+  const int nth = text.size() > kMostDigits ? 0 : std::stoi(text);
+  if (nth < 1) throw HostError(L"\"" + text + L"\" is no number of a call; 1 to 999999999 are");
+  return nth;
 }
 
 }  // namespace
@@ -51,9 +55,9 @@ void Faults::Set(std::wstring method, int nth, Effect effect, std::function<void
 
 void Faults::Add(std::wstring_view text) {
   static const std::wregex fail(
-      LR"(fail (?:(?:the )?(every|\d+)(?:st|nd|rd|th)? )?(\S+) with (?:0x)?([0-9a-fA-F]{8}))");
+      LR"(fail (?:(?:the )?(every|[0-9]+)(?:st|nd|rd|th)? )?(\S+) with (?:0x)?([0-9a-fA-F]{8}))");
   static const std::wregex answer(
-      LR"((?:(?:the )?(every|\d+)(?:st|nd|rd|th)? )?(\S+) (returns nothing|returns no \S.*|returns S_FALSE|hides its result))");
+      LR"((?:(?:the )?(every|[0-9]+)(?:st|nd|rd|th)? )?(\S+) (returns nothing|returns no \S.*|returns S_FALSE|hides its result))");
   const std::wstring line(text);
   std::wsmatch match;
   if (std::regex_match(line, match, fail)) {

@@ -142,6 +142,17 @@ TEST_F(FaultsTest, QuotesATextThatIsNoFault) {
   }
 }
 
+TEST_F(FaultsTest, QuotesANumberThatNoCallHas) {
+  for (const std::wstring number : {L"0", L"99999999999", L"99999999999999999999999999"}) {
+    try {
+      Faults().Add(L"fail the " + number + L" OpenDoc6 with 80004005");
+      ADD_FAILURE() << "taken: " << testing::PrintToString(number);
+    } catch (const HostError& error) {
+      EXPECT_EQ(error.Message(), L"\"" + number + L"\" is no number of a call; 1 to 999999999 are");
+    }
+  }
+}
+
 TEST_F(FaultsTest, NamesFaultsThatNeverHappened) {
   Faults().Fail(L"ISldWorks::OpenDoc9", 3, E_FAIL);
   Faults().Fail(L"ISldWorks::get_IActiveDoc2", 1, E_FAIL);

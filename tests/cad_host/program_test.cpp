@@ -82,6 +82,14 @@ TEST_F(ProgramTest, EndsWithTwoAndNamesTheLineThatCannotBeCarriedOut) {
             std::string::npos);
 }
 
+TEST_F(ProgramTest, EndsWithTwoAndNamesTheLineOfANumberThatIsTooLarge) {
+  const Finished finished = RunScript(L"new part\nfault fail the 99999999999 OpenDoc6 with 80004005\n");
+  EXPECT_EQ(finished.exit_code, 2u);
+  EXPECT_NE(finished.errors.find("cad_host: script.txt:2: \"99999999999\" is no number of a call"),
+            std::string::npos)
+      << finished.errors;
+}
+
 TEST_F(ProgramTest, NamesAScriptThatCannotBeRead) {
   const Finished finished = Start(L"none.txt");
   EXPECT_EQ(finished.exit_code, 2u);

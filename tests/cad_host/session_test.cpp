@@ -3,8 +3,10 @@
 
 #include <functional>
 #include <sstream>
+#include <stdexcept>
 
 #include "CStringHelper.h"
+#include "CZALException.h"
 #include "host/command_manager.h"
 #include "host_test.h"
 #include "registered_add_in.h"
@@ -216,6 +218,20 @@ TEST_P(BadLineTest, NamesFileLineAndWhatIsWrong) {
   EXPECT_EQ(ErrorOf(GetParam().line), std::wstring(L"demo.txt:12: ") + GetParam().error);
 }
 
+INSTANTIATE_TEST_SUITE_P(
+    Numbers, BadLineTest,
+    testing::Values(BadLine{L"fault fail the 99999999999 OpenDoc6 with 80004005",
+                            L"\"99999999999\" is no number of a call; 1 to 999999999 are"},
+                    BadLine{L"fault the 99999999999th OpenDoc6 returns nothing",
+                            L"\"99999999999\" is no number of a call; 1 to 999999999 are"},
+                    BadLine{L"insert bolt.sldprt at 1e999 0 0", L"\"1e999\" is no number for x"},
+                    BadLine{L"insert bolt.sldprt at 0 nan 0", L"\"nan\" is no number for y"},
+                    BadLine{L"insert bolt.sldprt at 0 0 1mm", L"\"1mm\" is no number for z"},
+                    BadLine{L"expect component bolt-1 revision 99999999999",
+                            L"\"99999999999\" is no whole number for a revision"},
+                    BadLine{L"expect component bolt-1 revision 1.5",
+                            L"\"1.5\" is no whole number for a revision"}));
+
 INSTANTIATE_TEST_SUITE_P(All, BadLineTest,
                          testing::Values(BadLine{L"frobnicate", L"unknown command \"frobnicate\""},
                                          BadLine{L"expect miracles", L"unknown command \"miracles\""},
@@ -229,6 +245,30 @@ INSTANTIATE_TEST_SUITE_P(All, BadLineTest,
                                          BadLine{L"answer Perhaps",
                                                  L"\"Perhaps\" is no button of a message box"},
                                          BadLine{L"open Z:\\none.sldprt", L"Z:\\none.sldprt: no such file"}));
+
+struct Exception {
+  void (*throws)();
+  const wchar_t* text;
+};
+
+class ExceptionTest : public SessionTest, public testing::WithParamInterface<Exception> {};
+
+TEST_P(ExceptionTest, OfAnyKindEndsTheCommandWithFileAndLine) {
+  m_on_run = GetParam().throws;
+  Run(L"connect \"" + std::wstring(kTitle) + L"\"");
+  EXPECT_EQ(ErrorOf(L"pick Item"), std::wstring(L"demo.txt:12: ") + GetParam().text);
+  EXPECT_TRUE(Shows(L"-> Run()")) << "what happened until then";
+  m_session.End();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, ExceptionTest,
+    testing::Values(Exception{[] { throw HostError(L"no 螺栓"); }, L"no 螺栓"},
+                    Exception{[] { throw CZALException(E_FAIL, L"坏"); },
+                              L"left by an exception: 坏 (0x80004005)"},
+                    Exception{[] { throw _com_error(E_ABORT); }, L"left by a COM error: 0x80004004"},
+                    Exception{[] { throw std::out_of_range("stoi"); }, L"left by an exception: stoi"},
+                    Exception{[] { throw 1; }, L"left by an exception of an unknown kind"}));
 
 TEST_F(SessionTest, TheEndCountsWhatIsLeftOver) {
   IDispatchPtr kept;

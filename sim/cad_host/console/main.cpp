@@ -12,6 +12,7 @@
 
 #include "CStringHelper.h"
 #include "cad_host/host.h"
+#include "exception_text.h"
 #include "session.h"
 
 namespace {
@@ -105,8 +106,8 @@ int wmain(int count, wchar_t** words) {
   }
   try {
     return Run(*arguments);
-  } catch (const HostError& error) {
-    std::cerr << "cad_host: " << error.what() << "\n";
+  } catch (...) {
+    std::cerr << "cad_host: " << CStringHelper::UnicodeToUTF8(TextOfException()) << "\n";
     return kNotCarriedOut;
   }
 }

@@ -1,6 +1,8 @@
 #include "script.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cmath>
 #include <cwchar>
 #include <fstream>
 #include <iostream>
@@ -78,7 +80,16 @@ double Command::TakeNumber(const wchar_t* what) {
   const std::wstring& word = Take(what);
   wchar_t* end = nullptr;
   const double number = std::wcstod(word.c_str(), &end);
-  if (word.empty() || *end) Fail(L"\"" + word + L"\" is no number for " + what);
+  if (word.empty() || *end || !std::isfinite(number)) Fail(L"\"" + word + L"\" is no number for " + what);
+  return number;
+}
+
+long Command::TakeWholeNumber(const wchar_t* what) {
+  const std::wstring& word = Take(what);
+  wchar_t* end = nullptr;
+  errno = 0;
+  const long number = std::wcstol(word.c_str(), &end, 10);
+  if (word.empty() || *end || errno == ERANGE) Fail(L"\"" + word + L"\" is no whole number for " + what);
   return number;
 }
 

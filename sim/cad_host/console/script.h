@@ -27,7 +27,10 @@ class Command {
   /// Takes the next word if it is `word`.
   bool TakeIf(std::wstring_view word);
 
+  /// The next word as a finite number, and as a whole one of 32 bits.
+  /// @throws HostError naming the file, the line and a word that is none, or that `what` is missing.
   double TakeNumber(const wchar_t* what);
+  long TakeWholeNumber(const wchar_t* what);
 
   /// All that is left of the line as it stands, quotes included.
   std::wstring TakeRest();

@@ -1,9 +1,7 @@
 #include "session.h"
 
-#include <comdef.h>
-
 #include "CStringHelper.h"
-#include "CZALException.h"
+#include "exception_text.h"
 
 namespace cad_host {
 namespace {
@@ -33,18 +31,12 @@ void Session::Run(Command& command) {
   const Handler handler = Find(Verbs(), command.Take(L"a command"), command);
   try {
     (this->*handler)(command);
-  } catch (const HostError& error) {
+  } catch (...) {
     WriteJournal();
-    const bool placed = error.Message().starts_with(command.Place());
+    const std::wstring message = TextOfException();
+    const bool placed = message.starts_with(command.Place());
     if (placed) throw;
-    command.Fail(error.Message());
-  } catch (const CZALException& error) {
-    WriteJournal();
-    command.Fail(L"left by an exception: " + error.GetErrorMessage() + L" (" +
-                 ResultText(error.GetErrorCode()) + L")");
-  } catch (const _com_error& error) {
-    WriteJournal();
-    command.Fail(L"left by a COM error: " + ResultText(error.Error()));
+    command.Fail(message);
   }
   WriteJournal();
 }

@@ -74,7 +74,7 @@ void Session::ExpectComponent(Command& command) {
   const std::wstring name = command.Take(L"a component");
   const bool suppressed = command.TakeIf(L"suppressed");
   if (!suppressed && !command.TakeIf(L"revision")) command.Fail(L"revision N or suppressed is missing");
-  const long revision = suppressed ? 0 : static_cast<long>(command.TakeNumber(L"a revision"));
+  const long revision = suppressed ? 0 : command.TakeWholeNumber(L"a revision");
   command.ExpectEnd();
   const auto component = ActiveDocument(command).FindComponent(name);
   if (!component) return Demand(command, false, L"there is no such component");
