@@ -11,9 +11,6 @@ constexpr DWORD kReadMode = STGM_READ | STGM_SHARE_DENY_WRITE;
 constexpr DWORD kWriteMode = STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE;
 constexpr DWORD kElementReadMode = STGM_READ | STGM_SHARE_EXCLUSIVE;
 
-constexpr DWORD kChangeMode = STGM_READWRITE | STGM_SHARE_EXCLUSIVE;
-constexpr ULONGLONG kAlignment = 4;  // of values in a property set
-
 }  // namespace
 
 CompoundFile::CompoundFile(std::wstring path, DWORD mode, HRESULT result, const IStoragePtr& storage)
@@ -54,35 +51,13 @@ std::string CompoundFile::ReadStream(const wchar_t* name) const {
 }
 
 void CompoundFile::WriteTable(const wchar_t* name, const Records& records) const {
-  const std::string bytes = EncodeRecords(records);
+  WriteStream(name, EncodeRecords(records));
+}
+
+void CompoundFile::WriteStream(const wchar_t* name, std::string_view bytes) const {
   IStreamPtr stream;
   Check(m_storage->CreateStream(name, kWriteMode, 0, 0, &stream), name);
   Check(stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr), name);
-}
-
-IPropertyStoragePtr CompoundFile::CreateProperties() const {
-  IPropertySetStoragePtr sets(m_storage);
-  IPropertyStoragePtr properties;
-  Check(sets->Create(kUserDefinedProperties, nullptr, PROPSETFLAG_ANSI, kWriteMode, &properties),
-        L"custom properties");
-  PROPSPEC code_page{};
-  code_page.ulKind = PRSPEC_PROPID;
-  code_page.propid = PID_CODEPAGE;
-  PROPVARIANT utf8{};
-  utf8.vt = VT_I2;
-  utf8.iVal = static_cast<SHORT>(CP_UTF8);
-  Check(properties->WriteMultiple(1, &code_page, &utf8, PID_FIRST_USABLE), L"custom properties");
-  return properties;
-}
-
-void CompoundFile::CompleteProperties() const {
-  IStreamPtr stream;
-  Check(m_storage->OpenStream(kPropertiesStream, nullptr, kChangeMode, 0, &stream), L"custom properties");
-  STATSTG description{};
-  Check(stream->Stat(&description, STATFLAG_NONAME), L"custom properties");
-  ULARGE_INTEGER size = description.cbSize;
-  size.QuadPart = (size.QuadPart + kAlignment - 1) / kAlignment * kAlignment;
-  Check(stream->SetSize(size), L"custom properties");
 }
 
 }  // namespace cad_host

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "cad_host/model_file.h"
 #include "records.h"
@@ -31,19 +32,15 @@ class CompoundFile {
   /// The bytes of the stream with the property set of the document; empty where there is none.
   std::string ReadPropertySet() const { return ReadStream(kPropertiesStream); }
 
-  /// A new user-defined property set. Its names are in UTF-8: Wine cannot read back all names of
-  /// a UTF-16 set.
-  IPropertyStoragePtr CreateProperties() const;
-
-  /// To be called when a new property set is written and released: fills its stream up to where the set says
-  /// that it ends. Wine leaves out what follows the last value, and other readers take that as truncated.
-  void CompleteProperties() const;
+  /// Makes these bytes the stream with the property set of the document.
+  void WritePropertySet(std::string_view bytes) const { WriteStream(kPropertiesStream, bytes); }
 
   /// @throws HostError naming the file and the failed step where `result` is a failure.
   void Check(HRESULT result, const wchar_t* step) const;
 
  private:
   std::string ReadStream(const wchar_t* name) const;
+  void WriteStream(const wchar_t* name, std::string_view bytes) const;
 
   CompoundFile(std::wstring path, DWORD mode, HRESULT result, const IStoragePtr& storage);
 

@@ -1,82 +1,55 @@
 #include "property_set.h"
 
-#include <cwchar>
-#include <optional>
 #include <stdexcept>
+#include <string_view>
+#include <unordered_map>
 
-#include "cad_host/host_error.h"
-#include "paths.h"
 #include "property_set_reader.h"
+#include "property_set_texts.h"
+#include "property_set_writer.h"
 
 namespace cad_host {
 namespace {
 
-// Beside the property set: name and type of each property. The system's property sets know text, whole
-// numbers and dates everywhere, but not every system writes fractions and booleans; those stand as text.
-constexpr const wchar_t* kTypesStream = L"PropertyTypes";
+// Beside the property set: type and text of the properties that do not read back from it as they were typed,
+// because a value has no "1.50" and a text no type. Of each the name, type and text in the set, then type
+// and text as typed.
+constexpr const wchar_t* kAsTypedStream = L"PropertiesAsTyped";
 
-std::optional<long> WholeNumber(const std::wstring& text) {
-  wchar_t* end = nullptr;
-  const long number = std::wcstol(text.c_str(), &end, 10);
-  if (text.empty() || *end || std::to_wstring(number) != text) return std::nullopt;
-  return number;
+bool SameValue(const CustomProperty& a, const CustomProperty& b) {
+  return a.type == b.type && a.text == b.text;
 }
 
-bool IsNumber(const std::wstring& text) {
-  wchar_t* end = nullptr;
-  std::wcstod(text.c_str(), &end);
-  return !text.empty() && !*end;
-}
-
-/// The date that "2024-05-31" names.
-std::optional<FILETIME> ParseDate(const std::wstring& text) {
-  SYSTEMTIME time{};
-  wchar_t rest = 0;
-  if (std::swscanf(text.c_str(), L"%4hu-%2hu-%2hu%c", &time.wYear, &time.wMonth, &time.wDay, &rest) != 3) {
-    return std::nullopt;
+/// @param stored what reads back of `properties`, in the same order.
+Records AsTypedTable(const CustomProperties& properties, const CustomProperties& stored) {
+  Records records;
+  for (std::size_t index = 0; index < properties.size(); ++index) {
+    const CustomProperty& typed = properties[index];
+    const CustomProperty& value = stored[index];
+    if (SameValue(typed, value)) continue;
+    records.push_back(
+        {value.name, std::to_wstring(value.type), value.text, std::to_wstring(typed.type), typed.text});
   }
-  FILETIME file_time{};
-  if (!SystemTimeToFileTime(&time, &file_time)) return std::nullopt;
-  return file_time;
+  return records;
 }
 
-PROPSPEC WithName(const std::wstring& name) {
-  PROPSPEC spec{};
-  spec.ulKind = PRSPEC_LPWSTR;
-  spec.lpwstr = const_cast<wchar_t*>(name.c_str());
-  return spec;
+CustomProperty PropertyOf(const Record& record, std::size_t type, std::size_t text) {
+  return {.name = FieldOf(record, 0),
+          .text = FieldOf(record, text),
+          .type = static_cast<swCustomInfoType_e>(NumberOf(record, type))};
 }
 
-void WriteProperty(const CompoundFile& file, const IPropertyStoragePtr& set, const CustomProperty& property) {
-  const PROPSPEC name = WithName(property.name);
-  PROPVARIANT value{};  // borrows the text, so nothing is to be freed
-  const auto number = property.type == swCustomInfoNumber ? WholeNumber(property.text) : std::nullopt;
-  const auto date = property.type == swCustomInfoDate ? ParseDate(property.text) : std::nullopt;
-  if (number) {
-    value.vt = VT_I4;
-    value.lVal = *number;
-  } else if (date) {
-    value.vt = VT_FILETIME;
-    value.filetime = *date;
-  } else {
-    value.vt = VT_LPWSTR;
-    value.pwszVal = const_cast<wchar_t*>(property.text.c_str());
-  }
-  file.Check(set->WriteMultiple(1, &name, &value, PID_FIRST_USABLE), property.name.c_str());
-}
-
-void WriteSet(const CompoundFile& file, const CustomProperties& properties) {
-  const IPropertyStoragePtr set = file.CreateProperties();
-  for (const CustomProperty& property : properties) WriteProperty(file, set, property);
-  file.Check(set->Commit(STGC_DEFAULT), L"custom properties");
-}
-
-void ApplyTypes(const Records& types, CustomProperties& properties) {
-  for (const Record& record : types) {
-    for (CustomProperty& property : properties) {
-      if (property.name != FieldOf(record, 0)) continue;
-      property.type = static_cast<swCustomInfoType_e>(NumberOf(record, 1));
-    }
+/// A property that another program has changed in the set since stays as it is there.
+void RestoreAsTyped(const Records& records, CustomProperties& properties) {
+  std::unordered_map<std::wstring_view, CustomProperty*> by_name;
+  for (CustomProperty& property : properties) by_name.emplace(property.name, &property);
+  for (const Record& record : records) {
+    const CustomProperty stored = PropertyOf(record, 1, 2);
+    const auto found = by_name.find(stored.name);
+    if (found == by_name.end() || !SameValue(*found->second, stored)) continue;
+    const CustomProperty typed = PropertyOf(record, 3, 4);
+    found->second->type = typed.type;
+    found->second->text = typed.text;
   }
 }
 
@@ -85,7 +58,7 @@ void ApplyTypes(const Records& types, CustomProperties& properties) {
 CustomProperties ReadProperties(const CompoundFile& file) {
   try {
     CustomProperties properties = ReadUserDefinedSection(file.ReadPropertySet());
-    ApplyTypes(file.ReadTable(kTypesStream), properties);
+    RestoreAsTyped(file.ReadTable(kAsTypedStream), properties);
     return properties;
   } catch (const std::out_of_range&) {
     file.Check(HRESULT_FROM_WIN32(ERROR_INVALID_DATA), L"custom properties");
@@ -95,24 +68,20 @@ CustomProperties ReadProperties(const CompoundFile& file) {
 
 void WriteProperties(const CompoundFile& file, const CustomProperties& properties) {
   if (properties.empty()) return;
-  WriteSet(file, properties);
-  file.CompleteProperties();
-  Records types;
-  for (const CustomProperty& property : properties) {
-    types.push_back({property.name, std::to_wstring(property.type)});
-  }
-  file.WriteTable(kTypesStream, types);
+  const std::string set = UserDefinedSection(properties);
+  file.WritePropertySet(set);
+  file.WriteTable(kAsTypedStream, AsTypedTable(properties, ReadUserDefinedSection(set)));
 }
 
 bool FitsType(const std::wstring& text, swCustomInfoType_e type) {
-  if (text.find(L'"') != std::wstring::npos) return true;
+  if (text.empty() || text.find(L'"') != std::wstring::npos) return true;
   switch (type) {
     case swCustomInfoNumber:
-      return text.empty() || IsNumber(text);
+      return FractionOf(text).has_value();
     case swCustomInfoYesOrNo:
-      return text.empty() || SameName(text, kYes) || SameName(text, kNo);
+      return YesOrNoOf(text).has_value();
     case swCustomInfoDate:
-      return text.empty() || ParseDate(text).has_value();
+      return DateOf(text).has_value();
     case swCustomInfoText:
       return true;
   }

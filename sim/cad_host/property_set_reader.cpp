@@ -6,13 +6,12 @@
 
 #include <algorithm>
 #include <cstring>
-#include <cwchar>
 #include <map>
 #include <stdexcept>
 #include <string>
 
 #include "compound_file.h"
-#include "property_set.h"
+#include "property_set_texts.h"
 #include "records.h"
 
 namespace cad_host {
@@ -59,14 +58,6 @@ std::wstring Text(std::string_view bytes, UINT code_page) {
     MultiByteToWideChar(code_page, 0, bytes.data(), size, text.data(), static_cast<int>(text.size()));
   }
   return text.c_str();
-}
-
-std::wstring DateText(const FILETIME& file_time) {
-  SYSTEMTIME time{};
-  FileTimeToSystemTime(&file_time, &time);
-  wchar_t text[16];
-  std::swprintf(text, std::size(text), L"%04d-%02d-%02d", time.wYear, time.wMonth, time.wDay);
-  return text;
 }
 
 CustomProperty ReadValue(const Bytes& section, std::size_t offset, UINT code_page) {
@@ -135,7 +126,8 @@ CustomProperties ReadUserDefinedSection(std::string_view stream) {
   for (DWORD index = 0; index < count; ++index) {
     const std::size_t place = kSectionPlaces + index * kSectionPlaceSize;
     if (bytes.At<FMTID>(place) != kUserDefinedProperties) continue;
-    // The size that the section tells is not looked at: Wine leaves out what should follow the last value.
+    // The size that the section tells is not looked at: what Wine writes is shorter than it tells, for it
+    // leaves out what should follow the last value.
     const auto offset = bytes.At<DWORD>(place + sizeof(FMTID));
     return ReadSection(Bytes(stream.substr(std::min<std::size_t>(offset, stream.size()))));
   }

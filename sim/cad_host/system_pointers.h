@@ -11,8 +11,6 @@ namespace cad_host {
 
 _COM_SMARTPTR_TYPEDEF(IStorage, __uuidof(IStorage));
 _COM_SMARTPTR_TYPEDEF(IStream, __uuidof(IStream));
-_COM_SMARTPTR_TYPEDEF(IPropertySetStorage, __uuidof(IPropertySetStorage));
-_COM_SMARTPTR_TYPEDEF(IPropertyStorage, __uuidof(IPropertyStorage));
 _COM_SMARTPTR_TYPEDEF(ITypeLib, __uuidof(ITypeLib));
 
 }  // namespace cad_host

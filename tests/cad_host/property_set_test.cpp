@@ -82,4 +82,53 @@ TEST_F(PropertySetTest, WhatAnotherProgramWroteIsRead) {
   EXPECT_EQ(document->model.properties[2].type, swCustomInfoNumber);
 }
 
+TEST_F(PropertySetTest, WhatWasTypedReadsBackToTheLetter) {
+  const cad_host::CustomProperties typed = {{L"Name", L"12"},
+                                            {L"Whole", L"-12", swCustomInfoNumber},
+                                            {L"Padded", L"007", swCustomInfoNumber},
+                                            {L"Large", L"99999999999", swCustomInfoNumber},
+                                            {L"Fraction", L"1.5", swCustomInfoNumber},
+                                            {L"With zero", L"1.50", swCustomInfoNumber},
+                                            {L"Power", L"1e3", swCustomInfoNumber},
+                                            {L"Infinite", L"1e999", swCustomInfoNumber},
+                                            {L"No number", L"", swCustomInfoNumber},
+                                            {L"Mass", L"\"SW-Mass@bolt.SLDPRT\"", swCustomInfoNumber},
+                                            {L"Yes", L"Yes", swCustomInfoYesOrNo},
+                                            {L"No", L"no", swCustomInfoYesOrNo},
+                                            {L"Neither", L"", swCustomInfoYesOrNo},
+                                            {L"Day", L"2024-05-31", swCustomInfoDate},
+                                            {L"Short", L"2024-5-1", swCustomInfoDate},
+                                            {L"No day", L"", swCustomInfoDate}};
+  cad_host::ModelFile model;
+  model.properties = typed;
+  const auto read = cad_host::ReadModelFile(MakeFile(L"bolt.sldprt", model)).properties;
+  ASSERT_EQ(read.size(), typed.size());
+  for (std::size_t index = 0; index < typed.size(); ++index) {
+    EXPECT_EQ(read[index].name, typed[index].name);
+    EXPECT_EQ(read[index].text, typed[index].text);
+    EXPECT_EQ(read[index].type, typed[index].type) << testing::PrintToString(typed[index].name);
+  }
+}
+
+TEST_F(PropertySetTest, WhatAnotherProgramChangedTakesThePlaceOfWhatWasTyped) {
+  cad_host::ModelFile model;
+  model.properties = {{L"Changed", L"007", swCustomInfoNumber}, {L"Kept", L"008", swCustomInfoNumber}};
+  const std::wstring path = MakeFile(L"bolt.sldprt", model);
+  IPropertyStoragePtr set = OpenSet(path);
+  ASSERT_TRUE(set);
+  const PROPSPEC name = Named(L"Changed");
+  PROPVARIANT value{};
+  value.vt = VT_I4;
+  value.lVal = 9;
+  ASSERT_EQ(set->WriteMultiple(1, &name, &value, PID_FIRST_USABLE), S_OK);
+  ASSERT_EQ(set->Commit(STGC_DEFAULT), S_OK);
+  set = nullptr;
+  m_storage = nullptr;
+
+  const auto read = cad_host::ReadModelFile(path).properties;
+  ASSERT_EQ(read.size(), 2u);
+  EXPECT_EQ(read[0].text, L"9");
+  EXPECT_EQ(read[1].text, L"008");
+}
+
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 
 #include "cad_host/model_file.h"
 #include "properties_fixture.h"
@@ -25,14 +26,23 @@ TEST_F(OlePropertySets, OfTheHostAreReadElsewhere) {
                       {.name = L"材料", .text = L"\"SW-Mass@bolt.SLDPRT\" \\"},
                       {.name = L"Empty", .text = L""},
                       {.name = L"Whole", .text = L"12", .type = swCustomInfoNumber},
+                      {.name = L"Fraction", .text = L"1.50", .type = swCustomInfoNumber},
+                      {.name = L"Large", .text = L"99999999999", .type = swCustomInfoNumber},
+                      {.name = L"Checked", .text = L"Yes", .type = swCustomInfoYesOrNo},
+                      {.name = L"Unchecked", .text = L"no", .type = swCustomInfoYesOrNo},
                       {.name = L"Date", .text = L"2024-05-31", .type = swCustomInfoDate},
                       {.name = L"Chinese", .text = L"钢"}};
   MakeModel(L"bolt.sldprt", model);
-  EXPECT_EQ(PropertiesElsewhere("bolt.sldprt", "Plain 材料 Empty Whole Date Chinese"),
+  EXPECT_EQ(PropertiesElsewhere("bolt.sldprt",
+                                "Plain 材料 Empty Whole Fraction Large Checked Unchecked Date Chinese"),
             "Plain: \t= \"text\"\n"
             "材料: \t= \"\\\"SW-Mass@bolt.SLDPRT\\\" \\\\\"\n"
             "Empty: \t= \"\"\n"
             "Whole: \t= 12\n"
+            "Fraction: \t= 1.500000\n"
+            "Large: \t= 99999999999.000000\n"
+            "Checked: \t= TRUE\n"
+            "Unchecked: \t= FALSE\n"
             "Date: \t= 2024-05-31T00:00:00Z\n"
             "Chinese: \t= \"\\351\\222\\242\"\n");
 }
@@ -45,6 +55,16 @@ TEST_F(OlePropertySets, OfAnyLengthAreReadElsewhere) {
     const std::string name(length + 1, 'n');
     EXPECT_EQ(PropertiesElsewhere("bolt.sldprt", name), "\t= \"" + std::string(length, 't') + "\"\n");
   }
+}
+
+TEST_F(OlePropertySets, WithoutAValueForTheTypeAreReadElsewhereAsText) {
+  cad_host::ModelFile model;
+  model.properties = {{.name = L"Number", .text = L"\"SW-Mass@bolt.SLDPRT\"", .type = swCustomInfoNumber},
+                      {.name = L"Checked", .text = L"", .type = swCustomInfoYesOrNo},
+                      {.name = L"Date", .text = L"", .type = swCustomInfoDate}};
+  MakeModel(L"bolt.sldprt", model);
+  EXPECT_EQ(PropertiesElsewhere("bolt.sldprt", "Number Checked Date"),
+            "Number: \t= \"\\\"SW-Mass@bolt.SLDPRT\\\"\"\nChecked: \t= \"\"\nDate: \t= \"\"\n");
 }
 
 TEST_F(OlePropertySets, FilledBackAndSavedAreReadElsewhere) {
@@ -80,12 +100,25 @@ TEST_F(WrittenElsewhere, IsReadByTheHost) {
                    L"Weight=\"SW-Mass@bolt.SLDPRT\"", L"Whole=-12", L"材料=钢 😀 \"S355\" \\"}));
 }
 
+TEST_F(WrittenElsewhere, HasItsTypesInTheHost) {
+  std::map<std::wstring, swCustomInfoType_e> types;
+  for (const auto& property : OpenIt()->model.properties) types[property.name] = property.type;
+  EXPECT_EQ(types, (std::map<std::wstring, swCustomInfoType_e>{{L"Checked", swCustomInfoYesOrNo},
+                                                               {L"Date", swCustomInfoDate},
+                                                               {L"Fraction", swCustomInfoNumber},
+                                                               {L"Plain", swCustomInfoText},
+                                                               {L"Weight", swCustomInfoText},
+                                                               {L"Whole", swCustomInfoNumber},
+                                                               {L"材料", swCustomInfoText}}));
+}
+
 TEST_F(WrittenElsewhere, IsSentFilledBackSavedAndReadElsewhereAgain) {
   ConnectAndLogIn();
   const auto document = OpenIt();
   document->model.quantities[L"SW-Mass"] = L"1.25";
   Answer("QD_PLMCreateMaterial", R"({"data":{}})");
-  Answer("QD_PLMMaterialBackFill", R"({"material_property_back_fill":{"Plain":"new","Whole":"13"}})");
+  Answer("QD_PLMMaterialBackFill",
+         R"({"material_property_back_fill":{"Plain":"new","Whole":"13","Fraction":"2.50","Checked":"No"}})");
   ExpectBoxes(3);
   EXPECT_EQ(Pick(L"PlmCreateMaterial").result, S_OK);
   for (const char* member :
@@ -93,8 +126,9 @@ TEST_F(WrittenElsewhere, IsSentFilledBackSavedAndReadElsewhereAgain) {
     EXPECT_NE(Asked().at(0).find(member), std::string::npos) << member << " in " << Asked().at(0);
   }
   m_host->Save(*document);
-  EXPECT_EQ(PropertiesElsewhere("elsewhere.sldprt", "Plain Whole Date"),
-            "Plain: \t= \"new\"\nWhole: \t= 13\nDate: \t= 2024-05-31T00:00:00Z\n");
+  EXPECT_EQ(PropertiesElsewhere("elsewhere.sldprt", "Plain Whole Fraction Checked Date"),
+            "Plain: \t= \"new\"\nWhole: \t= 13\nFraction: \t= 2.500000\nChecked: \t= FALSE\nDate: \t= "
+            "2024-05-31T00:00:00Z\n");
 }
 
 }  // namespace
