@@ -1,5 +1,4 @@
-# Sourced by ./dev: the format of all of the project's own code, and the static analysis of what ships: the
-# add-in and the platform libraries. Simulators and tests are held by the compiler's warnings alone.
+# Sourced by ./dev: the format and the static analysis of all of the project's own code.
 
 source_files() { git ls-files -- '*.cpp' '*.h'; }
 
@@ -22,12 +21,12 @@ lint() {
   configure
   say "checking the format"
   source_files | xargs clang-format --dry-run -Werror || fail "run ./dev format"
-  # The generated headers that the analysis needs.
+  # The generated headers that the analysis needs; the sources are read as for the windows preset.
   cmake --build --preset windows --target add_in_interfaces -- --quiet
   say "running the static analysis"
   local extra
   mapfile -t extra < <(mingw_flags)
-  git ls-files -- 'apps/*.cpp' 'platform/*.cpp' | grep -v Posix | xargs -P "$(nproc)" -n 4 \
+  git ls-files -- '*.cpp' | grep -v Posix | xargs -P "$(nproc)" -n 4 \
     clang-tidy-16 -p build/windows --quiet "${extra[@]}" >build/clang-tidy.log 2>/dev/null || {
       grep -E 'error:' build/clang-tidy.log | sort -u >&2
       fail "the static analysis found something: see build/clang-tidy.log"

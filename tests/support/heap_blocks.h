@@ -12,7 +12,7 @@ inline std::size_t HeapBlockCount() {
   std::vector<HANDLE> heaps(GetProcessHeaps(0, nullptr));
   heaps.resize(GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data()));
   std::size_t blocks = 0;
-  for (const HANDLE heap : heaps) {
+  for (HANDLE heap : heaps) {
     if (!HeapLock(heap)) continue;
     PROCESS_HEAP_ENTRY entry{};
     while (HeapWalk(heap, &entry)) {
