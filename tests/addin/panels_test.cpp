@@ -100,6 +100,21 @@ TEST_F(Command, BeforeAConnectionRaisesAnInvalidPointer) {
   EXPECT_EQ(Asked(), std::vector<std::string>{});
 }
 
+TEST_F(Command, ThatSendsTheLoginRaisesAnInvalidPointerWhileLoggedOut) {
+  Connect();
+  m_host->Open(MakeModel(L"a.sldprt"));
+  for (const auto command : {&ISolidWorksAddIn::OpenDataSelector, &ISolidWorksAddIn::PlmQuery,
+                             &ISolidWorksAddIn::PlmTaskManage, &ISolidWorksAddIn::PlmMaterialBackFill}) {
+    try {
+      (Face().GetInterfacePtr()->*command)();
+      ADD_FAILURE() << "no exception";
+    } catch (const _com_error& error) {
+      EXPECT_EQ(error.Error(), E_POINTER);
+    }
+  }
+  EXPECT_EQ(Asked(), std::vector<std::string>{});
+}
+
 TEST_F(Command, ThatRaisesIsAnExceptionOfAutomationForTheHostAndOneLogLine) {
   Connect();
   const ISolidWorksAddInPtr face = Face();

@@ -78,6 +78,19 @@ TEST_P(ImportDocument, SendsThePathAndWhetherItNamesADrawing) {
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
+TEST_P(ImportDocument, SendsAPathOfAnyLength) {
+  ConnectAndLogIn();
+  const std::wstring folder(100, L'f');
+  const std::wstring name = folder + L"\\" + folder + L"\\" + folder;
+  m_folder.MakeFolder(name);
+  const std::wstring path = MakeModel(name + L"\\a.sldprt");
+  EXPECT_GT(path.size(), 300u);
+  m_host->Open(path);
+  PickImport();
+  EXPECT_EQ(Asked(), std::vector<std::string>{GetParam().command + std::string(R"( {"file_path":")") +
+                                              JsonEscaped(path) + R"("})"});
+}
+
 TEST_P(ImportDocument, AsksTheHostForThePathOfADocumentThatIsNotViewOnly) {
   ConnectAndLogIn();
   m_host->Open(MakeModel(L"a.sldprt"));
