@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <cwchar>
 #include <map>
 #include <stdexcept>
 #include <string>
@@ -57,7 +58,8 @@ std::wstring Text(std::string_view bytes, UINT code_page) {
     text.resize(static_cast<std::size_t>(MultiByteToWideChar(code_page, 0, bytes.data(), size, nullptr, 0)));
     MultiByteToWideChar(code_page, 0, bytes.data(), size, text.data(), static_cast<int>(text.size()));
   }
-  return text.c_str();
+  text.resize(std::wcslen(text.c_str()));
+  return text;
 }
 
 CustomProperty ReadValue(const Bytes& section, std::size_t offset, UINT code_page) {

@@ -9,9 +9,6 @@ namespace {
 
 class ViewFile : public AddInTest {
  protected:
-  static constexpr long kMissing = static_cast<long>(0xA3013000);
-  static constexpr long kWrong = static_cast<long>(0xA3013001);
-
   /// Connects and gives the exception that leaves the add-in.
   CZALException ConnectAndCatch() {
     try {

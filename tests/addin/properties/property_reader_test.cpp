@@ -101,7 +101,7 @@ TEST_F(PropertyReader, GivesNothingWithoutADocument) {
 }
 
 TEST_F(PropertyReader, RaisesAnInvalidPointerForANullDocument) {
-  EXPECT_EQ(RaisedBy([&] { m_class->GetCustomProperty(nullptr, Json()); }), E_POINTER);
+  EXPECT_EQ(RaisedBy([&] { m_class->GetCustomProperty(IModelDoc2Ptr(), Json()); }), E_POINTER);
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
