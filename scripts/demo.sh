@@ -13,11 +13,10 @@ wait_for_client() {
 
 demo() {
   build
-  start_display
   # The add-in's folders and the models lie on the prefix's drive C, so that the answers can name them.
   export WINEPREFIX="$root/build/windows/wine" TAVO_HOME='C:\tavo-demo\home'
   local bin=build/windows/bin folder="$WINEPREFIX/drive_c/tavo-demo" client
-  scripts/wine cmd /c ver >/dev/null  # makes the prefix
+  start_wine
   rm -rf "$folder"
   mkdir -p "$folder/download/nut-new" "$folder/home"
 
@@ -33,6 +32,7 @@ demo() {
   kill "$client"
   scripts/wine regsvr32 /u /s "$bin/solidworks_add_in.dll"
 
+  stop_wine
   say "the add-in's log"
   cat "$folder/home/log/SolidWorks.log"
   say "where things are"

@@ -34,8 +34,9 @@ count_results() {
 
 test() {
   build
-  start_display
+  start_wine
   run_tests native
   run_tests windows
+  stop_wine
   count_results
 }
