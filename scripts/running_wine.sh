@@ -22,11 +22,12 @@ start_wine() {
   start_display
   scripts/wine cmd /c ver >/dev/null  # makes the prefix
   coproc keeper { exec scripts/wine cmd >/dev/null 2>&1; }
-  started+=("$keeper_PID")
+  wine_keeper=$keeper_PID  # bash forgets its own variable when the process ends
+  started+=("$wine_keeper")
 }
 
 # stop_wine: lets Wine's last processes go before the display does, which they would lament.
 stop_wine() {
-  kill "$keeper_PID"
+  kill "$wine_keeper" 2>/dev/null || true
   WINEPREFIX="${WINEPREFIX:-$root/build/windows/wine}" timeout 10 /usr/lib/wine/wineserver64 -w || true
 }
