@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "add_in_test.h"
 
@@ -35,6 +37,19 @@ class Bell {
   HWND m_window;
 };
 
+/// Takes what was freed a moment ago and writes over it, so that whoever still uses it is found out. The DLL
+/// and the test have one heap.
+class Scribbles {
+ public:
+  void Fill() {
+    for (std::size_t size = 16; size <= 4096; size += 8)
+      m_blocks.insert(m_blocks.end(), 4, std::string(size, '\xCC'));
+  }
+
+ private:
+  std::vector<std::string> m_blocks;
+};
+
 class ServedCall : public AddInTest {
  protected:
   /// Rings the bell before each answer.
@@ -46,6 +61,7 @@ class ServedCall : public AddInTest {
   }
 
   Bell m_bell;
+  Scribbles m_scribbles;
 };
 
 TEST_F(ServedCall, ThatLetsGoOfTheAddInLeavesItAliveUntilTheCommandHasEnded) {
@@ -53,6 +69,7 @@ TEST_F(ServedCall, ThatLetsGoOfTheAddInLeavesItAliveUntilTheCommandHasEnded) {
   ISolidWorksAddIn* const held_by_nobody = Face();
   m_bell.OnRing([&] {
     EXPECT_TRUE(Disconnect());
+    m_scribbles.Fill();
     EXPECT_EQ(held_by_nobody->AddRef(), 2u);
     held_by_nobody->Release();
   });
@@ -70,9 +87,13 @@ TEST_F(ServedCall, ThatConnectsAnewLeavesTheCommandItsConnection) {
     VARIANT_BOOL done = VARIANT_FALSE;
     EXPECT_EQ(m_add_in->face->DisconnectFromSW(&done), S_OK);
     EXPECT_EQ(m_add_in->face->ConnectToSW(m_host->Application(), m_add_in->cookie, &done), S_OK);
+    m_scribbles.Fill();
   });
   EXPECT_TRUE(Pick(L"PlmLogin").Succeeded());
   EXPECT_EQ(Enabled(L"EnablePlmLogOut"), 1);
+  // The connection that the command kept goes with the invoker that it was sent by.
+  for (int tries = 0; tries < 200 && m_client->OpenConnectionCount() > 0; ++tries) Sleep(10);
+  EXPECT_EQ(m_client->OpenConnectionCount(), 0);
   EXPECT_EQ(m_home.LogLines(), std::vector<std::wstring>{});
   m_bell.OnRing([] {});
   EXPECT_TRUE(Pick(L"PlmWf").Succeeded());
