@@ -19,7 +19,7 @@ function(tavo_imported name)
 endfunction()
 
 tavo_imported(rapidjson)
-tavo_imported(gtest libgtest_main.a libgtest.a)
+tavo_imported(gtest libgtest.a)
 if(WIN32)
   tavo_imported(log4cplus liblog4cplusSU.a)
   target_compile_definitions(log4cplus INTERFACE UNICODE _UNICODE)

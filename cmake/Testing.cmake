@@ -1,18 +1,56 @@
-# tavo_test(NAME SOURCES ... LIBRARIES ... [TIMEOUT SECONDS]): a test program, run whole by ctest.
+# Test programs. Tests are compiled more often than they run, so they are built fast: without optimisation and
+# with line numbers only, which a stack of a crash or hang shows. In this order: the other one would bring
+# back the full debug information. Wine's debug library reads version 4 of the format, not 5.
+add_library(test_options INTERFACE)
+target_compile_options(test_options INTERFACE -O0 -gdwarf-4 -g1)
+target_link_libraries(test_options INTERFACE gtest project_options)
+
+if(WIN32)
+  add_library(test_precompiled_headers OBJECT ${CMAKE_BINARY_DIR}/precompiled.cpp)
+  target_link_libraries(test_precompiled_headers PRIVATE test_options)
+  target_precompile_headers(test_precompiled_headers PRIVATE ${TAVO_PRECOMPILED_HEADERS} <gtest/gtest.h>)
+endif()
+
+function(tavo_compile_as_test target)
+  target_link_libraries(${target} PRIVATE test_options)
+  if(WIN32)
+    target_compile_options(${target} PRIVATE ${TAVO_PRECOMPILED_OPTIONS})
+    target_precompile_headers(${target} REUSE_FROM test_precompiled_headers)
+  endif()
+endfunction()
+
+# tavo_test_library(NAME SOURCES ... [PUBLIC ...] [PRIVATE ...]): what several test programs share. Its headers
+# lie beside its sources.
+function(tavo_test_library name)
+  cmake_parse_arguments(arg "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+  add_library(${name} STATIC ${arg_SOURCES})
+  target_link_libraries(${name} PUBLIC ${arg_PUBLIC} gtest PRIVATE ${arg_PRIVATE})
+  target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+  tavo_compile_as_test(${name})
+endfunction()
+
+# tavo_test(NAME SOURCES ... LIBRARIES ... [INNER FOLDER ...] [TIMEOUT SECONDS] [OWN_MAIN]): a test program, run
+# whole by ctest.
 #
-# The program writes its results as XML into test-results/; `./dev test` adds those up. A program that
-# hangs is ended after TIMEOUT seconds and counts as failed.
+# INNER are folders of the product whose inner headers the test sees. The program writes its results as XML into
+# test-results/; `./dev test` adds those up. A program that hangs prints the stacks of its threads shortly before
+# TIMEOUT and counts as failed. OWN_MAIN: it has a main() of its own, which calls RunTests() in its turn.
 function(tavo_test name)
-  cmake_parse_arguments(arg "" "TIMEOUT" "SOURCES;LIBRARIES" ${ARGN})
+  cmake_parse_arguments(arg "OWN_MAIN" "TIMEOUT" "SOURCES;LIBRARIES;INNER" ${ARGN})
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 120)
   endif()
   add_executable(${name} ${arg_SOURCES})
-  target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} gtest project_options)
-  # Tests are compiled more often than they run: what counts is how fast they are built.
-  target_compile_options(${name} PRIVATE -O0 -g0)
+  if(NOT arg_OWN_MAIN)
+    target_link_libraries(${name} PRIVATE test_main)
+  endif()
+  target_link_libraries(${name} PRIVATE ${arg_LIBRARIES})
+  list(TRANSFORM arg_INNER PREPEND ${CMAKE_SOURCE_DIR}/)
+  target_include_directories(${name} PRIVATE ${arg_INNER})
+  tavo_compile_as_test(${name})
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
   add_test(NAME ${name} COMMAND ${name} --gtest_output=xml:test-results/${name}.xml
            WORKING_DIRECTORY ${CMAKE_BINARY_DIR})
-  set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT})
+  math(EXPR watch "${arg_TIMEOUT} - 10")
+  set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} ENVIRONMENT TEST_SECONDS=${watch})
 endfunction()

@@ -5,7 +5,7 @@
 #include <atomic>
 
 #include "CZALCADPathHelper.h"
-#include "HexCode.h"
+#include "base/hex_code.h"
 
 namespace {
 std::wstring PlatformName() { return L"TAVO"; }

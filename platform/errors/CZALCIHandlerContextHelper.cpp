@@ -2,10 +2,9 @@
 
 #include <windows.h>
 
-#include <memory>
-
-#include "HexCode.h"
-#include "PlatformCodes.h"
+#include "base/hex_code.h"
+#include "base/platform_codes.h"
+#include "base/system_text.h"
 
 namespace {
 struct PlatformText {
@@ -32,21 +31,6 @@ std::wstring TextOfPlatform(long code) {
   return {};
 }
 
-struct LocalFreer {
-  void operator()(wchar_t* memory) const { LocalFree(memory); }
-};
-
-// Empty where the system knows no text.
-std::wstring TextOfSystem(long code) {
-  wchar_t* buffer = nullptr;
-  const DWORD length = FormatMessageW(
-      FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-      static_cast<DWORD>(code), 0, reinterpret_cast<LPWSTR>(&buffer), 0, nullptr);
-  const std::unique_ptr<wchar_t, LocalFreer> owner(buffer);
-  std::wstring text(buffer ? buffer : L"", length);
-  text.erase(text.find_last_not_of(L" \t\r\n") + 1);
-  return text;
-}
 }  // namespace
 
 CZALCIHandlerContextHelper& CZALCIHandlerContextHelper::Instance() {
@@ -56,7 +40,7 @@ CZALCIHandlerContextHelper& CZALCIHandlerContextHelper::Instance() {
 
 ZALErrorMsg CZALCIHandlerContextHelper::GetErrorMsg(long code) const {
   std::wstring text = TextOfPlatform(code);
-  if (text.empty()) text = TextOfSystem(code);
+  if (text.empty()) text = SystemText(static_cast<DWORD>(code));
   if (text.empty()) text = L"Unknown error " + HexCode(code) + L".";
   return {code, text};
 }

@@ -4,13 +4,10 @@
 
 #include <vector>
 
-#include "CFilePathHelper.h"
+#include "base/file_attributes.h"
+#include "base/system_path.h"
 
 namespace {
-bool IsFolder(const std::wstring& system_path) {
-  const DWORD attributes = GetFileAttributesW(system_path.c_str());
-  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
-}
 
 // Goes up to the first folder that is there or can be made, then down again.
 void MakeWithParents(const std::wstring& system_path) {
@@ -24,11 +21,12 @@ void MakeWithParents(const std::wstring& system_path) {
   }
   for (auto path = missing.rbegin(); path != missing.rend(); ++path) CreateDirectoryW(path->c_str(), nullptr);
 }
+
 }  // namespace
 
 bool CFileHelper::CreateFolder(const std::wstring& path, bool failIfExists) {
   try {
-    const std::wstring system_path = CFilePathHelper::ToSystemPath(path);
+    const std::wstring system_path = SystemPath(path);
     if (IsFolder(system_path)) return !failIfExists;
     MakeWithParents(system_path);
     return IsFolder(system_path);

@@ -8,9 +8,9 @@
 
 #include "CStringHelper.h"
 #include "CZALException.h"
-#include "JsonMemberIndex.h"
-#include "PlatformCodes.h"
-#include "RapidJsonConfig.h"
+#include "base/platform_codes.h"
+#include "detail/json_member_index.h"
+#include "detail/rapidjson_config.h"
 
 /// A JSON value: the root of a document of its own, or a view on a value of another object's document.
 ///

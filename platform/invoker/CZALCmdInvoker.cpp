@@ -2,20 +2,18 @@
 
 #include <atomic>
 #include <cstdint>
-#include <exception>
 #include <optional>
 #include <utility>
 
-#include "CStringHelper.h"
-#include "CZALException.h"
-#include "ClientConfiguration.h"
-#include "ClientConnector.h"
-#include "Framing.h"
-#include "Message.h"
-#include "NoAnswer.h"
-#include "PipeConnection.h"
-#include "PlatformLog.h"
-#include "ServingWait.h"
+#include "client_configuration.h"
+#include "client_connector.h"
+#include "errors/caught_exception.h"
+#include "framing.h"
+#include "log/platform_log.h"
+#include "message.h"
+#include "no_answer.h"
+#include "pipe_connection.h"
+#include "serving_wait.h"
 
 using invoker::NoAnswer;
 using invoker::PipeConnection;
@@ -45,12 +43,8 @@ std::wstring ReasonOfException() {
     throw;
   } catch (const NoAnswer& failure) {
     return failure.reason;
-  } catch (const CZALException& exception) {
-    return exception.GetErrorMessage();
-  } catch (const std::exception& exception) {
-    return CStringHelper::UTF8ToUnicode(exception.what());
-  } catch (...) {  // thrown by a window of the host, which was served during the wait
-    return L"an exception of an unknown type";
+  } catch (...) {  // perhaps thrown by a window of the host, which was served during the wait
+    return CaughtException::Describe().text;
   }
 }
 

@@ -5,8 +5,8 @@
 
 #include <new>
 
-#include "JsonFile.h"
-#include "JsonParser.h"
+#include "json/json_parser.h"
+#include "json_file.h"
 
 using rapidjson::Document;
 

@@ -7,8 +7,8 @@
 #include <atomic>
 #include <exception>
 
-#include "LogConfiguration.h"
-#include "PlatformLog.h"
+#include "log/platform_log.h"
+#include "log_configuration.h"
 
 namespace {
 constinit std::atomic<bool> is_running = false;

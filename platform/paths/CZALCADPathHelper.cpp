@@ -4,6 +4,8 @@
 
 #include "CFileHelper.h"
 #include "CFilePathHelper.h"
+#include "base/file_attributes.h"
+#include "base/module_path.h"
 
 namespace {
 // The configuration folder's name, chosen once for the process.
@@ -33,21 +35,9 @@ std::wstring RootFolder() {
 
 // The folder of the module that this code is linked into; empty where the system does not tell it.
 std::wstring ModuleFolder() {
-  HMODULE module = nullptr;
-  if (!GetModuleHandleExW(
-          GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-          reinterpret_cast<LPCWSTR>(&ModuleFolder), &module)) {
-    return {};
-  }
-  std::wstring path(MAX_PATH, L'\0');
-  DWORD length = GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size()));
-  while (length == path.size()) {  // did not fit
-    path.resize(path.size() * 2);
-    length = GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size()));
-  }
-  path.resize(length);
+  const HMODULE module = OwnModule();
   std::wstring folder, name;
-  CFilePathHelper::SplitFilePath(path, folder, name);
+  if (module) CFilePathHelper::SplitFilePath(ModulePath(module), folder, name);
   return folder;
 }
 
@@ -55,11 +45,6 @@ std::wstring ModuleFolder() {
 std::wstring InstalledPath(const std::wstring& file) {
   const std::wstring folder = ModuleFolder();
   return folder.empty() ? folder : folder + L"\\config\\" + file;
-}
-
-bool IsFile(const std::wstring& path) {
-  const DWORD attributes = GetFileAttributesW(CFilePathHelper::ToSystemPath(path).c_str());
-  return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
 }
 
 constexpr long kNoRoot = static_cast<long>(0x80070003);         // ERROR_PATH_NOT_FOUND

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <utility>
 
-#include "application_face.h"
-#include "assembly.h"
-#include "host_state.h"
-#include "paths.h"
+#include "base/system_path.h"
+#include "com/application_object.h"
+#include "com/document_object.h"
+#include "com/host_state.h"
+#include "documents/assembly.h"
+#include "files/paths.h"
 
 namespace cad_host {
 namespace {
@@ -19,10 +21,14 @@ AddInEntry FindRegistered(const std::wstring& title_or_clsid) {
                   L"\" under HKLM\\SOFTWARE\\SolidWorks\\AddIns");
 }
 
+IDispatchPtr Serve(const std::shared_ptr<Services>& services, const std::shared_ptr<Document>& document) {
+  return {static_cast<IDispatch*>(ServeDocument(services, document)), false};
+}
+
 }  // namespace
 
 Host::Host(HostOptions options)
-    : m_state(std::make_shared<HostState>(options.state_folder, std::move(options.revision))) {
+    : m_state(std::make_shared<HostState>(options.state_folder, std::move(options.revision), Serve)) {
   m_state->services->host = m_state;
 }
 
@@ -41,7 +47,7 @@ Journal& Host::GetJournal() { return m_state->services->journal; }
 Faults& Host::GetFaults() { return m_state->services->faults; }
 
 ISldWorksPtr Host::Application() {
-  return {static_cast<ISldWorks*>(FaceOf<ApplicationFace>(m_state->services, m_state)), false};
+  return {static_cast<ISldWorks*>(ObjectFor<ApplicationObject>(m_state->services, m_state)), false};
 }
 
 std::vector<HeldReference> Host::HeldReferences() const {

@@ -1,8 +1,7 @@
 #include "cad_host/host_error.h"
 
-#include <cwchar>
-
 #include "CStringHelper.h"
+#include "base/hex_code.h"
 
 namespace cad_host {
 
@@ -12,9 +11,7 @@ HostError::HostError(const std::wstring& message, HRESULT result)
 std::wstring ResultText(HRESULT result) {
   if (result == S_OK) return L"S_OK";
   if (result == S_FALSE) return L"S_FALSE";
-  wchar_t text[16];
-  std::swprintf(text, std::size(text), L"0x%08lx", static_cast<unsigned long>(result));
-  return text;
+  return HexCode(result);
 }
 
 }  // namespace cad_host

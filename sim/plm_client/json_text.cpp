@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "RapidJsonConfig.h"
+#include "detail/rapidjson_config.h"
 // After the configuration, which must come first.
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "UniqueHandle.h"
+#include "base/unique_handle.h"
 
 namespace plm_client {
 

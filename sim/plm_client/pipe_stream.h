@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "UniqueHandle.h"
+#include "base/unique_handle.h"
 
 namespace plm_client {
 

@@ -66,9 +66,9 @@ class VtableTest : public testing::TestWithParam<InterfaceRow> {
   /// The interface pointer itself, not the identity that a query for IDispatch gives.
   template <class Interface>
   static IDispatchPtr As(IUnknown* object) {
-    Interface* face = nullptr;
-    EXPECT_EQ(object->QueryInterface(__uuidof(Interface), reinterpret_cast<void**>(&face)), S_OK);
-    return {static_cast<IDispatch*>(face), false};
+    Interface* served = nullptr;
+    EXPECT_EQ(object->QueryInterface(__uuidof(Interface), reinterpret_cast<void**>(&served)), S_OK);
+    return {static_cast<IDispatch*>(served), false};
   }
 
   IDispatchPtr Application() { return As<ISldWorks>(m_host.Application()); }

@@ -8,9 +8,9 @@
 #include <stdexcept>
 
 #include "CFileHelper.h"
-#include "CFilePathHelper.h"
 #include "CStringHelper.h"
-#include "UniqueHandle.h"
+#include "base/system_path.h"
+#include "base/unique_handle.h"
 
 namespace {
 // An open file.
@@ -18,7 +18,7 @@ class File {
  public:
   File(const std::wstring& path, DWORD access, DWORD disposition)
       : m_path(path),
-        m_handle(OwnHandle(CreateFileW(CFilePathHelper::ToSystemPath(path).c_str(), access,
+        m_handle(OwnHandle(CreateFileW(SystemPath(path).c_str(), access,
                                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                        disposition, FILE_ATTRIBUTE_NORMAL, nullptr))) {
     Check(m_handle != nullptr, "cannot open ");
@@ -51,7 +51,7 @@ class File {
 
 void ForEachEntry(const std::wstring& folder, const std::function<void(const WIN32_FIND_DATAW&)>& visit) {
   WIN32_FIND_DATAW entry;
-  HANDLE search = FindFirstFileW((CFilePathHelper::ToSystemPath(folder) + L"\\*").c_str(), &entry);
+  HANDLE search = FindFirstFileW((SystemPath(folder) + L"\\*").c_str(), &entry);
   if (search == INVALID_HANDLE_VALUE) return;
   do {
     const std::wstring_view name = entry.cFileName;
@@ -63,7 +63,7 @@ void ForEachEntry(const std::wstring& folder, const std::function<void(const WIN
 void RemoveTree(const std::wstring& folder) {
   ForEachEntry(folder, [&](const WIN32_FIND_DATAW& entry) {
     const std::wstring path = folder + L"\\" + entry.cFileName;
-    const std::wstring system_path = CFilePathHelper::ToSystemPath(path);
+    const std::wstring system_path = SystemPath(path);
     SetFileAttributesW(system_path.c_str(), FILE_ATTRIBUTE_NORMAL);
     if (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
       RemoveTree(path);
@@ -71,7 +71,7 @@ void RemoveTree(const std::wstring& folder) {
       DeleteFileW(system_path.c_str());
     }
   });
-  RemoveDirectoryW(CFilePathHelper::ToSystemPath(folder).c_str());
+  RemoveDirectoryW(SystemPath(folder).c_str());
 }
 
 std::wstring NewFolderPath() {
@@ -122,7 +122,7 @@ std::wstring TempFolder::ReadText(std::wstring_view name) const {
 }
 
 bool TempFolder::Exists(std::wstring_view name) const {
-  return GetFileAttributesW(CFilePathHelper::ToSystemPath(Path(name)).c_str()) != INVALID_FILE_ATTRIBUTES;
+  return GetFileAttributesW(SystemPath(Path(name)).c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
 std::vector<std::wstring> TempFolder::List(std::wstring_view name) const {

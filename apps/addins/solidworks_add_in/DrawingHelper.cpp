@@ -1,12 +1,12 @@
 #include "DrawingHelper.h"
 
 #include "CStringHelper.h"
-#include "diagnostics.h"
-#include "document_type.h"
+#include "diagnostics/diagnostics.h"
+#include "documents/document_type.h"
+#include "documents/open_silently.h"
+#include "documents/selection_point.h"
 #include "host/drawing.h"
 #include "host/model_doc.h"
-#include "open_silently.h"
-#include "selection_point.h"
 
 const char kDrawingHelperSourceFile[] = __FILE__;
 

@@ -10,12 +10,12 @@
 
 #include "CJsonObject.h"
 #include "CZALCmdInvoker.h"
-#include "application_event_sink.h"
+#include "connection/application_event_sink.h"
+#include "diagnostics/log_sites.h"
 #include "host/application.h"
 #include "host/assembly.h"
 #include "host/command_manager.h"
 #include "host/model_doc.h"
-#include "log_sites.h"
 #include "module/bitmap_handler.h"
 #include "solidworks_add_in_h.h"
 

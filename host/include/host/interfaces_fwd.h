@@ -4,7 +4,7 @@
 /// was the same in the releases 2016, 2020 and 2023. Interfaces only ever grow at the end.
 #pragma once
 
-#include "host/system_pointers.h"
+#include "base/com_pointers.h"
 
 struct ISldWorks;
 struct IModelDoc2;

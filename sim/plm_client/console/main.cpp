@@ -11,7 +11,7 @@
 #include <stdexcept>
 
 #include "CStringHelper.h"
-#include "UniqueHandle.h"
+#include "base/unique_handle.h"
 #include "options.h"
 #include "plm_client/answer_folder.h"
 #include "plm_client/client.h"

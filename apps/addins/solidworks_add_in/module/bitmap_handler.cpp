@@ -4,9 +4,9 @@
 #include <vector>
 
 #include "CComBSTR.h"
-#include "UniqueHandle.h"
+#include "base/com_pointers.h"
+#include "base/unique_handle.h"
 #include "exception_info.h"
-#include "host/system_pointers.h"
 #include "type_library.h"
 
 namespace {

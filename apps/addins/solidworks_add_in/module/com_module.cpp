@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "base/module_path.h"
 #include "class_factory.h"
 #include "registrar.h"
 #include "type_library.h"
@@ -36,14 +37,8 @@ void CSolidWorksAddInModule::Attach(HINSTANCE handle, std::span<const CreatableC
 }
 
 std::wstring CSolidWorksAddInModule::Path() const {
-  std::wstring path(MAX_PATH, L'\0');
-  DWORD length = GetModuleFileNameW(m_handle, path.data(), static_cast<DWORD>(path.size()));
-  while (length == path.size()) {  // cut off
-    path.resize(path.size() * 2);
-    length = GetModuleFileNameW(m_handle, path.data(), static_cast<DWORD>(path.size()));
-  }
-  if (length == 0) _com_issue_error(HRESULT_FROM_WIN32(GetLastError()));
-  path.resize(length);
+  std::wstring path = ModulePath(m_handle);
+  if (path.empty()) _com_issue_error(HRESULT_FROM_WIN32(GetLastError()));
   return path;
 }
 

@@ -9,8 +9,8 @@
 #include <type_traits>
 #include <utility>
 
-#include "caught_exception.h"
 #include "com_module.h"
+#include "errors/caught_exception.h"
 
 /// Looks `iid` up among interfaces that `Object` derives from; `Identity` also answers IUnknown and, where
 /// it is a dispatch interface, IDispatch.

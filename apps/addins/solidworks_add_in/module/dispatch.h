@@ -1,4 +1,4 @@
-/// @file The dispatch face of the add-in object, through which the host calls methods by name.
+/// @file The dispatch interface of the add-in object, through which the host calls methods by name.
 #pragma once
 
 #include <windows.h>

@@ -2,12 +2,11 @@
 
 #include <oleauto.h>
 
-#include <cwchar>
-#include <iterator>
 #include <string>
 
-#include "PlatformLog.h"
-#include "caught_exception.h"
+#include "base/hex_code.h"
+#include "errors/caught_exception.h"
+#include "log/platform_log.h"
 #include "log_set_up.h"
 
 HRESULT AnswerFailure(HRESULT code, EXCEPINFO* information) noexcept {
@@ -27,11 +26,9 @@ HRESULT AnswerException(const wchar_t* interface_name, const wchar_t* method,
       information->bstrSource = SysAllocString(L"solidworks_add_in");
       information->bstrDescription = SysAllocString(caught.text.c_str());
     }
-    wchar_t code[9];
-    swprintf(code, std::size(code), L"%08lx", static_cast<unsigned long>(caught.code));
     InitialiseLog();  // the host may call before it connects
-    LogPlatformError(std::wstring(interface_name) + L"::" + method + L" raised 0x" + code + L": " +
-                     caught.text);
+    LogPlatformError(std::wstring(interface_name) + L"::" + method + L" raised " + HexCode(caught.code) +
+                     L": " + caught.text);
   } catch (...) {
     // No memory even for the text.
     AnswerFailure(E_OUTOFMEMORY, information);

@@ -5,8 +5,9 @@
 #include <string>
 
 #include "CStringHelper.h"
-#include "PlatformLog.h"
-#include "caught_exception.h"
+#include "base/unique_registry_key.h"
+#include "errors/caught_exception.h"
+#include "log/platform_log.h"
 #include "log_set_up.h"
 #include "registry_script.h"
 #include "solidworks_add_in_h.h"
@@ -17,22 +18,9 @@ using registry_script::Key;
 using registry_script::Removal;
 using registry_script::Value;
 
-/// An open key of the registry.
-class OpenKey {
- public:
-  OpenKey() = default;
-  OpenKey(const OpenKey&) = delete;
-  OpenKey& operator=(const OpenKey&) = delete;
-  ~OpenKey() {
-    if (m_key) RegCloseKey(m_key);
-  }
-
-  HKEY* operator&() noexcept { return &m_key; }
-  operator HKEY() const noexcept { return m_key; }
-
- private:
-  HKEY m_key = nullptr;
-};
+HKEY HandleOf(registry_script::RootKey root) {
+  return root == registry_script::RootKey::kClassesRoot ? HKEY_CLASSES_ROOT : HKEY_LOCAL_MACHINE;
+}
 
 HRESULT PassOverAbsent(LSTATUS status) {
   return status == ERROR_FILE_NOT_FOUND ? S_OK : HRESULT_FROM_WIN32(status);
@@ -43,7 +31,7 @@ void KeepFirstFailure(HRESULT& first, HRESULT result) {
 }
 
 HRESULT WriteValue(HKEY key, const Value& value) {
-  if (const DWORD* const number = std::get_if<DWORD>(&value.data)) {
+  if (const auto* const number = std::get_if<std::uint32_t>(&value.data)) {
     return HRESULT_FROM_WIN32(RegSetValueExW(key, value.name.c_str(), 0, REG_DWORD,
                                              reinterpret_cast<const BYTE*>(number), sizeof *number));
   }
@@ -57,14 +45,15 @@ HRESULT WriteKey(HKEY parent, const Key& key) {
   HRESULT result = S_OK;
   if (key.removal == Removal::kWhole) result = PassOverAbsent(RegDeleteTreeW(parent, key.name.c_str()));
   if (FAILED(result)) return result;
-  OpenKey written;
+  HKEY created = nullptr;
   result = HRESULT_FROM_WIN32(RegCreateKeyExW(parent, key.name.c_str(), 0, nullptr, 0, KEY_READ | KEY_WRITE,
-                                              nullptr, &written, nullptr));
+                                              nullptr, &created, nullptr));
+  const UniqueRegistryKey written(created);
   for (const Value& value : key.values) {
-    if (SUCCEEDED(result)) result = WriteValue(written, value);
+    if (SUCCEEDED(result)) result = WriteValue(written.get(), value);
   }
   for (const Key& child : key.keys) {
-    if (SUCCEEDED(result)) result = WriteKey(written, child);
+    if (SUCCEEDED(result)) result = WriteKey(written.get(), child);
   }
   return result;
 }
@@ -78,15 +67,16 @@ bool HasSubkeys(HKEY key) {
 
 HRESULT RemoveKey(HKEY parent, const Key& key) {
   if (key.removal == Removal::kWhole) return PassOverAbsent(RegDeleteTreeW(parent, key.name.c_str()));
-  OpenKey opened;
-  const LSTATUS status = RegOpenKeyExW(parent, key.name.c_str(), 0, KEY_READ | KEY_WRITE, &opened);
+  HKEY found = nullptr;
+  const LSTATUS status = RegOpenKeyExW(parent, key.name.c_str(), 0, KEY_READ | KEY_WRITE, &found);
   if (status != ERROR_SUCCESS) return PassOverAbsent(status);
+  const UniqueRegistryKey opened(found);
   HRESULT first = S_OK;
   for (const Value& value : key.values) {
-    KeepFirstFailure(first, PassOverAbsent(RegDeleteValueW(opened, value.name.c_str())));
+    KeepFirstFailure(first, PassOverAbsent(RegDeleteValueW(opened.get(), value.name.c_str())));
   }
-  for (const Key& child : key.keys) KeepFirstFailure(first, RemoveKey(opened, child));
-  if (key.removal != Removal::kNever && !HasSubkeys(opened)) {
+  for (const Key& child : key.keys) KeepFirstFailure(first, RemoveKey(opened.get(), child));
+  if (key.removal != Removal::kNever && !HasSubkeys(opened.get())) {
     KeepFirstFailure(first, PassOverAbsent(RegDeleteKeyW(parent, key.name.c_str())));
   }
   return first;
@@ -122,7 +112,7 @@ template <class Apply>
 HRESULT ForEachKey(const CreatableClass& registered, Apply apply) noexcept {
   try {
     for (const registry_script::Root& root : ReadScript(registered)) {
-      for (const Key& key : root.keys) apply(root.root, key);
+      for (const Key& key : root.keys) apply(HandleOf(root.root), key);
     }
     return S_OK;
   } catch (const registry_script::Error& error) {

@@ -1,7 +1,7 @@
 #include "registry_script.h"
 
-#include <cwchar>
-#include <optional>
+#include <limits>
+#include <utility>
 
 namespace registry_script {
 
@@ -93,7 +93,7 @@ class Parser {
   std::vector<Root> Roots() {
     std::vector<Root> roots;
     while (m_at < m_tokens.size()) {
-      HKEY root = RootOf(Next(L"a root"));
+      const RootKey root = RootOf(Next(L"a root"));
       Expect(L"{");
       Key all{};
       Contents(all);
@@ -104,9 +104,9 @@ class Parser {
   }
 
  private:
-  static HKEY RootOf(const Token& token) {
-    if (token.Is(L"HKCR")) return HKEY_CLASSES_ROOT;
-    if (token.Is(L"HKLM")) return HKEY_LOCAL_MACHINE;
+  static RootKey RootOf(const Token& token) {
+    if (token.Is(L"HKCR")) return RootKey::kClassesRoot;
+    if (token.Is(L"HKLM")) return RootKey::kLocalMachine;
     throw Error(token.line, L"HKCR or HKLM expected", token.text);
   }
 
@@ -143,7 +143,7 @@ class Parser {
     return token.text;
   }
 
-  std::variant<std::wstring, DWORD> Data() {
+  std::variant<std::wstring, std::uint32_t> Data() {
     const Token& type = Next(L"the type of a value");
     if (!type.Is(L"s") && !type.Is(L"d")) throw Error(type.line, L"the type s or d expected", type.text);
     const Token& data = Next(L"the data of a value");
@@ -152,15 +152,16 @@ class Parser {
     return Number(data);
   }
 
-  static DWORD Number(const Token& token) {
+  static std::uint32_t Number(const Token& token) {
     unsigned long long number = 0;
     for (const wchar_t digit : token.text) {
       if (digit < L'0' || digit > L'9') throw Error(token.line, L"a decimal number expected", token.text);
       number = number * 10 + static_cast<unsigned>(digit - L'0');
-      if (number > MAXDWORD) throw Error(token.line, L"a number of more than 32 bits", token.text);
+      if (number > std::numeric_limits<std::uint32_t>::max())
+        throw Error(token.line, L"a number of more than 32 bits", token.text);
     }
     if (token.text.empty()) throw Error(token.line, L"a decimal number expected", token.text);
-    return static_cast<DWORD>(number);
+    return static_cast<std::uint32_t>(number);
   }
 
   const Token& Next(std::wstring_view what) {

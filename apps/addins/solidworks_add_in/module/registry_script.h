@@ -1,10 +1,8 @@
 /// @file The language of registration scripts.
 #pragma once
 
-#include <windows.h>
-
+#include <cstdint>
 #include <map>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -15,7 +13,7 @@ namespace registry_script {
 /// A value; the default value of a key has no name.
 struct Value {
   std::wstring name;
-  std::variant<std::wstring, DWORD> data;
+  std::variant<std::wstring, std::uint32_t> data;
 };
 
 /// What becomes of a key on unregistration.
@@ -32,9 +30,12 @@ struct Key {
   std::vector<Key> keys;
 };
 
-/// The keys of a script under one of the registry's roots.
+/// A root of the registry.
+enum class RootKey { kClassesRoot, kLocalMachine };
+
+/// The keys of a script under one root.
 struct Root {
-  HKEY root;
+  RootKey root;
   std::vector<Key> keys;
 };
 

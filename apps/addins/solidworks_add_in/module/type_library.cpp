@@ -6,9 +6,9 @@
 #include <string>
 
 #include "CComBSTR.h"
-#include "caught_exception.h"
+#include "base/com_pointers.h"
 #include "com_module.h"
-#include "host/system_pointers.h"
+#include "errors/caught_exception.h"
 #include "solidworks_add_in_h.h"
 
 namespace {

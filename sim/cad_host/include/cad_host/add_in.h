@@ -26,7 +26,7 @@ struct AddInCommands {
 struct AddIn {
   AddInEntry entry;
   long cookie = 0;
-  ISwAddinPtr face;
+  ISwAddinPtr object;
   IDispatchPtr callbacks;  ///< what SetAddinCallbackInfo gave
   long module_handle = 0;
   std::shared_ptr<AddInCommands> commands;

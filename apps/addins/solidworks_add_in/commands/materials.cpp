@@ -1,0 +1,120 @@
+// Creating a material in the PLM system from the active document, and filling the document from one.
+#include "CCADFileHelper.h"
+#include "CCADStringHelper.h"
+#include "CDisplayErrorMsg.h"
+#include "CStringHelper.h"
+#include "CZALCIHandlerContextHelper.h"
+#include "diagnostics/diagnostics.h"
+#include "documents/open_silently.h"
+#include "host/constants.h"
+#include "module/module_state.h"
+#include "plm_commands.h"
+#include "resources/resource_ids.h"
+#include "solidworks_add_in.h"
+
+namespace {
+
+constexpr const wchar_t* kNothing = L"{}";
+constexpr const wchar_t* kCreatedMaterial = L"data";
+constexpr const wchar_t* kBackFill = L"material_property_back_fill";
+
+/// The text after the last point of the file's name, without a version number that follows it.
+std::wstring FileExtension(const std::wstring& path) {
+  std::wstring version;
+  std::wstring name;
+  const std::wstring& text = CCADFileHelper::IsProeFile(path, version, name) ? name : path;
+  const auto point = text.rfind(L'.');
+  return point == std::wstring::npos ? std::wstring() : text.substr(point + 1);
+}
+
+bool Ask(unsigned text_id, unsigned caption_id) {
+  return ShowCaptionedMessage(text_id, caption_id, MB_OKCANCEL) == IDOK;
+}
+
+/// The platform's notice for `code`; it shows nothing for a success.
+void DisplayError(HRESULT code) {
+  CDisplayErrorMsg::Display(CZALCIHandlerContextHelper::Instance().GetErrorMsg(code), MB_ICONERROR);
+}
+
+/// An object of one member whose value is the JSON text `value`, put there as it stands.
+std::wstring Wrap(const wchar_t* member, const std::wstring& value) {
+  return std::wstring(L"{\"") + member + L"\":" + value + L"}";
+}
+
+}  // namespace
+
+STDMETHODIMP CSolidWorksAddIn::PlmCreateMaterial() {
+  namespace site = log_site::create_material;
+  const ModuleState state;
+  if (!GetCurrentFilePath(m_currentFilePath)) {
+    SendCommand(plm_command::kCreateMaterial);
+    return S_OK;
+  }
+  std::wstring request;
+  IModelDoc2Ptr document;
+  if (Ask(IDS_EXTRACT_PROPERTIES_QUESTION, IDS_EXTRACT_PROPERTIES)) {
+    const auto properties = std::make_shared<CJsonObject>();
+    const HRESULT result = ExtractProperties(properties, document);
+    if (!document) return result;
+    request = Wrap(L"extract_info", properties->ToJson());
+  }
+  const std::wstring answer = SendCommand(plm_command::kCreateMaterial, std::move(request));
+  document = nullptr;  // held while the PLM client is at work
+  if (answer == kNothing) return S_OK;
+  if (!Ask(IDS_BACKFILL_PROPERTIES_QUESTION, IDS_BACKFILL_PROPERTIES)) return S_OK;
+
+  const auto created = std::make_shared<CJsonObject>();
+  created->CreateFrom(answer);
+  if (!created->IsExist(kCreatedMaterial)) return S_OK;
+  const std::wstring material = created->GetObjectCopy(kCreatedMaterial)->ToJson();
+  const auto back_fill = std::make_shared<CJsonObject>();
+  back_fill->CreateFrom(
+      SendCommand(plm_command::kMaterialBackFill, Wrap(L"backfill_info_from_create_material", material)));
+  if (!back_fill->IsExist(kBackFill)) return S_OK;
+  const HRESULT result = PutAttributes(back_fill->GetObjectShared(kBackFill));
+  // Told after every write, successful or not, unlike in PlmMaterialBackFill.
+  LogFailure(site::kBackFill, result);
+  DisplayError(result);
+  return result;
+}
+
+/// Reads the properties of the active document, whose path is m_currentFilePath.
+/// @param document the document; null where they were not read, and the log has been told why.
+/// @return the result of the step that failed; a success also where the host opened no document.
+HRESULT CSolidWorksAddIn::ExtractProperties(const std::shared_ptr<CJsonObject>& properties,
+                                            IModelDoc2Ptr& document) {
+  namespace site = log_site::create_material;
+  m_documentTypes = {{L"sldprt", swDocPART}, {L"sldasm", swDocASSEMBLY}, {L"slddrw", swDocDRAWING}};
+  const long type = m_documentTypes[CCADStringHelper::ToLower(FileExtension(m_currentFilePath))];
+  HRESULT result =
+      OpenSilently(iSwApp, CStringHelper::String2CComBSTR(m_currentFilePath), type, nullptr, document);
+  if (FAILED(result) || !document) {
+    document = nullptr;
+    LogFailure(site::kOpenDoc, result, m_currentFilePath);
+    return result;
+  }
+  result = GetCustomProperty(document, properties);
+  if (FAILED(result)) {
+    document = nullptr;
+    LogFailure(site::kReadProperties, result, m_currentFilePath);
+  }
+  return result;
+}
+
+STDMETHODIMP CSolidWorksAddIn::PlmMaterialBackFill() {
+  const ModuleState state;
+  if (!GetCurrentFilePath(m_currentFilePath)) {
+    ShowCaptionedMessage(IDS_NO_MODEL_LOADED, IDS_LOAD_MODEL, MB_OK);
+    return S_OK;
+  }
+  const std::wstring answer = SendCommand(plm_command::kMaterialBackFill, LoginText());
+  if (CCADStringHelper::StringCompare(answer, kNothing, false) == 0) return S_OK;
+  const auto back_fill = std::make_shared<CJsonObject>();
+  back_fill->CreateFrom(answer);
+  if (!back_fill->IsExist(kBackFill)) return S_OK;
+  const HRESULT result = PutAttributes(back_fill->GetObjectShared(kBackFill));
+  if (SUCCEEDED(result)) return S_OK;
+  LogFailure(log_site::material_back_fill::kBackFill, result);
+  DisplayError(result);
+  return result;
+}

@@ -1,0 +1,91 @@
+// Connecting to the host and disconnecting from it.
+#include <cstdlib>
+
+#include "CComBSTR.h"
+#include "CZALException.h"
+#include "diagnostics/diagnostics.h"
+#include "errors/caught_exception.h"
+#include "log/platform_log.h"
+#include "module/com_module.h"
+#include "module/log_set_up.h"
+#include "solidworks_add_in.h"
+
+namespace {
+
+// The command group that command_interface.cpp builds, and a flyout group that nothing builds; the host
+// is asked to remove both.
+constexpr long kCommandGroup = 0;
+constexpr long kFlyoutGroup = 99;
+
+// Bytes that one UTF-16 unit can take in any ANSI code page.
+constexpr std::size_t kLongestCharacter = 4;
+
+/// The leading integer of a revision number such as "31.2.0"; 0 without one.
+long MajorVersion(const CComBSTR& revision) {
+  const std::wstring_view text = revision.View();
+  std::string narrow(kLongestCharacter * text.size(), '\0');
+  WideCharToMultiByte(CP_THREAD_ACP, 0, text.data(), static_cast<int>(text.size()), narrow.data(),
+                      static_cast<int>(narrow.size()), nullptr, nullptr);
+  return std::strtol(narrow.c_str(), nullptr, 10);
+}
+
+/// The host takes the module's handle as a long, so only its low half arrives, as with every add-in.
+long ModuleHandle() {
+  return static_cast<long>(reinterpret_cast<LONG_PTR>(CSolidWorksAddInModule::Instance().ModuleHandle()));
+}
+
+/// Tells the log of the exception being handled.
+void LogFailedConnection() noexcept {
+  InitialiseLog();  // what failed may have come before
+  try {
+    LogPlatformError(L"connecting to the host failed" + CodeSuffix(CaughtException::Describe().code));
+  } catch (...) {  // no memory for the line; what failed goes its way all the same
+  }
+}
+
+}  // namespace
+
+STDMETHODIMP CSolidWorksAddIn::ConnectToSW(IDispatch* ThisSW, long Cookie, VARIANT_BOOL* IsConnected) {
+  try {
+    Connect(ThisSW, Cookie);
+  } catch (const CZALException&) {  // told, with the file's name, where it was caught first
+    throw;
+  } catch (...) {
+    LogFailedConnection();
+    throw;
+  }
+  if (IsConnected) *IsConnected = VARIANT_TRUE;
+  return S_OK;
+}
+
+void CSolidWorksAddIn::Connect(IDispatch* host, long cookie) {
+  iSwApp = nullptr;
+  if (host) host->QueryInterface(IID_PPV_ARGS(&iSwApp));
+  m_cookie = cookie;
+  m_commandManager = nullptr;
+  iSwApp->GetCommandManager(m_cookie, &m_commandManager);
+  VARIANT_BOOL accepted = VARIANT_FALSE;
+  iSwApp->SetAddinCallbackInfo(ModuleHandle(), static_cast<ISolidWorksAddIn*>(this), m_cookie, &accepted);
+  CComBSTR revision;
+  iSwApp->RevisionNumber(&revision);
+  m_hostMajorVersion = MajorVersion(revision);
+  m_hostMinorVersion = 0;
+  BuildCommandInterface();
+  m_eventAdvice.Advise(iSwApp, m_hostMajorVersion);
+}
+
+STDMETHODIMP CSolidWorksAddIn::DisconnectFromSW(VARIANT_BOOL* IsDisconnected) {
+  if (m_bitmapHandler) m_bitmapHandler->Dispose();
+  m_bitmapHandler = nullptr;
+  if (m_commandManager) {
+    VARIANT_BOOL removed = VARIANT_FALSE;
+    m_commandManager->RemoveFlyoutGroup(kFlyoutGroup, &removed);
+    m_commandManager->RemoveCommandGroup(kCommandGroup, &removed);
+  }
+  const HRESULT unadvised = m_eventAdvice.Unadvise(iSwApp);
+  if (IsDisconnected) *IsDisconnected = unadvised == S_OK ? VARIANT_TRUE : VARIANT_FALSE;
+  if (m_loggedIn) static_cast<ISolidWorksAddIn*>(this)->PlmLogOut();
+  m_commandManager = nullptr;
+  iSwApp = nullptr;
+  return S_OK;
+}

@@ -1,0 +1,51 @@
+// The DLL as the system sees it: its start and its four exports.
+#include <windows.h>
+
+#include "module/application.h"
+#include "module/bitmap_handler.h"
+#include "module/com_module.h"
+#include "module/com_object.h"
+#include "resources/resource_ids.h"
+#include "solidworks_add_in.h"
+
+namespace {
+
+template <class T>
+HRESULT Create(REFIID iid, void** object) {
+  return CreateComObject<T>(iid, object);
+}
+
+const CreatableClass creatable_classes[] = {
+    {CLSID_SwAddin, IDR_SOLIDWORKS_ADD_IN, Create<CSolidWorksAddIn>},
+    {CLSID_BitmapHandler, IDR_BITMAP_HANDLER, Create<CBitmapHandler>},
+};
+
+}  // namespace
+
+extern "C" BOOL WINAPI DllMain(HINSTANCE handle, DWORD reason, void*) {
+  CSolidWorksAddInApp& application = CSolidWorksAddInApp::Instance();
+  switch (reason) {
+    case DLL_PROCESS_ATTACH:
+      CSolidWorksAddInModule::Instance().Attach(handle, creatable_classes);
+      return application.InitInstance();
+    case DLL_PROCESS_DETACH:
+      application.ExitInstance();
+      break;
+  }
+  return TRUE;
+}
+
+/// S_OK where no object lives, no lock is held and no thread is inside a method.
+STDAPI DllCanUnloadNow() {
+  const bool unused =
+      CSolidWorksAddInApp::Instance().CanUnload() && CSolidWorksAddInModule::Instance().LockCount() == 0;
+  return unused ? S_OK : S_FALSE;
+}
+
+STDAPI DllGetClassObject(REFCLSID id, REFIID iid, void** object) {
+  return CSolidWorksAddInModule::Instance().GetClassObject(id, iid, object);
+}
+
+STDAPI DllRegisterServer() { return CSolidWorksAddInModule::Instance().Register(); }
+
+STDAPI DllUnregisterServer() { return CSolidWorksAddInModule::Instance().Unregister(); }

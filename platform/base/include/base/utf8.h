@@ -1,0 +1,41 @@
+/// @file UTF-8 to and from the wide strings of a program.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace utf8 {
+
+/// What takes the place of everything that cannot be spelt.
+inline constexpr char32_t kReplacement = 0xFFFD;
+
+/// The longest form of one code point, in bytes.
+inline constexpr int kLongestForm = 4;
+
+constexpr bool IsHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
+constexpr bool IsLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
+
+/// The code point of a pair of surrogates.
+constexpr char32_t Combine(char32_t high, char32_t low) {
+  return 0x10000 + ((high - 0xD800) << 10) + (low - 0xDC00);
+}
+
+/// Writes `code_point`, which is valid, at `to`, where there is room for kLongestForm bytes.
+/// @return the end of what was written.
+char* Write(char32_t code_point, char* to) noexcept;
+
+/// `text` as UTF-8. The text is UTF-16, or UTF-32 if its units have 32 bits. A lone surrogate becomes U+FFFD.
+template <class Unit>
+std::string Encode(std::basic_string_view<Unit> text);
+
+/// UTF-8 as UTF-16, or as UTF-32 if the units have 32 bits. Every byte that is part of no valid sequence
+/// becomes U+FFFD.
+template <class Unit>
+std::basic_string<Unit> Decode(std::string_view text);
+
+extern template std::string Encode(std::wstring_view text);
+extern template std::string Encode(std::u16string_view text);
+extern template std::wstring Decode(std::string_view text);
+extern template std::u16string Decode(std::string_view text);
+
+}  // namespace utf8

@@ -1,0 +1,70 @@
+#include "client_connector.h"
+
+#include "client_program.h"
+#include "pipe_owner.h"
+#include "system_failure.h"
+
+namespace invoker {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+constexpr wchar_t kPipeFolder[] = LR"(\\.\pipe\)";
+constexpr milliseconds kBusyTimeout{2'000};
+constexpr milliseconds kPollInterval{20};
+
+/// One attempt to open the pipe. Null, with the reason as the last error, where that fails.
+UniqueHandle TryToOpen(const std::wstring& path) {
+  return OwnHandle(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+                               FILE_FLAG_OVERLAPPED | SECURITY_SQOS_PRESENT | SECURITY_IDENTIFICATION,
+                               nullptr));
+}
+
+/// Opens the pipe, waiting while it is busy. Null where there is none.
+UniqueHandle Open(const std::wstring& path, ServingWait& wait) {
+  const auto end = steady_clock::now() + kBusyTimeout;
+  for (;;) {
+    UniqueHandle pipe = TryToOpen(path);
+    if (pipe) return pipe;
+    const DWORD error = GetLastError();
+    if (error == ERROR_FILE_NOT_FOUND) return nullptr;
+    if (error != ERROR_PIPE_BUSY) throw SystemFailure(L"the pipe " + path + L" cannot be opened", error);
+    if (steady_clock::now() >= end) throw NoAnswer{L"the pipe " + path + L" stayed busy for two seconds"};
+    wait.Pause(kPollInterval);
+  }
+}
+
+/// Starts the client and opens the pipe as soon as it serves it.
+UniqueHandle StartAndOpen(const ClientConfiguration& configuration, const std::wstring& path,
+                          ServingWait& wait) {
+  const UniqueHandle process = StartClientProgram(configuration.program);
+  const auto end = steady_clock::now() + configuration.startTimeout;
+  for (;;) {
+    // Looked at before the pipe: a launcher may end once the pipe is there.
+    const bool ended = wait.Pause(milliseconds(0), process.get());
+    if (UniqueHandle pipe = Open(path, wait)) return pipe;
+    if (ended) throw NoAnswer{configuration.program + L" ended without serving the pipe " + path};
+    if (steady_clock::now() >= end) {
+      throw NoAnswer{configuration.program + L" did not serve the pipe " + path + L" within " +
+                     std::to_wstring(configuration.startTimeout.count()) + L" ms"};
+    }
+    wait.Pause(kPollInterval, process.get());
+  }
+}
+
+}  // namespace
+
+UniqueHandle ConnectToClient(const ClientConfiguration& configuration, ServingWait& wait) {
+  const std::wstring path = kPipeFolder + configuration.pipe;
+  UniqueHandle pipe = Open(path, wait);
+  if (!pipe && configuration.program.empty()) {
+    throw NoAnswer{L"there is no pipe " + path + L", and no client program is configured"};
+  }
+  if (!pipe) pipe = StartAndOpen(configuration, path, wait);
+  if (GetFileType(pipe.get()) != FILE_TYPE_PIPE) throw NoAnswer{path + L" is no pipe"};
+  CheckPipeOwner(pipe.get());
+  return pipe;
+}
+
+}  // namespace invoker

@@ -1,0 +1,115 @@
+#include "framing.h"
+
+#include <algorithm>
+#include <charconv>
+#include <utility>
+
+#include "no_answer.h"
+
+namespace invoker {
+namespace {
+
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr std::string_view kContentLength = "Content-Length";
+constexpr std::string_view kBlanks = " \t";
+
+char LowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+bool EqualWithoutCase(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char x, char y) { return LowerCase(x) == LowerCase(y); });
+}
+
+bool IsNameCharacter(char c) {
+  constexpr std::string_view kMarks = "!#$%&'*+-.^_`|~";
+  return (LowerCase(c) >= 'a' && LowerCase(c) <= 'z') || (c >= '0' && c <= '9') ||
+         kMarks.find(c) != std::string_view::npos;
+}
+
+bool IsControlCharacter(char c) { return (static_cast<unsigned char>(c) < ' ' && c != '\t') || c == '\x7F'; }
+
+/// Whether `line`, which may lack its rest, can be a line of a header.
+bool CanBeHeaderLine(std::string_view line) {
+  const std::string_view name = line.substr(0, line.find(':'));
+  return std::all_of(name.begin(), name.end(), IsNameCharacter) &&
+         std::none_of(line.begin(), line.end(), IsControlCharacter) && !line.starts_with(':');
+}
+
+std::string_view Trim(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(kBlanks);
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+std::size_t ParseLength(std::string_view text) {
+  std::size_t length = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), length);
+  if (error == std::errc::invalid_argument || end != text.data() + text.size()) {
+    throw NoAnswer{L"the client sent a Content-Length that is no number"};
+  }
+  if (error == std::errc::result_out_of_range || length > kMaxContentBytes) {
+    throw NoAnswer{L"the client sent a frame over 64 MiB"};
+  }
+  return length;
+}
+
+}  // namespace
+
+std::string MakeFrame(std::string_view content) {
+  if (content.size() > kMaxContentBytes) throw NoAnswer{L"the request is over 64 MiB"};
+  std::string frame = std::string(kContentLength) + ": " + std::to_string(content.size());
+  return frame.append(kLineEnd).append(kLineEnd).append(content);
+}
+
+void FrameReader::Append(std::string_view bytes) {
+  m_bytes.append(bytes);
+  while (!m_headerEnd && ReadHeaderLine()) {
+  }
+  if (m_headerEnd.value_or(m_bytes.size()) > kMaxHeaderBytes) {
+    throw NoAnswer{L"the client sent a header over 8 KiB"};
+  }
+}
+
+/// @return whether there was a whole line, so that another may follow.
+bool FrameReader::ReadHeaderLine() {
+  const std::size_t end = m_bytes.find(kLineEnd, m_lineStart);
+  std::string_view line = std::string_view(m_bytes).substr(m_lineStart);
+  if (end != std::string::npos) {
+    line = line.substr(0, end - m_lineStart);
+  } else if (line.ends_with(kLineEnd.front())) {
+    line.remove_suffix(1);
+  }
+  if (!CanBeHeaderLine(line)) throw NoAnswer{L"the client sent a header that is not valid"};
+  if (end == std::string::npos) return false;
+
+  m_lineStart = end + kLineEnd.size();
+  if (line.empty()) {
+    EndHeader();
+  } else {
+    ReadHeaderField(line);
+  }
+  return true;
+}
+
+void FrameReader::ReadHeaderField(std::string_view line) {
+  const std::size_t colon = line.find(':');
+  if (colon == std::string_view::npos) throw NoAnswer{L"the client sent a header line without a colon"};
+  if (!EqualWithoutCase(line.substr(0, colon), kContentLength)) return;
+  if (m_declaredLength) throw NoAnswer{L"the client sent a header with two Content-Length lines"};
+  m_declaredLength = ParseLength(Trim(line.substr(colon + 1)));
+}
+
+void FrameReader::EndHeader() {
+  if (!m_declaredLength) throw NoAnswer{L"the client sent a header without Content-Length"};
+  m_headerEnd = m_lineStart;
+  m_contentLength = *m_declaredLength;
+  m_bytes.reserve(m_lineStart + m_contentLength);
+}
+
+std::string FrameReader::TakeContent() {
+  m_bytes.resize(*m_headerEnd + m_contentLength);
+  m_bytes.erase(0, *m_headerEnd);
+  return std::move(m_bytes);
+}
+
+}  // namespace invoker

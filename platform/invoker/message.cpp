@@ -1,0 +1,83 @@
+#include "message.h"
+
+#include "CStringHelper.h"
+#include "detail/rapidjson_config.h"
+#include "json/json_parser.h"
+#include "no_answer.h"
+// After the configuration, which must come first.
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+namespace invoker {
+namespace {
+
+constexpr std::size_t kMaxErrorTextLength = 500;
+
+const rapidjson::Value* Find(const rapidjson::Value& object, const char* name) {
+  const auto member = object.FindMember(name);
+  return member == object.MemberEnd() ? nullptr : &member->value;
+}
+
+std::wstring TextOf(const rapidjson::Value& value) {
+  return CStringHelper::UTF8ToUnicode({value.GetString(), value.GetStringLength()});
+}
+
+bool IsAnswerTo(const rapidjson::Value& message, std::uint64_t id) {
+  const rapidjson::Value* answered = Find(message, "id");
+  return answered && answered->IsNumber() && answered->GetDouble() == static_cast<double>(id);
+}
+
+/// What the client says of its error, as part of one line.
+std::wstring Describe(const rapidjson::Value& error) {
+  std::wstring text = L"the client answered with an error";
+  const rapidjson::Value* code = Find(error, "code");
+  if (code && code->IsInt()) text += L" " + std::to_wstring(code->GetInt());
+  const rapidjson::Value* message = Find(error, "message");
+  if (message && message->IsString()) text += L": " + TextOf(*message).substr(0, kMaxErrorTextLength);
+  for (wchar_t& c : text) {
+    if (c < L' ') c = L' ';
+  }
+  return text;
+}
+
+}  // namespace
+
+std::string MakeRequest(std::uint64_t id, std::wstring_view command, std::wstring_view json) {
+  rapidjson::StringBuffer text;
+  rapidjson::Writer<rapidjson::StringBuffer> writer(text);
+  const auto write = [&writer](const char* key, std::string_view value) {
+    writer.Key(key);
+    writer.String(value.data(), static_cast<rapidjson::SizeType>(value.size()));
+  };
+  writer.StartObject();
+  write("jsonrpc", "2.0");
+  writer.Key("id");
+  writer.Uint64(id);
+  write("method", "invoke");
+  writer.Key("params");
+  writer.StartObject();
+  write("command", CStringHelper::UnicodeToUTF8(command));
+  write("request", CStringHelper::UnicodeToUTF8(json));
+  writer.EndObject();
+  writer.EndObject();
+  return {text.GetString(), text.GetSize()};
+}
+
+std::wstring ReadAnswer(std::string_view content, std::uint64_t id) {
+  rapidjson::Document message;
+  if (ParseJson(content, message)) throw NoAnswer{L"the client sent a message that is not valid JSON"};
+  const rapidjson::Value* version = message.IsObject() ? Find(message, "jsonrpc") : nullptr;
+  if (!version || *version != "2.0") throw NoAnswer{L"the client sent a message that is not JSON-RPC 2.0"};
+  if (Find(message, "method")) throw NoAnswer{L"the client sent a message of its own instead of the answer"};
+  // Before the id: a client that could not read the request answers with an error for the id null.
+  const rapidjson::Value* error = Find(message, "error");
+  if (error && error->IsObject()) throw NoAnswer{Describe(*error)};
+  if (!IsAnswerTo(message, id)) throw NoAnswer{L"the client answered another request than the awaited one"};
+
+  const rapidjson::Value* result = Find(message, "result");
+  const rapidjson::Value* answer = result && result->IsObject() ? Find(*result, "answer") : nullptr;
+  if (!answer || !answer->IsString()) throw NoAnswer{L"the client's result has no text in \"answer\""};
+  return TextOf(*answer);
+}
+
+}  // namespace invoker

@@ -1,0 +1,69 @@
+#include "pipe_owner.h"
+
+#include <aclapi.h>
+#include <sddl.h>
+
+#include <vector>
+
+#include "base/local_memory.h"
+#include "base/unique_handle.h"
+#include "system_failure.h"
+
+namespace invoker {
+namespace {
+
+/// One piece of information about the token of this process, in a buffer of its own.
+template <class Information>
+class TokenInformation {
+ public:
+  explicit TokenInformation(TOKEN_INFORMATION_CLASS kind) {
+    HANDLE opened = nullptr;
+    if (!OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &opened)) throw Failure();
+    const UniqueHandle token(opened);
+    DWORD size = 0;
+    GetTokenInformation(token.get(), kind, nullptr, 0, &size);
+    m_buffer.resize(size);
+    if (!GetTokenInformation(token.get(), kind, m_buffer.data(), size, &size)) throw Failure();
+  }
+
+  const Information* operator->() const { return reinterpret_cast<const Information*>(m_buffer.data()); }
+
+ private:
+  static NoAnswer Failure() { return SystemFailure(L"the user of this process cannot be found out"); }
+
+  std::vector<std::byte> m_buffer;
+};
+
+using TokenUserInformation = TokenInformation<TOKEN_USER>;
+using TokenOwnerInformation = TokenInformation<TOKEN_OWNER>;
+
+}  // namespace
+
+std::wstring UserSidText() {
+  const TokenUserInformation user(TokenUser);
+  wchar_t* text = nullptr;
+  if (!ConvertSidToStringSidW(user->User.Sid, &text))
+    throw SystemFailure(L"the user's SID cannot be written");
+  const LocalMemory<wchar_t> owned(text);
+  return text;
+}
+
+bool IsTrustedOwner(PSID owner, PSID user, PSID defaultOwner) {
+  return !owner || EqualSid(owner, user) || EqualSid(owner, defaultOwner);
+}
+
+void CheckPipeOwner(HANDLE pipe) {
+  PSID owner = nullptr;
+  PSECURITY_DESCRIPTOR descriptor = nullptr;
+  const DWORD error = GetSecurityInfo(pipe, SE_KERNEL_OBJECT, OWNER_SECURITY_INFORMATION, &owner, nullptr,
+                                      nullptr, nullptr, &descriptor);
+  const LocalMemory<void> owned(descriptor);
+  if (error != ERROR_SUCCESS) throw PipeFailure(L"the owner of the pipe cannot be found out", error);
+  const TokenUserInformation user(TokenUser);
+  const TokenOwnerInformation defaultOwner(TokenOwner);
+  if (!IsTrustedOwner(owner, user->User.Sid, defaultOwner->Owner)) {
+    throw NoAnswer{L"the pipe belongs to another user"};
+  }
+}
+
+}  // namespace invoker

@@ -1,0 +1,116 @@
+#include "json/json_parser.h"
+
+#include <rapidjson/error/en.h>
+#include <rapidjson/memorystream.h>
+#include <rapidjson/reader.h>
+
+#include <charconv>
+#include <cmath>
+#include <utility>
+
+using rapidjson::Document;
+
+namespace {
+
+constexpr int kMaximumLevels = 1000;
+
+// Not RapidJSON's full precision: that reads outside its tables for fractions with hundreds of zeros.
+constexpr unsigned kParseFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag;
+
+/// The place of the first escape of a low surrogate without a high one before it, which the parser lets
+/// through. `text` is what the parser accepted: backslashes stand in strings only, escapes are whole and
+/// a high surrogate has its low one.
+std::optional<std::size_t> FindLoneLowSurrogate(std::string_view text) {
+  constexpr std::size_t escape_length = 6;  // \uXXXX
+  std::size_t place = 0;
+  while ((place = text.find('\\', place)) != std::string_view::npos) {
+    if (text[place + 1] != 'u') {
+      place += 2;
+      continue;
+    }
+    unsigned unit = 0;
+    std::from_chars(text.data() + place + 2, text.data() + place + escape_length, unit, 16);
+    if (unit >= 0xDC00 && unit <= 0xDFFF) return place;
+    const bool is_high = unit >= 0xD800 && unit <= 0xDBFF;
+    place += is_high ? 2 * escape_length : escape_length;
+  }
+  return std::nullopt;
+}
+
+/// The document that a text makes. The parser sends it the parts; it refuses some that the parser takes.
+class ParsedDocument : public Document {
+ public:
+  explicit ParsedDocument(std::string_view text) : m_text(text), m_stream(text.data(), text.size()) {}
+
+  /// Takes in the whole text. @return nothing, or the first fault.
+  std::optional<JsonFault> Read() {
+    std::optional<JsonFault> fault;
+    const auto generator = [&](Document&) {
+      fault = Parse();
+      return !fault;
+    };
+    Populate(generator);
+    return fault;
+  }
+
+  bool StartObject() { return Enter() && Document::StartObject(); }
+  bool StartArray() { return Enter() && Document::StartArray(); }
+  bool EndObject(rapidjson::SizeType count) {
+    --m_level;
+    return Document::EndObject(count);
+  }
+  bool EndArray(rapidjson::SizeType count) {
+    --m_level;
+    return Document::EndArray(count);
+  }
+
+  /// The number that ends where the stream stands; `approximate` may miss it by some units.
+  bool Double(double approximate) {
+    const std::string_view before = m_text.substr(0, m_stream.Tell());
+    const std::string_view number = before.substr(before.find_last_not_of("+-.0123456789eE") + 1);
+    double exact = approximate;  // stays, as 0 or infinity, for a number beyond the range
+    std::from_chars(number.data(), number.data() + number.size(), exact);
+    if (std::isfinite(exact)) return Document::Double(exact);
+    return Refuse(rapidjson::GetParseError_En(rapidjson::kParseErrorNumberTooBig));
+  }
+
+ private:
+  std::optional<JsonFault> Parse() {
+    rapidjson::Reader reader;
+    const rapidjson::ParseResult result = reader.Parse<kParseFlags>(m_stream, *this);
+    const std::size_t end = result.IsError() ? result.Offset() : m_stream.Tell();
+
+    if (const auto place = FindLoneLowSurrogate(m_text.substr(0, end))) {
+      return JsonFault{*place,
+                       rapidjson::GetParseError_En(rapidjson::kParseErrorStringUnicodeSurrogateInvalid)};
+    }
+    if (m_refusal) return JsonFault{end, m_refusal};
+    if (result.IsError()) return JsonFault{end, rapidjson::GetParseError_En(result.Code())};
+    // The parser takes a null character for the end of the text.
+    if (end < m_text.size()) {
+      return JsonFault{end, rapidjson::GetParseError_En(rapidjson::kParseErrorDocumentRootNotSingular)};
+    }
+    return std::nullopt;
+  }
+
+  bool Enter() { return ++m_level <= kMaximumLevels || Refuse("More than 1,000 levels of nesting."); }
+
+  bool Refuse(const char* reason) {
+    m_refusal = reason;
+    return false;
+  }
+
+  std::string_view m_text;
+  rapidjson::MemoryStream m_stream;
+  int m_level = 0;
+  const char* m_refusal = nullptr;
+};
+
+}  // namespace
+
+std::optional<JsonFault> ParseJson(std::string_view text, Document& document) {
+  ParsedDocument parsed(text);
+  const std::optional<JsonFault> fault = parsed.Read();
+  if (!fault) document = std::move(parsed);
+  return fault;
+}

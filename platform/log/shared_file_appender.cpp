@@ -1,0 +1,135 @@
+#include "shared_file_appender.h"
+
+#include <windows.h>
+
+#include <log4cplus/helpers/property.h>
+#include <log4cplus/helpers/stringhelper.h>
+#include <log4cplus/spi/factory.h>
+
+#include <functional>
+#include <memory>
+
+#include "CFileHelper.h"
+#include "CFilePathHelper.h"
+#include "CStringHelper.h"
+#include "base/system_path.h"
+#include "base/unique_handle.h"
+
+namespace {
+constexpr unsigned long long kDefaultMaxFileSize = 10 * 1024 * 1024;
+// What another process is given to finish its line; one that was stopped in it must not stop this one.
+constexpr DWORD kTurnMilliseconds = 500;
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+// Null where the file cannot be opened.
+UniqueHandle Open(const std::wstring& path, DWORD access, DWORD disposition) {
+  return OwnHandle(
+      CreateFileW(SystemPath(path).c_str(), access, kShareAll, nullptr, disposition, 0, nullptr));
+}
+
+/// This process's turn among those that share the file, if it came in time.
+class Turn {
+ public:
+  explicit Turn(HANDLE mutex) : m_mutex(mutex) {
+    const DWORD result = WaitForSingleObject(mutex, kTurnMilliseconds);
+    m_came = result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
+  }
+  Turn(const Turn&) = delete;
+  Turn& operator=(const Turn&) = delete;
+  ~Turn() {
+    if (m_came) ReleaseMutex(m_mutex);
+  }
+  bool Came() const { return m_came; }
+
+ private:
+  HANDLE m_mutex;
+  bool m_came;
+};
+
+// The name of a kernel object cannot be as long as a path.
+std::wstring MutexName(const std::wstring& path) {
+  return L"Global\\tavo-log-" + std::to_wstring(std::hash<std::wstring>()(CStringHelper::ToLower(path)));
+}
+
+unsigned long long ParseSize(const std::wstring& text) {
+  wchar_t* unit = nullptr;
+  const unsigned long long count = std::wcstoull(text.c_str(), &unit, 10);
+  const std::wstring name = log4cplus::helpers::toUpper(unit);
+  if (count == 0) return kDefaultMaxFileSize;
+  return name == L"MB" ? count * 1024 * 1024 : name == L"KB" ? count * 1024 : count;
+}
+
+// 0 where there is no such file.
+unsigned long long FileSize(const std::wstring& path) {
+  WIN32_FILE_ATTRIBUTE_DATA data{};
+  if (!GetFileAttributesExW(SystemPath(path).c_str(), GetFileExInfoStandard, &data)) return 0;
+  return static_cast<unsigned long long>(data.nFileSizeHigh) << 32 | data.nFileSizeLow;
+}
+
+void Rename(const std::wstring& from, const std::wstring& to) {
+  MoveFileExW(SystemPath(from).c_str(), SystemPath(to).c_str(), MOVEFILE_REPLACE_EXISTING);
+}
+
+// Lines end as other programs on this system end them.
+std::string WithSystemLineEnds(const std::string& text) {
+  std::string result;
+  result.reserve(text.size() + 1);
+  for (const char c : text) {
+    if (c == '\n' && !result.ends_with('\r')) result += '\r';
+    result += c;
+  }
+  return result;
+}
+
+// @return whether the file is there and open; what cannot be written is lost.
+bool AppendTo(const std::wstring& path, const std::string& bytes) {
+  const UniqueHandle file = Open(path, FILE_APPEND_DATA, OPEN_ALWAYS);
+  if (!file) return false;
+  DWORD written = 0;
+  WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+  return true;
+}
+}  // namespace
+
+SharedFileAppender::SharedFileAppender(const log4cplus::helpers::Properties& properties)
+    : Appender(properties),
+      m_file(properties.getProperty(L"File")),
+      m_maxFileSize(ParseSize(properties.getProperty(L"MaxFileSize"))),
+      m_mutex(CreateMutexW(nullptr, FALSE, MutexName(m_file).c_str())) {
+  properties.getUInt(m_maxBackupIndex, L"MaxBackupIndex");
+}
+
+void SharedFileAppender::append(const log4cplus::spi::InternalLoggingEvent& event) {
+  const std::string line = WithSystemLineEnds(CStringHelper::UnicodeToUTF8(formatEvent(event)));
+  const Turn turn(m_mutex.get());
+  if (turn.Came() && IsFullFor(line.size())) Roll();
+  if (AppendTo(m_file, line)) return;
+  std::wstring folder, file_name;
+  CFilePathHelper::SplitFilePath(m_file, folder, file_name);
+  if (CFileHelper::CreateFolder(folder, false)) AppendTo(m_file, line);
+}
+
+bool SharedFileAppender::IsFullFor(std::size_t added) const {
+  const unsigned long long size = FileSize(m_file);
+  return size > 0 && size + added > m_maxFileSize;
+}
+
+void SharedFileAppender::Roll() const {
+  // Somebody may read the file in a way that keeps it from being renamed: then the old files stay, too.
+  if (!Open(m_file, DELETE, OPEN_EXISTING)) return;
+
+  for (unsigned number = m_maxBackupIndex; number > 1; --number) Rename(OldFile(number - 1), OldFile(number));
+  if (m_maxBackupIndex > 0) {
+    Rename(m_file, OldFile(1));
+  } else {
+    DeleteFileW(SystemPath(m_file).c_str());
+  }
+}
+
+void RegisterSharedFileAppender() {
+  using Factory = log4cplus::spi::FactoryTempl<SharedFileAppender, log4cplus::spi::AppenderFactory>;
+  auto& registry = log4cplus::spi::getAppenderFactoryRegistry();
+  if (!registry.exists(kSharedFileAppenderName)) {
+    registry.put(std::make_unique<Factory>(kSharedFileAppenderName));
+  }
+}

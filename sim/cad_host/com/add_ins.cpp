@@ -1,0 +1,177 @@
+#include "add_ins.h"
+
+#include <algorithm>
+#include <climits>
+#include <utility>
+
+#include "argument.h"
+#include "cad_host/host_error.h"
+
+namespace cad_host {
+namespace {
+
+/// An entry of the journal that ends when its call returns or throws.
+class OutgoingCall {
+ public:
+  OutgoingCall(Journal& journal, const std::wstring& method, const std::wstring& arguments)
+      : m_journal(journal), m_entry(journal.Begin(JournalEntry::Kind::Callee, method, arguments)) {}
+  OutgoingCall(const OutgoingCall&) = delete;
+  OutgoingCall& operator=(const OutgoingCall&) = delete;
+  ~OutgoingCall() { m_journal.End(m_entry, m_result, m_ended ? m_results : L"left by an exception"); }
+
+  void End(HRESULT result, std::wstring results = {}) {
+    m_ended = true;
+    m_result = result;
+    m_results = std::move(results);
+  }
+
+ private:
+  Journal& m_journal;
+  std::size_t m_entry;
+  bool m_ended = false;
+  HRESULT m_result = E_UNEXPECTED;
+  std::wstring m_results;
+};
+
+/// Exception details of a call, freed at the end.
+struct ExceptionDetails : EXCEPINFO {
+  ExceptionDetails() : EXCEPINFO{} {}
+  ExceptionDetails(const ExceptionDetails&) = delete;
+  ExceptionDetails& operator=(const ExceptionDetails&) = delete;
+  ~ExceptionDetails() {
+    for (BSTR text : {bstrSource, bstrDescription, bstrHelpFile}) SysFreeString(text);
+  }
+
+  HRESULT Code() const { return scode ? scode : wCode ? MAKE_HRESULT(1, FACILITY_ITF, wCode) : S_OK; }
+};
+
+HRESULT ResolveName(IDispatch* object, const std::wstring& name, DISPID& id) {
+  auto* text = const_cast<wchar_t*>(name.c_str());
+  return object ? object->GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &id) : E_POINTER;
+}
+
+HRESULT InvokeMethod(IDispatch* object, DISPID id, DISPPARAMS parameters, VARIANT* result,
+                     ExceptionDetails& exception) {
+  UINT bad_argument = 0;
+  return object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, result, &exception,
+                        &bad_argument);
+}
+
+// What an enable method's number says: greyed out or not, pressed or not.
+bool MeansEnabled(long status) { return status == 1 || status == 3; }
+
+// What the place for an enable method's number holds before the call.
+constexpr long kNotTold = LONG_MIN;
+
+/// Calls an enable method with a place for its number; a method that takes none gives it as its result.
+HRESULT AskStatus(IDispatch* object, DISPID id, long& status, ExceptionDetails& exception) {
+  status = kNotTold;
+  VARIANTARG place{};
+  place.vt = VT_BYREF | VT_I4;
+  place.plVal = &status;
+  _variant_t answer;
+  HRESULT result = InvokeMethod(object, id, {&place, nullptr, 1, 0}, &answer, exception);
+  if (result == DISP_E_BADPARAMCOUNT) result = InvokeMethod(object, id, {}, &answer, exception);
+  if (SUCCEEDED(result) && status == kNotTold && SUCCEEDED(VariantChangeType(&answer, &answer, 0, VT_I4))) {
+    status = answer.lVal;
+  }
+  return result;
+}
+
+std::wstring DetailsOf(const ExceptionDetails& exception) {
+  return ResultText(exception.Code()) + L", " + TextOf(exception.bstrSource) + L", " +
+         TextOf(exception.bstrDescription);
+}
+
+}  // namespace
+
+AddIn& AddIns::Connect(const ISwAddinPtr& object, const AddInEntry& entry, IDispatch* application) {
+  m_add_ins.push_back(std::make_unique<AddIn>());
+  AddIn& add_in = *m_add_ins.back();
+  add_in.entry = entry;
+  add_in.cookie = ++m_lastCookie;
+  add_in.object = object;
+  add_in.commands = std::make_shared<AddInCommands>(AddInCommands{add_in.Key()});
+  try {
+    VARIANT_BOOL connected = VARIANT_FALSE;
+    OutgoingCall call(m_services->journal, L"ISwAddin::ConnectToSW", std::to_wstring(add_in.cookie));
+    const HRESULT result = add_in.object->ConnectToSW(application, add_in.cookie, &connected);
+    call.End(result, TextOf(connected));
+    if (FAILED(result) || !connected) {
+      throw HostError(entry.title + L" did not connect: ConnectToSW gave " + ResultText(result) + L", " +
+                          TextOf(connected),
+                      result);
+    }
+  } catch (...) {
+    Forget(add_in);
+    throw;
+  }
+  return add_in;
+}
+
+bool AddIns::Disconnect(AddIn& add_in) {
+  VARIANT_BOOL disconnected = VARIANT_FALSE;
+  try {
+    OutgoingCall call(m_services->journal, L"ISwAddin::DisconnectFromSW", L"");
+    const HRESULT result = add_in.object->DisconnectFromSW(&disconnected);
+    call.End(result, TextOf(disconnected));
+  } catch (...) {
+    Forget(add_in);
+    throw;
+  }
+  Forget(add_in);
+  return disconnected;
+}
+
+void AddIns::Forget(const AddIn& add_in) {
+  std::erase_if(m_add_ins, [&](const auto& known) { return known.get() == &add_in; });
+  CoFreeUnusedLibraries();
+}
+
+AddIn* AddIns::Find(long cookie) const {
+  const auto found = std::find_if(m_add_ins.begin(), m_add_ins.end(),
+                                  [&](const auto& add_in) { return add_in->cookie == cookie; });
+  return found == m_add_ins.end() ? nullptr : found->get();
+}
+
+bool AddIns::IsEnabled(AddIn& add_in, const std::wstring& method) {
+  if (method.empty()) return true;
+  DISPID id = DISPID_UNKNOWN;
+  const HRESULT resolved = ResolveName(add_in.callbacks, method, id);
+  if (FAILED(resolved)) {
+    m_services->journal.Note(L"enable method " + method + L" not found: " + ResultText(resolved));
+    return true;
+  }
+  OutgoingCall call(m_services->journal, method, L"");
+  long status = kNotTold;
+  ExceptionDetails exception;
+  const HRESULT result = AskStatus(add_in.callbacks, id, status, exception);
+  const bool enabled = SUCCEEDED(result) && MeansEnabled(status);
+  call.End(result, result == DISP_E_EXCEPTION ? DetailsOf(exception) : std::to_wstring(status));
+  return enabled;
+}
+
+PickResult AddIns::Call(AddIn& add_in, const std::wstring& method) {
+  PickResult picked;
+  picked.enabled = true;
+  DISPID id = DISPID_UNKNOWN;
+  picked.result = ResolveName(add_in.callbacks, method, id);
+  if (FAILED(picked.result)) {
+    m_services->journal.Note(L"callback " + method + L" not found: " + ResultText(picked.result));
+    return picked;
+  }
+  OutgoingCall call(m_services->journal, method, L"");
+  ExceptionDetails exception;
+  picked.result = InvokeMethod(add_in.callbacks, id, {}, nullptr, exception);
+  if (picked.result == DISP_E_EXCEPTION) {
+    picked.code = exception.Code();
+    picked.source = Text(exception.bstrSource);
+    picked.description = Text(exception.bstrDescription);
+    call.End(picked.result, DetailsOf(exception));
+  } else {
+    call.End(picked.result);
+  }
+  return picked;
+}
+
+}  // namespace cad_host

@@ -1,0 +1,99 @@
+#include "command_manager_object.h"
+
+#include <algorithm>
+
+#include "command_group_object.h"
+#include "command_tab_object.h"
+#include "host_state.h"
+#include "host_values.h"
+
+namespace cad_host {
+
+STDMETHODIMP CommandManagerObject::RemoveCommandGroup(long UserID, VARIANT_BOOL* retval) {
+  return Call(L"ICommandManager::RemoveCommandGroup", {In(UserID), Out(retval)}, [&](AddInCommands& manager) {
+    Give(retval, Session()->commands.RemoveGroup(manager.add_in, UserID));
+    return S_OK;
+  });
+}
+
+STDMETHODIMP CommandManagerObject::GetCommandTab(long DocumentType, BSTR TabName, ICommandTab** retval) {
+  return Call(L"ICommandManager::GetCommandTab", {In(DocumentType), In(TabName), Out(retval)},
+              [&](AddInCommands&) {
+                if (const auto tab = Session()->commands.FindTab(DocumentType, Text(TabName))) {
+                  *retval = ObjectFor<CommandTabObject>(SharedServices(), tab);
+                }
+                return S_OK;
+              });
+}
+
+STDMETHODIMP CommandManagerObject::AddCommandTab(long DocumentType, BSTR TabName, ICommandTab** retval) {
+  return Call(L"ICommandManager::AddCommandTab", {In(DocumentType), In(TabName), Out(retval)},
+              [&](AddInCommands&) {
+                const auto tab = Session()->commands.AddTab(DocumentType, Text(TabName));
+                *retval = ObjectFor<CommandTabObject>(SharedServices(), tab);
+                return S_OK;
+              });
+}
+
+STDMETHODIMP CommandManagerObject::RemoveCommandTab(ICommandTab* TabToRemove, VARIANT_BOOL* retval) {
+  return Call(L"ICommandManager::RemoveCommandTab", {In(TabToRemove), Out(retval)}, [&](AddInCommands&) {
+    auto* const tab = dynamic_cast<CommandTabObject*>(HostObject::From(TabToRemove));
+    Give(retval, tab && Session()->commands.RemoveTab(tab->GetState()));
+    return S_OK;
+  });
+}
+
+STDMETHODIMP CommandManagerObject::CreateCommandGroup2(long UserID, BSTR Title, BSTR ToolTip, BSTR Hint,
+                                                       long Position, VARIANT_BOOL IgnorePreviousVersion,
+                                                       long* Errors, ICommandGroup** retval) {
+  return Call(L"ICommandManager::CreateCommandGroup2",
+              {In(UserID), In(Title), In(ToolTip), In(Hint), In(Position), In(IgnorePreviousVersion),
+               Out(Errors), Out(retval)},
+              [&](AddInCommands& manager) {
+                CommandGroup group{.add_in = manager.add_in,
+                                   .user_id = UserID,
+                                   .title = Text(Title),
+                                   .tool_tip = Text(ToolTip),
+                                   .hint = Text(Hint),
+                                   .position = Position,
+                                   .ignores_previous = IgnorePreviousVersion != VARIANT_FALSE,
+                                   .small_icons = {},
+                                   .large_icons = {},
+                                   .items = {}};
+                const auto created = Session()->commands.CreateGroup(std::move(group));
+                *Errors = created ? swCreateCommandGroup_Success : swCreateCommandGroup_Exists;
+                if (created) *retval = ObjectFor<CommandGroupObject>(SharedServices(), created);
+                return S_OK;
+              });
+}
+
+STDMETHODIMP CommandManagerObject::RemoveFlyoutGroup(long UserID, VARIANT_BOOL* retval) {
+  // No add-in here makes flyout groups, so there is none to remove.
+  return Call(L"ICommandManager::RemoveFlyoutGroup", {In(UserID), Out(retval)},
+              [](AddInCommands&) { return S_OK; });
+}
+
+STDMETHODIMP CommandManagerObject::GetCommandIDsCount(long UserGroupId, long* retval) {
+  return Call(L"ICommandManager::GetCommandIDsCount", {In(UserGroupId), Out(retval)},
+              [&](AddInCommands& manager) {
+                const SavedGroup* const saved = Session()->commands.FindSaved(manager.add_in, UserGroupId);
+                if (saved) *retval = static_cast<long>(saved->item_user_ids.size());
+                return S_OK;
+              });
+}
+
+STDMETHODIMP CommandManagerObject::IGetGroupDataFromRegistry(long UserGroupId, long Count, long* UserIDs,
+                                                             VARIANT_BOOL* retval) {
+  return Call(L"ICommandManager::IGetGroupDataFromRegistry",
+              {In(UserGroupId), In(Count), Out(UserIDs, Count), Out(retval)}, [&](AddInCommands& manager) {
+                const SavedGroup* const saved = Session()->commands.FindSaved(manager.add_in, UserGroupId);
+                if (!saved) return S_OK;
+                const std::vector<long>& ids = saved->item_user_ids;
+                const auto room = static_cast<std::size_t>(std::max(Count, 0L));
+                std::copy_n(ids.begin(), std::min(room, ids.size()), UserIDs);
+                Give(retval, true);
+                return S_OK;
+              });
+}
+
+}  // namespace cad_host

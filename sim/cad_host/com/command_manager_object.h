@@ -1,0 +1,28 @@
+/// @file The command manager that an add-in gets, with its groups, tabs and boxes.
+#pragma once
+
+#include "cad_host/add_in.h"
+#include "com_object.h"
+
+namespace cad_host {
+
+class CommandManagerObject : public ComObject<AddInCommands, ICommandManager> {
+ public:
+  using ComObject::ComObject;
+
+  std::wstring Describe() const override { return L"the command manager"; }
+
+  STDMETHODIMP RemoveCommandGroup(long UserID, VARIANT_BOOL* retval) override;
+  STDMETHODIMP GetCommandTab(long DocumentType, BSTR TabName, ICommandTab** retval) override;
+  STDMETHODIMP AddCommandTab(long DocumentType, BSTR TabName, ICommandTab** retval) override;
+  STDMETHODIMP RemoveCommandTab(ICommandTab* TabToRemove, VARIANT_BOOL* retval) override;
+  STDMETHODIMP CreateCommandGroup2(long UserID, BSTR Title, BSTR ToolTip, BSTR Hint, long Position,
+                                   VARIANT_BOOL IgnorePreviousVersion, long* Errors,
+                                   ICommandGroup** retval) override;
+  STDMETHODIMP RemoveFlyoutGroup(long UserID, VARIANT_BOOL* retval) override;
+  STDMETHODIMP GetCommandIDsCount(long UserGroupId, long* retval) override;
+  STDMETHODIMP IGetGroupDataFromRegistry(long UserGroupId, long Count, long* UserIDs,
+                                         VARIANT_BOOL* retval) override;
+};
+
+}  // namespace cad_host

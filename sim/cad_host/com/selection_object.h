@@ -1,0 +1,27 @@
+/// @file What is selected in a document, and faces of the model that can be.
+#pragma once
+
+#include "cad_host/document.h"
+#include "com_object.h"
+
+namespace cad_host {
+
+class SelectionObject : public ComObject<Document, ISelectionMgr> {
+ public:
+  using ComObject::ComObject;
+
+  std::wstring Describe() const override { return L"the selection manager"; }
+
+  STDMETHODIMP GetSelectedObject6(long Index, long Mark, IDispatch** retval) override;
+  STDMETHODIMP IGetSelectionPoint2(long Index, long Mark, double* retval) override;
+};
+
+/// A face of the model: an object that is no component.
+class FaceObject : public ComObject<Document, IDispatch> {
+ public:
+  using ComObject::ComObject;
+
+  std::wstring Describe() const override { return L"a face of the model"; }
+};
+
+}  // namespace cad_host

@@ -1,0 +1,49 @@
+/// @file An OLE compound file: streams of text tables and the user-defined property set.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "base/com_pointers.h"
+#include "records.h"
+
+namespace cad_host {
+
+/// The stream of the summary information that has a section for properties of the user's own.
+inline constexpr const wchar_t* kPropertiesStream = L"\005DocumentSummaryInformation";
+
+class CompoundFile {
+ public:
+  /// Whether the file is there and a compound file.
+  static bool IsOne(const std::wstring& path);
+
+  /// @throws HostError naming the file where it cannot be made or opened.
+  static CompoundFile Create(const std::wstring& path);
+  static CompoundFile OpenToRead(const std::wstring& path);
+
+  /// The table in the stream `name`; empty where there is no such stream.
+  Records ReadTable(const wchar_t* name) const;
+
+  void WriteTable(const wchar_t* name, const Records& records) const;
+
+  /// The bytes of the stream with the property set of the document; empty where there is none.
+  std::string ReadPropertySet() const { return ReadStream(kPropertiesStream); }
+
+  /// Makes these bytes the stream with the property set of the document.
+  void WritePropertySet(std::string_view bytes) const { WriteStream(kPropertiesStream, bytes); }
+
+  /// @throws HostError naming the file and the failed step where `result` is a failure.
+  void Check(HRESULT result, const wchar_t* step) const;
+
+ private:
+  std::string ReadStream(const wchar_t* name) const;
+  void WriteStream(const wchar_t* name, std::string_view bytes) const;
+
+  CompoundFile(std::wstring path, DWORD mode, HRESULT result, const IStoragePtr& storage);
+
+  std::wstring m_path;
+  DWORD m_mode;
+  IStoragePtr m_storage;
+};
+
+}  // namespace cad_host

@@ -1,0 +1,123 @@
+#include "add_in_fixture.h"
+
+#include "CStringHelper.h"
+
+namespace {
+
+// The DLL stays loaded for the whole program, as in a host that has asked for it once.
+const AddInDll& RegisteredDll() {
+  static const AddInDll dll;
+  static const HRESULT registered = dll.RegisterServer();
+  EXPECT_EQ(registered, S_OK);
+  return dll;
+}
+
+std::wstring PipeName() { return L"tavo-add-in-test-" + std::to_wstring(GetCurrentProcessId()); }
+
+}  // namespace
+
+std::string Utf8(std::wstring_view text) { return CStringHelper::UnicodeToUTF8(text); }
+
+AddInTest::AddInTest() : m_home(PlatformHome::Instance()) {
+  RegisteredDll();
+  m_home.Reset();
+  m_home.WriteConfiguration(L"PlmClient.json", R"({"pipe":")" + Utf8(PipeName()) + R"("})");
+  m_script.Always("QD_PLMLogin", plm_client::Reply::Text(kLoginAnswer));
+  m_script.Always("QD_PLMLogout", plm_client::Reply::Text(R"({"__InvokeResult__":true})"));
+  ServeWith(std::ref(m_script));
+  RestartHost();
+  m_boxes.emplace();
+}
+
+AddInTest::~AddInTest() = default;
+
+void AddInTest::TearDown() {
+  if (m_add_in) Disconnect();
+  for (const auto& held : m_host->HeldReferences()) {
+    ADD_FAILURE() << "still held " << held.count << " times: " << Utf8(held.object);
+  }
+  EXPECT_EQ(m_host->AdvisedSinks(), 0u);
+  for (const std::wstring& fault : m_host->GetFaults().Unused()) {
+    ADD_FAILURE() << "fault without effect: " << Utf8(fault);
+  }
+  EXPECT_EQ(m_home.IconFiles(), std::vector<std::wstring>{});
+}
+
+void AddInTest::Connect() { m_add_in = &m_host->Connect(L"TAVO SolidWorks Integration"); }
+
+void AddInTest::ConnectAndLogIn() {
+  Connect();
+  ASSERT_TRUE(Pick(L"PlmLogin").Succeeded());
+  m_host->GetJournal().Clear();
+  m_seen_requests = m_client->Requests().size();
+}
+
+bool AddInTest::Disconnect() { return m_host->Disconnect(*std::exchange(m_add_in, nullptr)); }
+
+void AddInTest::ServeWith(plm_client::Client::Handler handler) {
+  m_client.reset();  // one serves the pipe
+  m_client =
+      std::make_unique<plm_client::Client>(plm_client::Settings{.pipe = PipeName()}, std::move(handler));
+  m_seen_requests = 0;
+}
+
+void AddInTest::RestartHost(const std::wstring& revision) {
+  m_add_in = nullptr;
+  m_host.reset();
+  m_host = std::make_unique<cad_host::Host>(
+      cad_host::HostOptions{.state_folder = m_folder.Path(), .revision = revision});
+}
+
+cad_host::PickResult AddInTest::Pick(const std::wstring& callback) {
+  const cad_host::PickResult result = m_host->Pick(*m_add_in, callback);
+  EXPECT_TRUE(result.enabled) << Utf8(callback) << " is greyed out";
+  return result;
+}
+
+ISolidWorksAddInPtr AddInTest::Object() const { return m_add_in->object; }
+
+long AddInTest::Enabled(const std::wstring& enable_method) const {
+  const ISolidWorksAddInPtr object = Object();
+  std::wstring name = enable_method;
+  LPOLESTR names[] = {name.data()};
+  DISPID id = DISPID_UNKNOWN;
+  EXPECT_EQ(object->GetIDsOfNames(IID_NULL, names, 1, LOCALE_NEUTRAL, &id), S_OK) << Utf8(enable_method);
+  long status = -1;
+  VARIANTARG argument{};
+  argument.vt = VT_I4 | VT_BYREF;
+  argument.plVal = &status;
+  DISPPARAMS parameters{&argument, nullptr, 1, 0};
+  EXPECT_EQ(
+      object->Invoke(id, IID_NULL, LOCALE_NEUTRAL, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr),
+      S_OK);
+  return status;
+}
+
+void AddInTest::Answer(const std::string& command, std::string_view text) {
+  m_script.Always(command, plm_client::Reply::Text(std::string(text)));
+}
+
+std::vector<std::string> AddInTest::Asked() const {
+  std::vector<std::string> asked;
+  const auto requests = m_client->Requests();
+  for (std::size_t index = m_seen_requests; index < requests.size(); ++index) {
+    asked.push_back(requests[index].command + " " + requests[index].text);
+  }
+  return asked;
+}
+
+std::vector<std::wstring> AddInTest::HostCalls() const {
+  std::vector<std::wstring> calls;
+  for (const auto& call : m_host->GetJournal().Calls()) {
+    calls.push_back(call.method + L"(" + call.arguments + L")");
+  }
+  return calls;
+}
+
+std::wstring AddInTest::MakeModel(const std::wstring& name, const cad_host::ModelFile& model) const {
+  const std::wstring path = m_folder.Path(name);
+  cad_host::ModelFile typed = model;
+  if (const auto type = cad_host::DocumentTypeOfName(name); type != swDocNONE) typed.type = type;
+  cad_host::WriteModelFile(path, typed);
+  return path;
+}

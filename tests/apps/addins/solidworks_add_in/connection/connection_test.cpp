@@ -1,0 +1,218 @@
+// Connecting to the host and disconnecting from it.
+#include <gtest/gtest.h>
+
+#include "add_in_fixture.h"
+#include "handle_count.h"
+#include "heap_blocks.h"
+#include "host/command_manager.h"
+#include "views.h"
+
+namespace {
+
+class Connection : public AddInTest {
+ protected:
+  Connection() { m_home.WriteConfiguration(L"View.json", ViewWithItems(2)); }
+
+  std::vector<std::wstring> CalledMethods() const {
+    std::vector<std::wstring> methods;
+    for (const auto& call : m_host->GetJournal().Calls()) methods.push_back(call.method);
+    return methods;
+  }
+
+  /// An add-in object that the host has not connected.
+  static ISwAddinPtr CreateAddIn() {
+    ISwAddinPtr add_in;
+    EXPECT_EQ(CoCreateInstance(CLSID_SwAddin, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&add_in)), S_OK);
+    return add_in;
+  }
+};
+
+TEST_F(Connection, CallsTheHostInItsOrder) {
+  Connect();
+  EXPECT_EQ(
+      CalledMethods(),
+      (std::vector<std::wstring>{
+          L"ISldWorks::QueryInterface(ISldWorks)", L"ISldWorks::GetCommandManager",
+          L"ISldWorks::SetAddinCallbackInfo", L"ISldWorks::RevisionNumber",
+          L"ICommandManager::GetCommandIDsCount", L"ICommandManager::IGetGroupDataFromRegistry",
+          L"ICommandManager::CreateCommandGroup2", L"ICommandGroup::put_LargeIconList",
+          L"ICommandGroup::put_SmallIconList", L"ICommandGroup::AddCommandItem",
+          L"ICommandGroup::AddCommandItem", L"ICommandGroup::put_HasToolbar", L"ICommandGroup::put_HasMenu",
+          L"ICommandGroup::Activate",
+          // assembly
+          L"ICommandManager::GetCommandTab", L"ICommandManager::AddCommandTab",
+          L"ICommandTab::AddCommandTabBox", L"ICommandTab::put_Visible", L"ICommandGroup::get_CommandID",
+          L"ICommandGroup::get_CommandID", L"ICommandTabBox::IAddCommands",
+          // drawing
+          L"ICommandManager::GetCommandTab", L"ICommandManager::AddCommandTab",
+          L"ICommandTab::AddCommandTabBox", L"ICommandTab::put_Visible", L"ICommandGroup::get_CommandID",
+          L"ICommandGroup::get_CommandID", L"ICommandTabBox::IAddCommands",
+          // part
+          L"ICommandManager::GetCommandTab", L"ICommandManager::AddCommandTab",
+          L"ICommandTab::AddCommandTabBox", L"ICommandTab::put_Visible", L"ICommandGroup::get_CommandID",
+          L"ICommandGroup::get_CommandID", L"ICommandTabBox::IAddCommands",
+          // events
+          L"ISldWorks::QueryInterface(IConnectionPointContainer)",
+          L"IConnectionPointContainer::FindConnectionPoint", L"IConnectionPoint::Advise"}));
+}
+
+TEST_F(Connection, HandsOverItsCookieItsDispatchFaceAndTheLowHalfOfItsModuleHandle) {
+  Connect();
+  EXPECT_EQ(m_add_in->callbacks.GetInterfacePtr(), Object().GetInterfacePtr());
+  const HMODULE dll = GetModuleHandleW(L"solidworks_add_in.dll");
+  EXPECT_EQ(m_add_in->module_handle, static_cast<long>(reinterpret_cast<LONG_PTR>(dll)));
+  const auto cookie = std::to_wstring(m_add_in->cookie);
+  EXPECT_EQ(m_host->GetJournal().Calls(L"ISldWorks::GetCommandManager").at(0).arguments, cookie);
+  EXPECT_TRUE(m_host->GetJournal()
+                  .Calls(L"ISldWorks::SetAddinCallbackInfo")
+                  .at(0)
+                  .arguments.ends_with(L", " + cookie));
+}
+
+TEST_F(Connection, TellsTheHostThatItIsConnected) {
+  Connect();
+  const auto connects = m_host->GetJournal().Of(L"ISwAddin::ConnectToSW");
+  ASSERT_EQ(connects.size(), 1u);
+  EXPECT_EQ(connects[0].result, S_OK);
+  EXPECT_EQ(connects[0].results, L"true");
+}
+
+TEST_F(Connection, DisconnectsInItsOrder) {
+  Connect();
+  const auto icons = m_home.IconFiles();
+  ASSERT_EQ(icons.size(), 2u);
+  m_host->GetJournal().Clear();
+  bool icons_there = true;
+  m_host->GetFaults().Before(L"ICommandManager::RemoveFlyoutGroup", 1,
+                             [&] { icons_there = !m_home.IconFiles().empty(); });
+  EXPECT_TRUE(Disconnect());
+  EXPECT_FALSE(icons_there) << "the icon files go first of all";
+  EXPECT_EQ(HostCalls(),
+            (std::vector<std::wstring>{
+                L"ICommandManager::RemoveFlyoutGroup(99)", L"ICommandManager::RemoveCommandGroup(0)",
+                L"ISldWorks::QueryInterface(IConnectionPointContainer)()",
+                L"IConnectionPointContainer::FindConnectionPoint(the application events)",
+                L"IConnectionPoint::Unadvise(1)"}));
+}
+
+/// The user is logged out last, while the host is still held.
+TEST_F(Connection, LogsOutAfterEverythingElseButTheHost) {
+  ConnectAndLogIn();
+  std::vector<std::wstring> called_before;
+  std::size_t held_at_logout = 0;
+  ServeWith([&](const plm_client::Request& request, std::stop_token) {
+    EXPECT_EQ(request.command, "QD_PLMLogout");
+    called_before = CalledMethods();
+    held_at_logout = m_host->HeldReferences().size();
+    return plm_client::Reply::Text(R"({"__InvokeResult__":true})");
+  });
+  EXPECT_TRUE(Disconnect());
+  EXPECT_EQ(called_before,
+            (std::vector<std::wstring>{
+                L"ICommandManager::RemoveFlyoutGroup", L"ICommandManager::RemoveCommandGroup",
+                L"ISldWorks::QueryInterface(IConnectionPointContainer)",
+                L"IConnectionPointContainer::FindConnectionPoint", L"IConnectionPoint::Unadvise"}));
+  EXPECT_EQ(held_at_logout, 2u) << "the application and the command manager";
+}
+
+TEST_F(Connection, DoesNotLogOutWhoIsNotLoggedIn) {
+  Connect();
+  Disconnect();
+  EXPECT_EQ(Asked(), std::vector<std::string>{});
+}
+
+TEST_F(Connection, DisconnectingWithoutAConnectionDoesNothing) {
+  const ISwAddinPtr add_in = CreateAddIn();
+  VARIANT_BOOL disconnected = VARIANT_TRUE;
+  EXPECT_EQ(add_in->DisconnectFromSW(&disconnected), S_OK);
+  EXPECT_EQ(disconnected, VARIANT_FALSE);
+}
+
+TEST_F(Connection, DisconnectingTwicePassesOverWhatIsGone) {
+  Connect();
+  const ISwAddinPtr add_in = m_add_in->object;
+  VARIANT_BOOL disconnected = VARIANT_FALSE;
+  EXPECT_EQ(add_in->DisconnectFromSW(&disconnected), S_OK);
+  EXPECT_EQ(disconnected, VARIANT_TRUE);
+  EXPECT_EQ(add_in->DisconnectFromSW(&disconnected), S_OK);
+  EXPECT_EQ(disconnected, VARIANT_FALSE);
+}
+
+/// Whoever could not be logged out is logged out for the add-in by a new connection of the same object.
+TEST_F(Connection, MadeAgainBeginsLoggedOut) {
+  ConnectAndLogIn();
+  Answer("QD_PLMLogout", "{}");
+  const ISwAddinPtr add_in = m_add_in->object;
+  VARIANT_BOOL done = VARIANT_FALSE;
+  add_in->DisconnectFromSW(&done);
+  EXPECT_EQ(Enabled(L"EnablePlmLogOut"), 1);
+  add_in->ConnectToSW(m_host->Application(), m_add_in->cookie, &done);
+  EXPECT_EQ(Enabled(L"EnablePlmLogOut"), 0);
+  EXPECT_EQ(Enabled(L"EnablePlmLogin"), 1);
+}
+
+TEST_F(Connection, CanBeMadeAgainAfterADisconnection) {
+  Connect();
+  const ISwAddinPtr add_in = m_add_in->object;
+  VARIANT_BOOL done = VARIANT_FALSE;
+  add_in->DisconnectFromSW(&done);
+  const ISldWorksPtr application = m_host->Application();
+  EXPECT_EQ(add_in->ConnectToSW(application, m_add_in->cookie, &done), S_OK);
+  EXPECT_EQ(done, VARIANT_TRUE);
+  EXPECT_EQ(m_host->Groups().size(), 1u);
+  EXPECT_EQ(m_host->AdvisedSinks(), 1u);
+}
+
+TEST_F(Connection, ASecondOneWithoutADisconnectionRaisesFailureAndIsLogged) {
+  Connect();
+  const ISldWorksPtr application = m_host->Application();
+  ICommandManagerPtr manager;
+  application->GetCommandManager(m_add_in->cookie, &manager);
+  VARIANT_BOOL connected = VARIANT_FALSE;
+  manager->RemoveCommandGroup(0, &connected);  // else the host would refuse another one of that id
+  connected = VARIANT_FALSE;
+  try {
+    m_add_in->object->ConnectToSW(application, m_add_in->cookie, &connected);
+    FAIL() << "no exception";
+  } catch (const _com_error& error) {
+    EXPECT_EQ(error.Error(), E_FAIL);
+  }
+  EXPECT_EQ(connected, VARIANT_FALSE);
+  ASSERT_EQ(PlatformLog().size(), 1u);
+  EXPECT_TRUE(PlatformLog()[0].ends_with(L"connecting to the host failed<hr=0x80004005>"))
+      << Utf8(PlatformLog()[0]);
+}
+
+TEST_F(Connection, RaisesAnInvalidPointerForAHostThatIsNone) {
+  for (const ISwAddinPtr& add_in : {CreateAddIn(), CreateAddIn()}) {
+    VARIANT_BOOL connected = VARIANT_FALSE;
+    try {
+      add_in->ConnectToSW(nullptr, 1, &connected);
+      FAIL() << "no exception";
+    } catch (const _com_error& error) {
+      EXPECT_EQ(error.Error(), E_POINTER);
+    }
+    EXPECT_EQ(connected, VARIANT_FALSE);
+  }
+  EXPECT_EQ(PlatformLog().size(), 2u);
+}
+
+TEST_F(Connection, HundredsOfThemLeaveNothingBehind) {
+  const auto rounds = [this](int count) {
+    for (int round = 0; round < count; ++round) {
+      Connect();
+      ASSERT_TRUE(Disconnect());
+      m_host->GetJournal().Clear();
+    }
+  };
+  rounds(20);
+  const auto handles_before = HandleCount();
+  const auto blocks_before = HeapBlockCount();
+  rounds(200);
+  EXPECT_LE(HandleCount(), handles_before);
+  EXPECT_LT(HeapBlockCount(), blocks_before + 200) << "a connection leaves memory behind";
+  EXPECT_EQ(m_host->Groups().size(), 0u);
+  EXPECT_EQ(m_host->Tabs().size(), 3u);
+}
+
+}  // namespace

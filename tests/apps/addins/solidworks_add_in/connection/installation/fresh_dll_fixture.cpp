@@ -1,0 +1,31 @@
+#include "fresh_dll_fixture.h"
+
+namespace {
+
+constexpr const wchar_t* kConfiguration = L"config\\New TAVO SolidWorks AddOn\\";
+
+}  // namespace
+
+FreshDllTest::FreshDllTest() : m_home(L"TAVO_HOME", m_folder.Path()) {
+  m_folder.WriteText(std::wstring(kConfiguration) + L"PlmClient.json", LR"({"pipe":"tavo-no-plm-client"})");
+}
+
+void FreshDllTest::TearDown() {
+  if (m_host) {
+    EXPECT_TRUE(m_host->HeldReferences().empty());
+  }
+  m_host.reset();
+  m_dll.reset();
+  CoFreeUnusedLibrariesEx(0, 0);
+  EXPECT_EQ(GetModuleHandleW(L"solidworks_add_in.dll"), nullptr);
+}
+
+void FreshDllTest::Load(const std::wstring& path) {
+  m_dll.emplace(path);
+  EXPECT_EQ(m_dll->RegisterServer(), S_OK);
+  m_host.emplace(cad_host::HostOptions{.state_folder = m_folder.Path(L"host")});
+}
+
+std::wstring FreshDllTest::ConfigurationPath(const std::wstring& name) const {
+  return m_folder.Path(kConfiguration + name);
+}

@@ -1,0 +1,218 @@
+// Each call of each document operation fails in each way, once: what is said is what the table says,
+// nothing leaks and the host lives.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cctype>
+#include <map>
+#include <ostream>
+#include <tuple>
+
+#include "documents_fixture.h"
+#include "outcomes.h"
+
+namespace {
+
+/// An operation with a host and files in which it succeeds.
+class DocumentOperation : public DocumentsTest {
+ protected:
+  static constexpr long kNewRevision = 2;
+
+  void SetUpFor(Operation operation) {
+    ConnectAndLogIn();
+    Answer("QD_PLMImportCurrent", R"({"__InvokeResult__":true})");
+    Answer("QD_PLMStartWF", "{}");
+    m_folder.MakeFolder(L"download");
+    cad_host::ModelFile newer;
+    newer.revision = kNewRevision;
+    m_file = MakeModel(
+        operation == Operation::CoverBySwap ? L"download\\nut.sldprt" : L"download\\screw.sldprt", newer);
+    if (operation == Operation::Open) return;
+    m_assembly = OpenAssembly();
+    m_selected = m_assembly->FindComponent(operation == Operation::CoverBySwap ? L"nut-1" : L"bolt-1");
+    m_component_path = m_selected->record.path;
+    m_assembly->selection = {{m_selected, kPicked}};
+  }
+
+  cad_host::PickResult Run(Operation operation) {
+    switch (operation) {
+      case Operation::Open:
+        return PickFiles({{"OpenFile", {m_file}}});
+      case Operation::Insert:
+        return PickFiles({{"InsertFile", {m_file}}});
+      case Operation::Replace:
+        return PickFiles({{"ReplaceFile", {m_file}}});
+      case Operation::Import:
+        return Pick(L"PlmImportCurrent");
+      case Operation::CoverByCopy:
+      case Operation::CoverBySwap:
+        return PickFiles({{"ReplaceFileByCovering", {m_file}}});
+    }
+    return {};
+  }
+
+  bool IsDone(Operation operation) const {
+    switch (operation) {
+      case Operation::Open:
+        return m_host->FindDocument(m_file) != nullptr;
+      case Operation::Insert:
+        return m_assembly->components.size() == 4;
+      case Operation::Import:
+        return !Asked().empty();
+      case Operation::Replace:
+      case Operation::CoverByCopy:
+        return m_selected->record.path.ends_with(L"screw.sldprt");
+      case Operation::CoverBySwap:
+        return m_selected->loaded_revision == kNewRevision && !m_selected->IsSuppressed();
+    }
+    return false;
+  }
+
+  /// The files by their names, with their content; folders end in a backslash.
+  using Files = std::map<std::wstring, std::string>;
+
+  Files FilesNow() const {
+    Files files;
+    for (const wchar_t* folder : {L"download", L"parts"}) AddFiles(folder, files);
+    return files;
+  }
+
+  /// What becomes of the files that were there before.
+  Files FilesAfter(Disk disk, Files files) const {
+    if (disk == Disk::Untouched) return files;
+    files[L"download\\temp\\"] = "";
+    if (disk == Disk::Copied) files[L"parts\\screw.sldprt"] = files.at(L"download\\screw.sldprt");
+    if (disk == Disk::Exchanged) {
+      files[L"download\\temp\\nut.sldprt"] = files.at(L"parts\\nut.sldprt");
+      files[L"parts\\nut.sldprt"] = files.at(L"download\\nut.sldprt");
+    }
+    return files;
+  }
+
+  /// `text` with the paths of this run in it.
+  std::wstring Filled(std::wstring text) const {
+    const std::pair<std::wstring, std::wstring> places[] = {
+        {L"{file}", m_file},
+        {L"{component}", m_component_path},
+        {L"{backup}", m_folder.Path(L"download\\temp\\nut.sldprt")}};
+    for (const auto& [place, path] : places) {
+      if (const auto found = text.find(place); found != std::wstring::npos) {
+        text.replace(found, place.size(), path);
+      }
+    }
+    return text;
+  }
+
+  /// The log line that the table's "line|function|text" stands for.
+  std::wstring FilledLine(const std::wstring& line) const {
+    const std::size_t bar = line.find(L'|');
+    return L"errormsg|ERROR|" + line.substr(0, bar) + L"|CSolidWorksAddIn::" + Filled(line.substr(bar + 1));
+  }
+
+  /// What is held from outside, as text.
+  Texts Held() const {
+    Texts held;
+    for (const auto& one : m_host->HeldReferences()) {
+      held.push_back(one.object + L" " + std::to_wstring(one.count));
+    }
+    std::sort(held.begin(), held.end());
+    return held;
+  }
+
+ private:
+  void AddFiles(const std::wstring& folder, Files& files) const {
+    for (const std::wstring& entry : m_folder.List(folder)) {
+      const std::wstring name = folder + L"\\" + entry;
+      if (GetFileAttributesW(m_folder.Path(name).c_str()) & FILE_ATTRIBUTE_DIRECTORY) {
+        files[name + L"\\"] = "";
+        AddFiles(name, files);
+      } else {
+        files[name] = m_folder.Read(name);
+      }
+    }
+  }
+
+  std::wstring m_file;
+  std::wstring m_component_path;
+  std::shared_ptr<cad_host::Document> m_assembly;
+  std::shared_ptr<cad_host::Component> m_selected;
+};
+
+class SuccessfulOperation : public DocumentOperation, public testing::WithParamInterface<Operation> {};
+
+TEST_P(SuccessfulOperation, MakesTheCallsOfTheTableInItsOrder) {
+  SetUpFor(GetParam());
+  const Texts held = Held();
+  EXPECT_EQ(Run(GetParam()).result, S_OK);
+  Texts expected;
+  for (const auto& call : AllCallOutcomes()) {
+    if (call.operation == GetParam()) expected.push_back(call.method);
+  }
+  EXPECT_EQ(CalledMethods(), expected);
+  EXPECT_TRUE(IsDone(GetParam()));
+  EXPECT_EQ(m_home.LogLines(), Texts{});
+  EXPECT_EQ(Held(), held);
+}
+
+INSTANTIATE_TEST_SUITE_P(, SuccessfulOperation,
+                         testing::Values(Operation::Open, Operation::Insert, Operation::Replace,
+                                         Operation::Import, Operation::CoverByCopy, Operation::CoverBySwap),
+                         [](const auto& test) { return NameOf(test.param); });
+
+/// A way for a call to give nothing.
+struct Failure {
+  const char* name;
+  HRESULT result;
+  Outcome CallOutcomes::*outcome;
+};
+
+void PrintTo(const Failure& failure, std::ostream* stream) { *stream << failure.name; }
+
+using FailingCall = std::tuple<CallOutcomes, Failure>;
+
+std::string NameOfCall(const testing::TestParamInfo<FailingCall>& test) {
+  const auto& [call, failure] = test.param;
+  std::string name = NameOf(call.operation) + "_" + Utf8(call.method) + "_" + failure.name;
+  if (call.nth > 1) name += "_" + std::to_string(call.nth);
+  std::erase_if(name, [](unsigned char character) { return !std::isalnum(character) && character != '_'; });
+  return name;
+}
+
+class FailingHost : public DocumentOperation, public testing::WithParamInterface<FailingCall> {};
+
+TEST_P(FailingHost, IsToldAsTheTableSaysAndLives) {
+  const auto& [call, failure] = GetParam();
+  const Outcome& expected = call.*failure.outcome;
+  SetUpFor(call.operation);
+  const Texts held = Held();
+  const Files files = FilesNow();
+  m_host->GetFaults().Fail(call.method, call.nth, failure.result);
+  if (!expected.box.empty()) ExpectBox();
+
+  const auto picked = Run(call.operation);
+
+  EXPECT_EQ(picked.result, expected.raised == S_OK ? S_OK : DISP_E_EXCEPTION);
+  EXPECT_EQ(picked.code, expected.raised);
+  EXPECT_EQ(BoxTexts(), expected.box.empty() ? Texts{} : Texts{Filled(expected.box)});
+  Texts lines;
+  for (const std::wstring& line : expected.lines) lines.push_back(FilledLine(line));
+  EXPECT_EQ(AddInLog(), lines);
+  if (!expected.box.empty()) {
+    EXPECT_EQ(LinesAtBoxes(), std::vector<std::size_t>{expected.lines_at_box});
+  }
+  EXPECT_EQ(FilesNow(), FilesAfter(call.disk, files));
+  EXPECT_EQ(PlatformLog().size(), expected.raised == S_OK ? 0u : 1u);
+  EXPECT_EQ(IsDone(call.operation), expected.done);
+  EXPECT_EQ(Held(), held);
+  EXPECT_EQ(Pick(L"PlmWf").result, S_OK) << "the next command works";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , FailingHost,
+    testing::Combine(testing::ValuesIn(AllCallOutcomes()),
+                     testing::Values(Failure{"Fails", E_FAIL, &CallOutcomes::fails},
+                                     Failure{"GivesNothing", S_OK, &CallOutcomes::gives_nothing},
+                                     Failure{"AnswersFalse", S_FALSE, &CallOutcomes::answers_false})),
+    NameOfCall);
+
+}  // namespace

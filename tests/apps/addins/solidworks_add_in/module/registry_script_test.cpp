@@ -1,0 +1,105 @@
+// The language of registration scripts.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "base/utf8.h"
+#include "module/registry_script.h"
+
+namespace {
+
+using registry_script::Key;
+using registry_script::Parse;
+using registry_script::Root;
+
+const registry_script::Replacements kReplacements = {{L"CLSID", L"{1234}"},
+                                                     {L"MODULE", L"C:\\it's { here } = s\\a.dll"}};
+
+/// A script in one line, as it was understood: "ForceRemove name=text(value=1 child)".
+std::wstring Told(const Key& key) {
+  static const wchar_t* const removal[] = {L"", L"NoRemove ", L"ForceRemove "};
+  std::wstring told = removal[static_cast<int>(key.removal)] + key.name + L"(";
+  for (const registry_script::Value& value : key.values) {
+    const std::uint32_t* number = std::get_if<std::uint32_t>(&value.data);
+    told +=
+        value.name + L"=" + (number ? std::to_wstring(*number) : std::get<std::wstring>(value.data)) + L" ";
+  }
+  for (const Key& child : key.keys) told += Told(child);
+  return told + L")";
+}
+
+std::wstring Told(std::wstring_view script) {
+  std::wstring told;
+  for (const Root& root : Parse(script, kReplacements)) {
+    told += root.root == registry_script::RootKey::kClassesRoot ? L"HKCR:" : L"HKLM:";
+    for (const Key& key : root.keys) told += Told(key);
+  }
+  return told;
+}
+
+std::string ErrorOf(std::wstring_view script) {
+  try {
+    Parse(script, kReplacements);
+  } catch (const registry_script::Error& error) {
+    return utf8::Encode<wchar_t>(error.Message());
+  }
+  return "no error";
+}
+
+}  // namespace
+
+TEST(RegistryScript, IsUnderstood) {
+  const struct {
+    const wchar_t* script;
+    const wchar_t* told;
+  } cases[] = {
+      {L"", L""},
+      {L"HKCR { }", L"HKCR:"},
+      {L"HKCR { a }", L"HKCR:a()"},
+      {L"HKCR { a b }", L"HKCR:a()b()"},
+      {L"HKLM { NoRemove a { ForceRemove b { c } } }", L"HKLM:NoRemove a(ForceRemove b(c()))"},
+      {L"HKCR { a = s 'text' }", L"HKCR:a(=text )"},
+      {L"HKCR { a = d '0' { val n = d '4294967295' val t = s '' } }", L"HKCR:a(=0 n=4294967295 t= )"},
+      {L"HKCR { a = s 'don''t' }", L"HKCR:a(=don't )"},
+      {L"HKCR { 'a key' { val 'a value' = s 'x' } }", L"HKCR:a key(a value=x )"},
+      {L"HKCR { 'NoRemove' }", L"HKCR:NoRemove()"},
+      {L"HKCR { a } HKLM { b } HKCR { c }", L"HKCR:a()HKLM:b()HKCR:c()"},
+      {L"HKCR { %CLSID% = s '%CLSID%' }", L"HKCR:{1234}(={1234} )"},
+      {L"HKCR { a = s 'x%CLSID%y' }", L"HKCR:a(=x{1234}y )"},
+      {L"HKCR { a = s '50%%' }", L"HKCR:a(=50% )"},
+      {L"HKCR { a = s '%MODULE%' b }", L"HKCR:a(=C:\\it's { here } = s\\a.dll )b()"},
+      {L"HKCR\r\n{\r\n\ta\r\n}\r\n", L"HKCR:a()"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(Told(c.script), c.told) << utf8::Encode<wchar_t>(c.script);
+}
+
+TEST(RegistryScript, NamesLineAndTokenOfAnError) {
+  const struct {
+    const wchar_t* script;
+    const char* error;
+  } cases[] = {
+      {L"HKCU { }", "line 1: HKCR or HKLM expected: \"HKCU\""},
+      {L"'HKCR' { }", "line 1: HKCR or HKLM expected: \"HKCR\""},
+      {L"HKCR\n a { }", "line 2: { expected: \"a\""},
+      {L"HKCR", "line 1: the script ends where there should be: \"{\""},
+      {L"HKCR {\n a", "line 2: the script ends where there should be: \"}\""},
+      {L"HKCR {\n a {\n }\n", "line 3: the script ends where there should be: \"}\""},
+      {L"HKCR {\n { } }", "line 2: the name of a key expected: \"{\""},
+      {L"HKCR {\n NoRemove\n}", "line 3: the name of a key expected: \"}\""},
+      {L"HKCR { '' }", "line 1: the name of a key expected: \"\""},
+      {L"HKCR { a = x '1' }", "line 1: the type s or d expected: \"x\""},
+      {L"HKCR { a = s text }", "line 1: data in quotes expected: \"text\""},
+      {L"HKCR { a =", "line 1: the script ends where there should be: \"the type of a value\""},
+      {L"HKCR { a = d '1x' }", "line 1: a decimal number expected: \"1x\""},
+      {L"HKCR { a = d '' }", "line 1: a decimal number expected: \"\""},
+      {L"HKCR { a = d '4294967296' }", "line 1: a number of more than 32 bits: \"4294967296\""},
+      {L"HKCR { a {\n val n s 'x' } }", "line 2: '=' expected after the value: \"n\""},
+      {L"HKCR { a { val = s 'x' } }", "line 1: the name of a value expected: \"=\""},
+      {L"HKCR { val n = s 'x' }", "line 1: a value outside any key: \"n\""},
+      {L"HKCR {\n\n a = s 'open\n}", "line 3: a quote that is not closed: \"'open\""},
+      {L"HKCR { %OTHER% }", "line 1: an unknown replacement: \"OTHER\""},
+      {L"HKCR { a = s '50%' }", "line 1: a per cent sign without its partner: \"50%\""},
+      {L"HKCR { a } }", "line 1: HKCR or HKLM expected: \"}\""},
+  };
+  for (const auto& c : cases) EXPECT_EQ(ErrorOf(c.script), c.error);
+}

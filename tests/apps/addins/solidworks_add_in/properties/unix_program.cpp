@@ -1,0 +1,58 @@
+#include "unix_program.h"
+
+#include <windows.h>
+
+#include <stdexcept>
+
+#include "base/unique_handle.h"
+
+namespace {
+
+constexpr const wchar_t* kScript = L"shell.sh";
+constexpr const wchar_t* kOutput = L"shell.out";
+constexpr const wchar_t* kStatus = L"shell.status";
+constexpr int kPatience = 300;
+constexpr DWORD kPause = 100;  // ms
+
+/// A file for the program's standard handles.
+UniqueHandle OpenInheritable(const std::wstring& path, DWORD access, DWORD disposition) {
+  SECURITY_ATTRIBUTES inheritable{sizeof inheritable, nullptr, TRUE};
+  return OwnHandle(CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                               &inheritable, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+/// All handles are given: what Wine starts without them takes this program's own output away from it.
+void Start(const TempFolder& folder) {
+  const UniqueHandle input = OpenInheritable(L"NUL", GENERIC_READ, OPEN_EXISTING);
+  const UniqueHandle output = OpenInheritable(folder.Path(kOutput), GENERIC_WRITE, CREATE_ALWAYS);
+  STARTUPINFOW startup{};
+  startup.cb = sizeof startup;
+  startup.dwFlags = STARTF_USESTDHANDLES;
+  startup.hStdInput = input.get();
+  startup.hStdOutput = output.get();
+  startup.hStdError = output.get();
+  wchar_t command[] = L"\"Z:\\bin\\sh\" shell.sh";
+  PROCESS_INFORMATION process{};
+  if (!CreateProcessW(L"Z:\\bin\\sh", command, nullptr, nullptr, TRUE, 0, nullptr, folder.Path().c_str(),
+                      &startup, &process)) {
+    throw std::runtime_error("cannot start /bin/sh: error " + std::to_string(GetLastError()));
+  }
+  OwnHandle(process.hThread);
+  OwnHandle(process.hProcess);
+}
+
+}  // namespace
+
+std::string RunShell(const TempFolder& folder, const std::string& line) {
+  DeleteFileW(folder.Path(kStatus).c_str());
+  // Wine gives no handle to wait for: the status, moved to its place when it is complete, tells the end.
+  folder.Write(kScript, "(" + line + ")\necho $? >shell.ended\nmv shell.ended shell.status\n");
+  Start(folder);
+  for (int wait = 0; !folder.Exists(kStatus); ++wait) {
+    if (wait == kPatience) throw std::runtime_error("does not end: " + line);
+    Sleep(kPause);
+  }
+  const std::string output = folder.Read(kOutput);
+  if (folder.Read(kStatus) != "0\n") throw std::runtime_error("failed: " + line + "\n" + output);
+  return output;
+}

@@ -1,0 +1,158 @@
+#include "case_name.h"
+#include "invoker_fixture.h"
+
+using plm_client::Reply;
+using namespace std::chrono_literals;
+
+namespace {
+
+class Answer : public InvokerTest {};
+
+TEST_F(Answer, ComesBackAsItStands) {
+  StartClient();
+  script.Always("QD_PLMQuery", Reply::Text("{ \"OpenFile\" : [ \"C:\\\\\xE6\xB5\x8B.sldprt\" ] }\r\n"));
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"{ \"OpenFile\" : [ \"C:\\\\\u6D4B.sldprt\" ] }\r\n");
+  EXPECT_TRUE(PlatformLines().empty());
+}
+
+TEST_F(Answer, EmptyIsTheClientsOwnAndKeepsTheConnection) {
+  StartClient();
+  script.Always("QD_PLMQuery", Reply::Text(""));
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
+  EXPECT_EQ(client->ConnectionCount(), 1);
+  EXPECT_TRUE(PlatformLines().empty());
+}
+
+TEST_F(Answer, MayComeByteByByte) {
+  StartClient();
+  script.Always("QD_PLMQuery", Reply::Text("{\"a\":1}").InPiecesOf(1));
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"{\"a\":1}");
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"{\"a\":1}");
+  EXPECT_EQ(client->ConnectionCount(), 1);
+}
+
+TEST_F(Answer, MayTakeItsTime) {
+  StartClient();
+  script.Always("QD_PLMQuery", Reply::Text("late").After(1500ms));
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"late");
+}
+
+TEST_F(Answer, MayComeWithOtherHeaderLines) {
+  StartClient();
+  const std::string content = R"({"jsonrpc":"2.0","id":1,"result":{"answer":"x"}})";
+  script.Always("QD_PLMQuery",
+                Reply::Bytes("Content-Type: application/vscode-jsonrpc; charset=utf-8\r\nCONTENT-LENGTH: " +
+                             std::to_string(content.size()) + "\r\n\r\n" + content));
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
+}
+
+TEST_F(Answer, OfNearly64MiBComesWhole) {
+  StartClient();
+  const std::string text(64 * 1024 * 1024 - 100, 'x');
+  script.Always("QD_PLMQuery", Reply::Text(text));
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), std::wstring(text.begin(), text.end()));
+  EXPECT_TRUE(PlatformLines().empty());
+}
+
+TEST_F(Answer, GoesTogetherWithALargeRequest) {
+  StartClient([](const plm_client::Request& request, std::stop_token) { return Reply::Text(request.text); });
+  const std::wstring text(2 * 1024 * 1024, L'\u00FC');
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(invoker.Invoke(L"QD_PLMQuery", text), text);
+  EXPECT_EQ(client->ConnectionCount(), 1);
+}
+
+TEST_F(Answer, ThatSaysNothingUsefulLeavesTheHostWithoutAnException) {
+  StartClient();
+  script.Always("QD_PLMQuery", Reply::Message(std::string(5'000'000, '[')));
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
+  ExpectOneLine(L"QD_PLMQuery", L"not valid JSON");
+}
+
+TEST_F(Answer, IsAskedForWithTheseBytes) {
+  StartClient();
+  invoker.Invoke(L"QD_PLMLogin", L"");
+  invoker.Invoke(L"QD_PLMImportCurrent", L"{\"file_path\":\"C:\\\\\u00FC.sldprt\"}");
+
+  const std::vector<plm_client::Request> requests = client->Requests();
+  ASSERT_EQ(requests.size(), 2u);
+  EXPECT_EQ(requests[0].frame,
+            "Content-Length: 90\r\n\r\n"
+            "{\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"invoke\",\"params\":{\"command\":\"QD_PLMLogin\","
+            "\"request\":\"\"}}");
+  EXPECT_EQ(
+      requests[1].frame,
+      "Content-Length: 133\r\n\r\n"
+      "{\"jsonrpc\":\"2.0\",\"id\":2,\"method\":\"invoke\",\"params\":{\"command\":\"QD_PLMImportCurrent\","
+      "\"request\":\"{\\\"file_path\\\":\\\"C:\\\\\\\\\xC3\xBC.sldprt\\\"}\"}}");
+  EXPECT_EQ(requests[1].text, "{\"file_path\":\"C:\\\\\xC3\xBC.sldprt\"}");
+}
+
+TEST_F(Answer, IsNotAskedForWithARequestOver64MiB) {
+  // given a kept connection
+  StartClient();
+  script.Always("QD_PLMQuery", Reply::Text("x"));
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
+
+  // when a request is too large
+  EXPECT_EQ(invoker.Invoke(L"QD_PLMQuery", std::wstring(64 * 1024 * 1024, L'x')), L"");
+
+  // then nothing of it was sent, and the connection stays
+  ExpectOneLine(L"QD_PLMQuery", L"the request is over 64 MiB");
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
+  EXPECT_EQ(client->Requests().size(), 2u);
+  EXPECT_EQ(client->ConnectionCount(), 1);
+}
+
+struct Violation {
+  const char* name;
+  Reply reply;
+  std::wstring reason;
+};
+
+void PrintTo(const Violation& v, std::ostream* stream) { *stream << v.name; }
+
+class Violations : public InvokerTest, public testing::WithParamInterface<Violation> {};
+
+TEST_P(Violations, LeaveTheCommandWithoutAnswerAndEndTheConnection) {
+  // given a client that breaks the protocol once
+  StartClient();
+  script.Always("QD_PLMQuery", Reply::Text("right"));
+  script.InTurn("QD_PLMQuery", {Reply::Text("right"), GetParam().reply});
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"right");
+
+  // when it does
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
+
+  // then one line says why, and the next command starts on a fresh connection
+  ExpectOneLine(L"QD_PLMQuery", GetParam().reason);
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"right");
+  EXPECT_EQ(client->ConnectionCount(), 2);
+  EXPECT_EQ(client->Requests().size(), 3u);
+}
+
+const Violation kViolations[] = {
+    {"Error", Reply::Error(-32000, "the vault is closed"), L"an error -32000: the vault is closed"},
+    {"NoAnswerInResult", Reply::Result("{}"), L"no text in \"answer\""},
+    {"AnswerIsNoText", Reply::Result(R"({"answer":{}})"), L"no text in \"answer\""},
+    {"OtherId", Reply::Text("x").WithId(99), L"another request"},
+    {"IdOfTheRequestBefore", Reply::Text("x").WithId(1), L"another request"},
+    {"NotificationFirst", Reply::Text("x").Following(R"({"jsonrpc":"2.0","method":"progress"})"),
+     L"a message of its own"},
+    {"RequestFirst", Reply::Text("x").Following(R"({"jsonrpc":"2.0","id":2,"method":"ask"})"),
+     L"a message of its own"},
+    {"NotJson", Reply::Message("{]"), L"not valid JSON"},
+    {"EmptyContent", Reply::Message(""), L"not valid JSON"},
+    {"NoHeader", Reply::Bytes(R"({"jsonrpc":"2.0","id":2,"result":{"answer":"x"}})"),
+     L"a header that is not valid"},
+    {"NoContentLength", Reply::Bytes("Content-Type: x\r\n\r\n{}"), L"without Content-Length"},
+    {"HeaderOver8KiB", Reply::Bytes("X-Fill: " + std::string(9000, 'x')), L"over 8 KiB"},
+    {"Over64MiB", Reply::Bytes("Content-Length: 67108865\r\n\r\n"), L"over 64 MiB"},
+    {"ClosedWithoutAnswer", Reply::Nothing().ThenDisconnect(), L"closed the connection"},
+    {"ClosedInTheHeader", Reply::Bytes("Content-Le").ThenDisconnect(), L"closed the connection"},
+    {"ClosedInTheContent", Reply::Bytes("Content-Length: 100\r\n\r\n{\"json").ThenDisconnect(),
+     L"closed the connection"},
+};
+INSTANTIATE_TEST_SUITE_P(, Violations, testing::ValuesIn(kViolations), CaseName<Violation>);
+
+}  // namespace

@@ -1,0 +1,218 @@
+#include <windows.h>
+// After windows.h, which they need.
+#include <oaidl.h>
+#include <wrl/client.h>
+
+#include <future>
+
+#include "heap_blocks.h"
+#include "host_thread.h"
+#include "import_patch.h"
+#include "invoker_fixture.h"
+#include "system_function.h"
+#include "wait_message_filter.h"
+
+using Microsoft::WRL::ComPtr;
+using plm_client::Reply;
+using plm_client::Request;
+using namespace std::chrono_literals;
+
+namespace {
+
+/// An object of the host: says on which thread it is called, and does what the test wants there.
+class HostObject final : public IDispatch {
+ public:
+  std::function<void()> action = [] {};
+  DWORD calledOn = 0;
+
+  ULONG STDMETHODCALLTYPE AddRef() override { return 2; }  // the test's own variable
+  ULONG STDMETHODCALLTYPE Release() override { return 1; }
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
+    const bool known = id == __uuidof(IUnknown) || id == __uuidof(IDispatch);
+    *object = known ? static_cast<IDispatch*>(this) : nullptr;
+    return known ? S_OK : E_NOINTERFACE;
+  }
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+    calledOn = GetCurrentThreadId();
+    action();
+    *count = 42;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+    return E_NOTIMPL;
+  }
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                                   UINT*) override {
+    return E_NOTIMPL;
+  }
+};
+
+/// The host's own message filter.
+class HostFilter final : public IMessageFilter {
+ public:
+  int incoming = 0;
+  int pending = 0;
+  DWORD answer = SERVERCALL_ISHANDLED;
+  DWORD pendingAnswer = PENDINGMSG_CANCELCALL;
+
+  ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+  ULONG STDMETHODCALLTYPE Release() override { return 1; }
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
+    const bool known = id == __uuidof(IUnknown) || id == __uuidof(IMessageFilter);
+    *object = known ? static_cast<IMessageFilter*>(this) : nullptr;
+    return known ? S_OK : E_NOINTERFACE;
+  }
+  DWORD STDMETHODCALLTYPE HandleInComingCall(DWORD, HTASK, DWORD, INTERFACEINFO*) override {
+    ++incoming;
+    return answer;
+  }
+  DWORD STDMETHODCALLTYPE RetryRejectedCall(HTASK, DWORD, DWORD) override { return static_cast<DWORD>(-1); }
+  DWORD STDMETHODCALLTYPE MessagePending(HTASK, DWORD, DWORD) override {
+    ++pending;
+    return pendingAnswer;
+  }
+};
+
+/// A host in a single-threaded apartment whose object the client calls, from another apartment, while the
+/// host waits for its answer.
+class ComWait : public InvokerTest {
+ protected:
+  ComWait() {
+    EXPECT_EQ(S_OK, CoMarshalInterThreadInterfaceInStream(__uuidof(IDispatch), &object, &m_marshalled));
+    StartClient([this](const Request&, std::stop_token) {
+      m_call = std::async(std::launch::async, [this] { return CallObject(); });
+      if (m_call.wait_for(5s) != std::future_status::ready) return Reply::Text("not served");
+      return Reply::Text(m_call.get());
+    });
+  }
+
+  ~ComWait() override {
+    while (m_call.valid() && m_call.wait_for(10ms) != std::future_status::ready) DrainMessages();
+  }
+
+  const Apartment apartment{COINIT_APARTMENTTHREADED};
+  HostObject object;
+
+ private:
+  std::string CallObject() {
+    const Apartment own{COINIT_MULTITHREADED};
+    ComPtr<IDispatch> proxy;
+    UINT count = 0;
+    HRESULT result = CoGetInterfaceAndReleaseStream(m_marshalled, __uuidof(IDispatch), &proxy);
+    if (SUCCEEDED(result)) result = proxy->GetTypeInfoCount(&count);
+    if (result == RPC_E_CALL_REJECTED) return "rejected";
+    return SUCCEEDED(result) ? "served " + std::to_string(count) : "failed";
+  }
+
+  IStream* m_marshalled = nullptr;
+  std::future<std::string> m_call;
+};
+
+TEST_F(ComWait, ServesACallFromAnotherApartment) {
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"served 42");
+  EXPECT_EQ(object.calledOn, GetCurrentThreadId());
+}
+
+TEST_F(ComWait, GivesACommandWithinSuchACallNoAnswerAtOnce) {
+  std::wstring second = L"not invoked";
+  object.action = [&] { second = Invoke(L"QD_PLMTaskManage"); };
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"served 42");
+  EXPECT_EQ(second, L"");
+  ExpectOneLine(L"QD_PLMTaskManage", L"another command is still waiting");
+}
+
+TEST_F(ComWait, LetsTheHostsFilterDecideOnCallsButNotOnTheWait) {
+  // given a host whose filter would end waits as soon as input comes
+  const HostWindow window;
+  HostFilter filter;
+  ComPtr<IMessageFilter> none, found;
+  CoRegisterMessageFilter(&filter, &none);
+  PostMessageW(window.Handle(), WM_KEYDOWN, VK_RETURN, 0);
+  object.action = [&] { PostMessageW(window.Handle(), WM_KEYDOWN, VK_RETURN, 0); };
+
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"served 42");
+
+  EXPECT_GE(filter.incoming, 1);
+  EXPECT_EQ(filter.pending, 0);
+  CoRegisterMessageFilter(nullptr, &found);
+  EXPECT_EQ(found.Get(), &filter) << "the host's filter is in its place again";
+}
+
+TEST_F(ComWait, LetsTheHostsFilterRejectCalls) {
+  HostFilter filter;
+  filter.answer = SERVERCALL_REJECTED;
+  ComPtr<IMessageFilter> none, found;
+  CoRegisterMessageFilter(&filter, &none);
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"rejected");
+  EXPECT_EQ(object.calledOn, 0u);
+  CoRegisterMessageFilter(nullptr, &found);
+}
+
+const auto kRegisterFilter =
+    SystemFunction<decltype(CoRegisterMessageFilter)>(L"ole32.dll", "CoRegisterMessageFilter");
+int refusals_left = 0;
+
+HRESULT WINAPI RefuseOrRegister(IMessageFilter* filter, IMessageFilter** previous) {
+  return refusals_left-- > 0 ? E_OUTOFMEMORY : kRegisterFilter(filter, previous);
+}
+
+TEST_F(ComWait, WithoutAFilterOfItsOwnLeavesTheHostsInPlace) {
+  // given a host with a filter, and a system that refuses another one, once
+  HostFilter filter;
+  filter.pendingAnswer = PENDINGMSG_WAITDEFPROCESS;
+  ComPtr<IMessageFilter> none, found;
+  CoRegisterMessageFilter(&filter, &none);
+  {
+    refusals_left = 1;
+    const ImportPatch patch(GetModuleHandleW(nullptr), "CoRegisterMessageFilter", &RefuseOrRegister);
+    EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"served 42");
+    EXPECT_LE(refusals_left, 0);
+  }
+  CoRegisterMessageFilter(nullptr, &found);
+  EXPECT_EQ(found.Get(), &filter);
+}
+
+TEST_F(ComWait, LeavesAFilterInPlaceThatTheHostRegisteredMeanwhile) {
+  // given a host that registers another filter within a call, and keeps the one that it found
+  HostFilter filter, other;
+  other.pendingAnswer = PENDINGMSG_WAITDEFPROCESS;
+  ComPtr<IMessageFilter> none, replaced, found;
+  CoRegisterMessageFilter(&filter, &none);
+  object.action = [&] { CoRegisterMessageFilter(&other, &replaced); };
+
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"served 42");
+
+  // then it stays, and what the host kept passes everything on to the filter that was there before
+  CoRegisterMessageFilter(nullptr, &found);
+  EXPECT_EQ(found.Get(), &other);
+  ASSERT_TRUE(replaced);
+  const int incoming = filter.incoming;
+  EXPECT_EQ(replaced->HandleInComingCall(CALLTYPE_TOPLEVEL, nullptr, 0, nullptr), SERVERCALL_ISHANDLED);
+  EXPECT_EQ(filter.incoming, incoming + 1);
+  EXPECT_EQ(replaced->MessagePending(nullptr, 0, PENDINGTYPE_TOPLEVEL), PENDINGMSG_CANCELCALL);
+  EXPECT_EQ(filter.pending, 1);
+  EXPECT_EQ(replaced.Reset(), 0u) << "nobody else holds it";
+}
+
+TEST_F(ComWait, LetsNoExceptionOfAWindowGoThroughCom) {
+  HostWindow window;
+  window.OnPaint([] { throw 5; });
+  const ThrowingDispatch dispatch;
+  invoker::WaitMessageFilter wait;
+  ComPtr<IMessageFilter> filter;
+  CoRegisterMessageFilter(nullptr, &filter);
+  InvalidateRect(window.Handle(), nullptr, TRUE);
+  EXPECT_EQ(filter->MessagePending(nullptr, 0, PENDINGTYPE_TOPLEVEL), PENDINGMSG_CANCELCALL);
+  EXPECT_THROW(wait.RethrowFromWindows(), int);
+  EXPECT_NO_THROW(wait.RethrowFromWindows());
+}
+
+TEST_F(ComWait, LeavesNoFilterBehind) {
+  { const invoker::WaitMessageFilter first; }
+  const std::size_t before = HeapBlockCount();
+  for (int i = 0; i < 1'000; ++i) const invoker::WaitMessageFilter wait;
+  EXPECT_LT(HeapBlockCount(), before + 100);
+}
+
+}  // namespace

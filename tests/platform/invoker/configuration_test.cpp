@@ -1,0 +1,179 @@
+#include "client_configuration.h"
+
+#include "CStringHelper.h"
+#include "case_name.h"
+#include "invoker_fixture.h"
+#include "pipe_owner.h"
+#include "plm_client/json_text.h"
+
+using std::chrono::milliseconds;
+
+namespace {
+
+class Configuration : public InvokerTest {
+ protected:
+  static invoker::ClientConfiguration Read() {
+    return invoker::ReadClientConfiguration(L"Test", L"PlmClient.json");
+  }
+  static std::wstring DefaultPipe() { return L"tavo-plm-client-" + invoker::UserSidText(); }
+};
+
+TEST_F(Configuration, ThatIsMissingMeansTheDefaults) {
+  const auto configuration = Read();
+  EXPECT_EQ(configuration.pipe, DefaultPipe());
+  EXPECT_TRUE(configuration.pipe.starts_with(L"tavo-plm-client-S-1-5-21-"));
+  EXPECT_EQ(configuration.program, L"");
+  EXPECT_EQ(configuration.startTimeout, milliseconds(15'000));
+  EXPECT_TRUE(PlatformLines().empty());
+}
+
+TEST_F(Configuration, IsReadWithAByteOrderMarkAndMembersOfOthers) {
+  Configure(
+      "\xEF\xBB\xBF"
+      "{\"other\":[1],\"pipe\":\"\xE6\xB5\x8B #1 "
+      "'x'\",\"client\":\"C:\\\\PLM\\\\client.exe\",\"startTimeoutMs\":7}");
+  const auto configuration = Read();
+  EXPECT_EQ(configuration.pipe, L"\u6D4B #1 'x'");
+  EXPECT_EQ(configuration.program, L"C:\\PLM\\client.exe");
+  EXPECT_EQ(configuration.startTimeout, milliseconds(7));
+  EXPECT_TRUE(PlatformLines().empty());
+}
+
+TEST_F(Configuration, WithoutAMemberMeansItsDefault) {
+  Configure(R"({"startTimeoutMs":0})");
+  EXPECT_EQ(Read().pipe, DefaultPipe());
+  EXPECT_EQ(Read().startTimeout, milliseconds(0));
+  Configure(R"({"pipe":""})");
+  EXPECT_EQ(Read().pipe, DefaultPipe());
+  EXPECT_TRUE(PlatformLines().empty());
+}
+
+struct Fault {
+  const char* name;
+  const char* file;
+  std::vector<std::wstring> named;  // in the one line
+  std::wstring pipe{};              // empty: the default
+};
+
+void PrintTo(const Fault& fault, std::ostream* stream) { *stream << fault.name; }
+
+class ConfigurationFaults : public Configuration, public testing::WithParamInterface<Fault> {};
+
+TEST_P(ConfigurationFaults, MeanTheDefaultAndOneLineThatNamesThem) {
+  Configure(GetParam().file);
+  const auto configuration = Read();
+  EXPECT_EQ(configuration.pipe, GetParam().pipe.empty() ? DefaultPipe() : GetParam().pipe);
+  EXPECT_EQ(configuration.program, L"");
+  EXPECT_EQ(configuration.startTimeout, milliseconds(15'000));
+
+  const std::vector<std::wstring> lines = PlatformLines();
+  ASSERT_EQ(lines.size(), 1u);
+  EXPECT_NE(lines[0].find(L"PlmClient.json"), std::wstring::npos);
+  for (const std::wstring& name : GetParam().named) {
+    EXPECT_NE(lines[0].find(name), std::wstring::npos) << testing::PrintToString(lines[0]);
+  }
+}
+
+const Fault kFaults[] = {
+    {"Empty", "", {}},
+    {"Malformed", "{\"pipe\":\"a\",", {}},
+    {"NoObject", "[]", {L"the root is no object"}},
+    {"WrongTypes",
+     R"({"pipe":5,"client":null,"startTimeoutMs":"1"})",
+     {L"\"pipe\"", L"\"client\"", L"\"startTimeoutMs\""}},
+    {"OneWrongType", R"({"pipe":"a","client":{}})", {L"\"client\""}, L"a"},
+    {"NegativeTime", R"({"startTimeoutMs":-1})", {L"\"startTimeoutMs\""}},
+    {"FractionOfTime", R"({"startTimeoutMs":1.5})", {L"\"startTimeoutMs\""}},
+    {"TimeBeyond32Bits", R"({"startTimeoutMs":4294967296})", {L"\"startTimeoutMs\""}},
+};
+INSTANTIATE_TEST_SUITE_P(, ConfigurationFaults, testing::ValuesIn(kFaults), CaseName<Fault>);
+
+TEST_F(Configuration, IsReadAtEachNewConnection) {
+  StartClient();
+  script.Always("QD_PLMQuery", plm_client::Reply::Text("first"));
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"first");
+
+  // given another client under another name
+  plm_client::Script otherScript;
+  otherScript.Always("QD_PLMQuery", plm_client::Reply::Text("other"));
+  const plm_client::Client other(plm_client::Settings{.pipe = pipe + L"-other"}, std::ref(otherScript));
+  Configure("{\"pipe\":\"" + CStringHelper::UnicodeToUTF8(pipe) + "-other\"}");
+
+  // then the kept connection goes on, and the next one leads there
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"first");
+  client.reset();
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"other");
+}
+
+TEST_F(Configuration, MayHaveAnotherFileName) {
+  folder.Write(LR"(config\Other\Second.json)", "{\"pipe\":\"" + CStringHelper::UnicodeToUTF8(pipe) + "\"}");
+  plm_client::Settings settings{.pipe = pipe};
+  script.Always("QD_PLMQuery", plm_client::Reply::Text("x"));
+  client.emplace(settings, std::ref(script));
+  CZALCmdInvoker other(L"Other", L"Second.json");
+  EXPECT_EQ(other.Invoke(L"QD_PLMQuery", L""), L"x");
+}
+
+/// A default that is installed beside this program, under a name that no other test uses.
+class InstalledDefault {
+ public:
+  explicit InstalledDefault(std::string_view json) {
+    std::wstring path(MAX_PATH, L'\0');
+    path.resize(GetModuleFileNameW(nullptr, path.data(), MAX_PATH));
+    m_folder = path.substr(0, path.rfind(L'\\')) + L"\\config";
+    CreateDirectoryW(m_folder.c_str(), nullptr);
+    WriteFileBytes(m_folder + L'\\' + Name(), json);
+  }
+  InstalledDefault(const InstalledDefault&) = delete;
+  InstalledDefault& operator=(const InstalledDefault&) = delete;
+  ~InstalledDefault() {
+    DeleteFileW((m_folder + L'\\' + Name()).c_str());
+    RemoveDirectoryW(m_folder.c_str());
+  }
+
+  const std::wstring& Name() const { return m_name; }
+
+ private:
+  const std::wstring m_name = L"invoker-test-" + std::to_wstring(GetCurrentProcessId()) + L".json";
+  std::wstring m_folder;
+};
+
+TEST_F(Configuration, IsTheInstalledOneWhereTheFolderHasNone) {
+  // given a client whose pipe only the installed file names
+  StartClient();
+  script.Always("QD_PLMQuery", plm_client::Reply::Text("x"));
+  const InstalledDefault installed("{\"pipe\":\"" + CStringHelper::UnicodeToUTF8(pipe) + "\"}");
+  {
+    CZALCmdInvoker other(L"Test", installed.Name());
+    EXPECT_EQ(other.Invoke(L"QD_PLMQuery", L""), L"x");
+  }
+
+  // then a file in the configuration folder stands in front of it
+  folder.Write(LR"(config\Test\)" + installed.Name(), R"({"pipe":"tavo-no-such-pipe"})");
+  CZALCmdInvoker other(L"Test", installed.Name());
+  EXPECT_EQ(other.Invoke(L"QD_PLMQuery", L""), L"");
+  ExpectOneLine(L"QD_PLMQuery", L"there is no pipe \\\\.\\pipe\\tavo-no-such-pipe");
+}
+
+TEST_F(Configuration, WithoutAPipeLeadsToTheClientOfThisUser) {
+  Configure("{}");
+  client.emplace(plm_client::Settings{}, std::ref(script));
+  script.Always("QD_PLMQuery", plm_client::Reply::Text("x"));
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
+}
+
+class PipeNames : public InvokerTest, public testing::WithParamInterface<const wchar_t*> {};
+
+TEST_P(PipeNames, MayContainAnythingThatIsLegal) {
+  const std::wstring name = pipe + GetParam();
+  script.Always("QD_PLMQuery", plm_client::Reply::Text("x"));
+  client.emplace(plm_client::Settings{.pipe = name}, std::ref(script));
+  Configure("{\"pipe\":" + plm_client::JsonString(CStringHelper::UnicodeToUTF8(name)) + "}");
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
+}
+
+INSTANTIATE_TEST_SUITE_P(, PipeNames,
+                         testing::Values(L" with blanks", L"\u6D4B\u8BD5-\u00DC", L"\"quoted\"", L"<a|b>*?:",
+                                         L"%1{}"));
+
+}  // namespace

@@ -1,0 +1,73 @@
+#include "invoker_fixture.h"
+
+#include <atomic>
+#include <sstream>
+
+#include "CStringHelper.h"
+#include "plm_client/json_text.h"
+
+namespace {
+
+constexpr wchar_t kConfigurationFile[] = LR"(config\Test\PlmClient.json)";
+constexpr wchar_t kLogFile[] = L"test.log";
+constexpr std::string_view kLogProperties =
+    "log4cplus.rootLogger=INFO, file\n"
+    "log4cplus.appender.file=log4cplus::FileAppender\n"
+    "log4cplus.appender.file.File=${LogFolder}\\\\test.log\n"
+    "log4cplus.appender.file.layout=log4cplus::PatternLayout\n"
+    "log4cplus.appender.file.layout.ConversionPattern=%p %c|%m%n\n";
+constexpr std::wstring_view kPlatformHead = L"ERROR platform|";
+
+std::wstring NewPipeName() {
+  static std::atomic<int> count = 0;
+  return L"tavo-test-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++count);
+}
+
+}  // namespace
+
+InvokerTest::InvokerTest() : pipe(NewPipeName()), m_home(L"TAVO_HOME", folder.Path()) {
+  const std::wstring properties = folder.Write(L"Log4cplus.properties", kLogProperties);
+  EXPECT_TRUE(m_log.Initialize(folder.Path(), L"test", properties));
+}
+
+void InvokerTest::Configure(std::string_view json) const { folder.Write(kConfigurationFile, json); }
+
+void InvokerTest::ConfigurePipe(std::string_view furtherMembers) const {
+  const std::string name = plm_client::JsonString(CStringHelper::UnicodeToUTF8(pipe));
+  Configure("{\"pipe\":" + name + std::string(furtherMembers) + "}");
+}
+
+void InvokerTest::StartClient(plm_client::Settings settings) {
+  ConfigurePipe();
+  settings.pipe = pipe;
+  client.emplace(settings, std::ref(script));
+}
+
+void InvokerTest::StartClient(plm_client::Client::Handler handler) {
+  ConfigurePipe();
+  client.emplace(plm_client::Settings{.pipe = pipe}, std::move(handler));
+}
+
+void InvokerTest::AwaitOpenConnections(int count) const {
+  for (int i = 0; i < 100 && client->OpenConnectionCount() != count; ++i) Sleep(10);
+  EXPECT_EQ(client->OpenConnectionCount(), count);
+}
+
+std::vector<std::wstring> InvokerTest::PlatformLines() const {
+  std::vector<std::wstring> lines;
+  std::wistringstream log(folder.Exists(kLogFile) ? folder.ReadText(kLogFile) : L"");
+  for (std::wstring line; std::getline(log, line);) {
+    if (line.ends_with(L'\r')) line.pop_back();
+    if (line.starts_with(kPlatformHead)) lines.push_back(line.substr(kPlatformHead.size()));
+  }
+  return lines;
+}
+
+void InvokerTest::ExpectOneLine(const std::wstring& command, const std::wstring& reason) {
+  const std::vector<std::wstring> lines = PlatformLines();
+  ASSERT_EQ(lines.size(), m_linesSeen + 1) << testing::PrintToString(lines);
+  m_linesSeen = lines.size();
+  EXPECT_TRUE(lines.back().starts_with(L"PLM command [" + command + L"] got no answer: ") &&
+              lines.back().find(reason) != std::wstring::npos)
+      << testing::PrintToString(lines.back());
+}

@@ -1,0 +1,105 @@
+#include "pipe_owner.h"
+
+#include <sddl.h>
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "case_name.h"
+#include "import_patch.h"
+#include "invoker_fixture.h"
+#include "raw_server.h"
+#include "system_function.h"
+
+namespace {
+
+class Sid {
+ public:
+  explicit Sid(const wchar_t* text) { EXPECT_TRUE(ConvertStringSidToSidW(text, &m_sid)); }
+  Sid(const Sid&) = delete;
+  Sid& operator=(const Sid&) = delete;
+  ~Sid() { LocalFree(m_sid); }
+  PSID Get() const { return m_sid; }
+
+ private:
+  PSID m_sid = nullptr;
+};
+
+TEST(PipeOwner, IsTheUserOrTheOwnerOfItsNewObjects) {
+  const Sid user(L"S-1-5-21-1-2-3-1000"), same(L"S-1-5-21-1-2-3-1000"), administrators(L"S-1-5-32-544"),
+      stranger(L"S-1-5-21-1-2-3-1001"), everyone(L"S-1-1-0");
+  EXPECT_TRUE(invoker::IsTrustedOwner(same.Get(), user.Get(), user.Get()));
+  EXPECT_TRUE(invoker::IsTrustedOwner(administrators.Get(), user.Get(), administrators.Get()));
+  EXPECT_TRUE(invoker::IsTrustedOwner(same.Get(), user.Get(), administrators.Get()));
+  EXPECT_FALSE(invoker::IsTrustedOwner(stranger.Get(), user.Get(), user.Get()));
+  EXPECT_FALSE(invoker::IsTrustedOwner(administrators.Get(), user.Get(), user.Get()));
+  EXPECT_FALSE(invoker::IsTrustedOwner(everyone.Get(), user.Get(), administrators.Get()));
+}
+
+struct Stranger {
+  const char* name;
+  const wchar_t* security;
+};
+
+void PrintTo(const Stranger& stranger, std::ostream* stream) { *stream << stranger.name; }
+
+class PipeOfAnother : public InvokerTest, public testing::WithParamInterface<Stranger> {};
+
+TEST_P(PipeOfAnother, GetsNothingAndNoClientIsStartedInItsStead) {
+  StartClient(plm_client::Settings{.security = GetParam().security});
+  ConfigurePipe(R"(,"client":"C:\\no such program.exe")");
+  EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
+  ExpectOneLine(L"QD_PLMLogin", L"the pipe belongs to another user");
+  EXPECT_TRUE(client->Requests().empty());
+}
+
+const Stranger kStrangers[] = {{"Administrators", L"O:BAD:P(A;;GA;;;WD)"},
+                               {"Everyone", L"O:WDD:P(A;;GA;;;WD)"},
+                               {"TheSystem", L"O:SYD:P(A;;GA;;;WD)"},
+                               {"AnotherPerson", L"O:S-1-5-21-1-2-3-1001D:P(A;;GA;;;WD)"}};
+INSTANTIATE_TEST_SUITE_P(, PipeOfAnother, testing::ValuesIn(kStrangers), CaseName<Stranger>);
+
+class PipeOfThisUser : public InvokerTest {};
+
+TEST_F(PipeOfThisUser, IsTalkedToAlsoWithoutADescriptorOfItsOwn) {
+  ConfigurePipe();
+  const std::string content = R"({"jsonrpc":"2.0","id":1,"result":{"answer":"x"}})";
+  const RawServer server(pipe, [&](HANDLE connection) {
+    ReadBytes(connection, 50);
+    WriteAll(connection, "Content-Length: " + std::to_string(content.size()) + "\r\n\r\n" + content);
+  });
+  EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"x");
+}
+
+/// How this program opens pipes, while it runs.
+class PipeOpenings {
+ public:
+  PipeOpenings() { flags_of_openings.clear(); }
+
+  const std::vector<DWORD>& Flags() const { return flags_of_openings; }
+
+ private:
+  static HANDLE WINAPI Record(LPCWSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
+                              DWORD disposition, DWORD flags, HANDLE model) {
+    if (std::wstring_view(path).starts_with(LR"(\\.\pipe\)")) flags_of_openings.push_back(flags);
+    return kCreateFile(path, access, share, security, disposition, flags, model);
+  }
+
+  static inline const auto kCreateFile =
+      SystemFunction<decltype(CreateFileW)>(L"kernel32.dll", "CreateFileW");
+  static inline std::vector<DWORD> flags_of_openings;
+  const ImportPatch m_patch{GetModuleHandleW(nullptr), "CreateFileW", &Record};
+};
+
+TEST_F(PipeOfThisUser, MayIdentifyThisProcessAndNeverActInItsStead) {
+  // Read off the call: there are systems that let every pipe impersonate, whatever was allowed.
+  StartClient();
+  script.Always("QD_PLMLogin", plm_client::Reply::Text("x"));
+  const PipeOpenings openings;
+  EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"x");
+  ASSERT_EQ(openings.Flags().size(), 1u);
+  EXPECT_EQ(openings.Flags()[0] & SECURITY_VALID_SQOS_FLAGS, SECURITY_SQOS_PRESENT | SECURITY_IDENTIFICATION);
+}
+
+}  // namespace

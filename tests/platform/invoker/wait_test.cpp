@@ -1,0 +1,205 @@
+#include <future>
+#include <memory>
+
+#include "case_name.h"
+#include "failing_memory.h"
+#include "host_thread.h"
+#include "invoker_fixture.h"
+#include "raw_server.h"
+
+using plm_client::Reply;
+using plm_client::Request;
+
+namespace {
+
+constexpr ULONGLONG kAtOnce = 1'000;  // milliseconds, with room for a busy machine
+
+struct ThreadKind {
+  const char* name;
+  std::optional<COINIT> apartment;
+};
+
+void PrintTo(const ThreadKind& kind, std::ostream* stream) { *stream << kind.name; }
+
+/// A host's thread, of each kind, that waits for the answer to a command.
+class Wait : public InvokerTest, public testing::WithParamInterface<ThreadKind> {
+ protected:
+  /// Starts a client that does `action` before it answers.
+  void StartClientThat(std::function<void()> action) {
+    StartClient([action = std::move(action)](const Request&, std::stop_token) {
+      action();
+      return Reply::Text("answered");
+    });
+  }
+
+  const Apartment apartment{GetParam().apartment};
+  HostWindow window;
+};
+
+TEST_P(Wait, ServesMessagesThatOtherThreadsSend) {
+  std::optional<LRESULT> result;
+  window.OnSent([] { return 17; });
+  StartClientThat([&] { result = window.Send(); });
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"answered");
+  EXPECT_EQ(result, 17);
+}
+
+TEST_P(Wait, RepaintsTheThreadsWindows) {
+  int painted = 0;
+  StartClientThat([&] {
+    for (int i = 0; i < 3; ++i) painted += window.Repaint();
+  });
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"answered");
+  EXPECT_EQ(painted, 3);
+}
+
+TEST_P(Wait, LeavesInputInTheQueue) {
+  // given input that was there before, and input that comes during the wait
+  PostMessageW(window.Handle(), WM_KEYDOWN, VK_RETURN, 0);
+  StartClientThat([&] {
+    PostMessageW(window.Handle(), WM_KEYDOWN, VK_ESCAPE, 0);
+    PostMessageW(window.Handle(), WM_LBUTTONDOWN, MK_LBUTTON, 0);
+    window.Send();
+    window.Repaint();
+  });
+
+  // when a command waits
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"answered");
+
+  // then none was handled, and all is still there, in order
+  EXPECT_EQ(window.InputCount(), 0);
+  MSG message;
+  for (const UINT expected : {WM_KEYDOWN, WM_KEYDOWN, WM_LBUTTONDOWN}) {
+    ASSERT_TRUE(PeekMessageW(&message, window.Handle(), WM_KEYFIRST, WM_MOUSELAST, PM_REMOVE));
+    EXPECT_EQ(message.message, expected);
+  }
+}
+
+TEST_P(Wait, LeavesTheMessageToQuitInTheQueue) {
+  PostQuitMessage(5);
+  StartClientThat([&] { window.Send(); });
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"answered");
+  MSG message;
+  ASSERT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+  EXPECT_EQ(message.wParam, 5u);
+}
+
+TEST_P(Wait, GivesASecondCommandNoAnswerAtOnce) {
+  // given a window procedure that invokes a second command
+  std::wstring second = L"not invoked";
+  ULONGLONG took = 0;
+  window.OnSent([&] {
+    const Stopwatch watch;
+    second = invoker.Invoke(L"QD_PLMTaskManage", L"");
+    took = watch.Milliseconds();
+    return 1;
+  });
+  StartClientThat([&] { window.Send(); });
+
+  // when it is reached while the first waits
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"answered");
+
+  // then the second was not started, and the first and its connection go on
+  EXPECT_EQ(second, L"");
+  EXPECT_LT(took, kAtOnce);
+  ExpectOneLine(L"QD_PLMTaskManage", L"another command is still waiting");
+  EXPECT_EQ(client->Requests().size(), 1u);
+  window.OnSent([] { return 1; });
+  EXPECT_EQ(Invoke(L"QD_PLMTaskManage"), L"answered");
+  EXPECT_EQ(client->ConnectionCount(), 1);
+}
+
+TEST_P(Wait, ForABusyPipeServesLikewise) {
+  StartClient(plm_client::Settings{.instances = 1});
+  const UniqueHandle other = OpenPipe(pipe);
+  std::future<bool> served = std::async(std::launch::async, [&] {
+    Sleep(200);
+    return window.Send().has_value() && window.Repaint();
+  });
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
+  EXPECT_EQ(served.wait_for(std::chrono::seconds(0)), std::future_status::ready);
+  EXPECT_TRUE(served.get());
+}
+
+TEST_P(Wait, ForAClientThatDoesNotReadYetServesLikewise) {
+  // given a client that reads nothing of a request, which is larger than the pipe holds, before it has been
+  // served by the host's window, which invokes a second command
+  ConfigurePipe();
+  std::wstring second = L"not invoked";
+  ULONGLONG took = kAtOnce;
+  window.OnSent([&] {
+    const Stopwatch watch;
+    second = Invoke(L"QD_PLMTaskManage");
+    took = watch.Milliseconds();
+    return 17;
+  });
+  std::optional<LRESULT> sent;
+  bool painted = false;
+  const RawServer server(pipe, [&](HANDLE connection) {
+    Sleep(200);  // by then the pipe is full
+    sent = window.Send();
+    painted = window.Repaint();
+    ReadBytes(connection, 2'000'000);
+    const std::string content = R"({"jsonrpc":"2.0","id":1,"result":{"answer":"answered"}})";
+    WriteAll(connection, "Content-Length: " + std::to_string(content.size()) + "\r\n\r\n" + content);
+  });
+
+  // when the request is sent
+  EXPECT_EQ(invoker.Invoke(L"QD_PLMQuery", std::wstring(2'000'000, L'x')), L"answered");
+
+  // then the window was served, and the second command was not started
+  EXPECT_EQ(sent, 17);
+  EXPECT_TRUE(painted);
+  EXPECT_EQ(second, L"");
+  EXPECT_LT(took, kAtOnce);
+  ExpectOneLine(L"QD_PLMTaskManage", L"another command is still waiting");
+}
+
+TEST_P(Wait, OutlastsTheOwnerThatLetsGoOfTheInvoker) {
+  // given an invoker that a caller holds as well, and an owner that lets go of it during the wait
+  auto owner = std::make_shared<CZALCmdInvoker>(L"Test", L"");
+  std::shared_ptr<CZALCmdInvoker> caller = owner;
+  window.OnSent([&] {
+    owner.reset();
+    return 1;
+  });
+  StartClientThat([&] { window.Send(); });
+
+  // then the caller gets its answer, and the connection ends with the caller's hold
+  EXPECT_EQ(caller->Invoke(L"QD_PLMQuery", L""), L"answered");
+  EXPECT_FALSE(owner);
+  EXPECT_EQ(client->OpenConnectionCount(), 1);
+  caller.reset();
+  AwaitOpenConnections(0);
+}
+
+TEST_P(Wait, EndsWithoutAnAnswerWhereAWindowThrows) {
+  const ThrowingDispatch dispatch;
+  window.OnPaint([] { throw 5; });
+  StartClientThat([&] { window.Repaint(); });
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
+  ExpectOneLine(L"QD_PLMQuery", L"unknown exception");
+  window.OnPaint([] {});
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"answered");
+}
+
+TEST_P(Wait, EndsQuietlyWhereThereIsNoMemoryForTheLine) {
+  const ThrowingDispatch dispatch;
+  std::optional<FailingMemory> noMemory;
+  window.OnPaint([&] {
+    noMemory.emplace();
+    throw 5;
+  });
+  StartClientThat([&] { window.Repaint(); });
+  const std::wstring answer = Invoke(L"QD_PLMQuery");
+  noMemory.reset();
+  EXPECT_EQ(answer, L"");
+  EXPECT_TRUE(PlatformLines().empty());
+}
+
+const ThreadKind kThreadKinds[] = {{"InASingleThreadedApartment", COINIT_APARTMENTTHREADED},
+                                   {"InTheMultithreadedApartment", COINIT_MULTITHREADED},
+                                   {"WithoutCom", std::nullopt}};
+INSTANTIATE_TEST_SUITE_P(, Wait, testing::ValuesIn(kThreadKinds), CaseName<ThreadKind>);
+
+}  // namespace

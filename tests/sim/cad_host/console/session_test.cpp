@@ -1,0 +1,290 @@
+// Session scripts: what a person does, what the host is told, what is expected.
+#include "console/session.h"
+
+#include <functional>
+#include <sstream>
+#include <stdexcept>
+
+#include "CStringHelper.h"
+#include "CZALException.h"
+#include "com/registered_add_in.h"
+#include "com/test_add_in.h"
+#include "host/command_manager.h"
+#include "host_fixture.h"
+
+namespace {
+
+using cad_host::Command;
+using cad_host::HostError;
+
+constexpr const wchar_t* kTitle = L"Session test add-in";
+
+/// A session with an add-in of one item, "Item", that runs `m_on_run`.
+class SessionTest : public HostTest {
+ protected:
+  SessionTest() : m_registered(kTitle, &m_add_in), m_session(Host(), m_output) {
+    m_add_in.on_connect = [this](IDispatch* host, long cookie, VARIANT_BOOL*) {
+      const ISldWorksPtr application = ApplicationOf(host);
+      VARIANT_BOOL flag = VARIANT_FALSE;
+      application->SetAddinCallbackInfo(0, static_cast<IDispatch*>(&m_add_in), cookie, &flag);
+      return MakeItem(application, cookie);
+    };
+    m_add_in.methods[L"Run"] = [this](DISPPARAMS&, VARIANT*, EXCEPINFO*) {
+      m_on_run();
+      return S_OK;
+    };
+    m_add_in.methods[L"MayRun"] = [this](DISPPARAMS& arguments, VARIANT*, EXCEPINFO*) {
+      *arguments.rgvarg[0].plVal = m_enabled;
+      return S_OK;
+    };
+  }
+
+  static HRESULT MakeItem(const ISldWorksPtr& application, long cookie) {
+    ICommandManagerPtr manager;
+    application->GetCommandManager(cookie, &manager);
+    ICommandGroupPtr group;
+    long number = 0;
+    manager->CreateCommandGroup2(0, CComBSTR(L"Group"), CComBSTR(L""), CComBSTR(L""), -1, VARIANT_FALSE,
+                                 &number, &group);
+    return group->AddCommandItem(CComBSTR(L"Item"), -1, CComBSTR(L""), CComBSTR(L""), 0, CComBSTR(L"Run"),
+                                 CComBSTR(L"MayRun"), 0, &number);
+  }
+
+  void Run(const std::wstring& line) {
+    Command command(L"demo.txt", 12, line);
+    m_session.Run(command);
+  }
+
+  /// @return the message of the error that `line` ends with.
+  std::wstring ErrorOf(const std::wstring& line) {
+    try {
+      Run(line);
+    } catch (const HostError& error) {
+      return error.Message();
+    }
+    return L"no error";
+  }
+
+  bool Shows(const std::wstring& text) const {
+    return m_output.str().find(CStringHelper::UnicodeToUTF8(text)) != std::string::npos;
+  }
+
+  std::function<void()> m_on_run = [] {};
+  long m_enabled = 1;
+  TestAddIn m_add_in;
+  RegisteredAddIn m_registered;
+  std::ostringstream m_output;
+  cad_host::Session m_session;
+};
+
+TEST_F(SessionTest, WritesTheCommandAndWhatTheHostWasTold) {
+  Run(L"new part");
+  EXPECT_EQ(m_output.str(),
+            "> new part\n"
+            "    event FileNewNotify2(part \"Part1\", 1, \"\")\n"
+            "    event ActiveDocChangeNotify()\n"
+            "    event ActiveModelDocChangeNotify()\n");
+}
+
+TEST_F(SessionTest, ConnectsPicksAndDisconnects) {
+  int runs = 0;
+  m_on_run = [&] { ++runs; };
+  Run(std::wstring(L"connect \"") + kTitle + L"\"");
+  Run(L"pick Item");
+  Run(L"pick Run");
+  Run(L"disconnect");
+  EXPECT_EQ(runs, 2);
+  EXPECT_TRUE(Shows(L"-> ISwAddin::ConnectToSW(1) = S_OK, true"));
+  EXPECT_TRUE(Shows(L"      ICommandGroup::AddCommandItem(\"Item\""));
+  EXPECT_TRUE(Shows(L"-> Run() = S_OK"));
+}
+
+TEST_F(SessionTest, TellsAGreyedOutItem) {
+  m_enabled = 0;
+  Run(L"connect \"" + std::wstring(kTitle) + L"\"");
+  Run(L"pick Item");
+  EXPECT_TRUE(Shows(L"(greyed out)"));
+  Run(L"expect disabled Item");
+  EXPECT_EQ(m_session.FailedExpectations(), 0);
+  Run(L"expect enabled Item");
+  EXPECT_EQ(m_session.FailedExpectations(), 1);
+  EXPECT_TRUE(Shows(L"FAILED: demo.txt:12: expect enabled Item: it is greyed out"));
+  m_session.End();
+}
+
+TEST_F(SessionTest, AnswersMessageBoxesInTheOrderOfTheAnswers) {
+  std::vector<int> answers;
+  m_on_run = [&] {
+    answers.push_back(MessageBoxW(nullptr, L"Done?", L"First", MB_YESNO));
+    answers.push_back(MessageBoxW(nullptr, L"Sure?", L"Second", MB_OKCANCEL));
+  };
+  Run(L"connect \"" + std::wstring(kTitle) + L"\"");
+  Run(L"answer No");
+  Run(L"answer OK");
+  Run(L"pick Item");
+  EXPECT_EQ(answers, (std::vector<int>{IDNO, IDOK}));
+  EXPECT_TRUE(Shows(L"note: message box \"First\": \"Done?\", answered No"));
+  EXPECT_TRUE(Shows(L"note: message box \"Second\": \"Sure?\", answered OK"));
+  m_session.End();
+  EXPECT_EQ(m_session.FailedExpectations(), 0);
+}
+
+TEST_F(SessionTest, AMessageBoxWithoutAnAnswerStaysForThePerson) {
+  int answer = 0;
+  m_on_run = [&] {
+    // The person: presses Escape in a while.
+    constexpr UINT kWhile = 300;  // milliseconds
+    SetTimer(nullptr, 0, kWhile, [](HWND, UINT, UINT_PTR timer, DWORD) {
+      KillTimer(nullptr, timer);
+      PostMessageW(FindWindowW(L"#32770", L"A box"), WM_COMMAND, IDCANCEL, 0);
+    });
+    answer = MessageBoxW(nullptr, L"Stays", L"A box", MB_OKCANCEL);
+  };
+  Run(L"connect \"" + std::wstring(kTitle) + L"\"");
+  Run(L"pick Item");
+  EXPECT_EQ(answer, IDCANCEL);
+  EXPECT_TRUE(Shows(L"note: message box \"A box\": \"Stays\", left to the person"));
+  m_session.End();
+}
+
+TEST_F(SessionTest, WorksOnDocumentsComponentsAndProperties) {
+  const std::wstring bolt = MakePart(L"bolt.sldprt", 7);
+  const std::wstring top = m_folder.Path(L"top assembly.sldasm");
+  for (const std::wstring& line :
+       {std::wstring(L"new assembly"), L"insert " + bolt + L" at 1 2.5 -3",
+        std::wstring(L"property Name = \"a b\""), L"save \"" + top + L"\"",
+        std::wstring(L"select component bolt-1 at 0.5 0 0"), L"open " + bolt, L"expect active " + bolt,
+        L"activate \"" + top + L"\"", L"expect active \"" + top + L"\"",
+        std::wstring(L"expect component bolt-1 revision 7"), std::wstring(L"expect property Name = \"a b\""),
+        std::wstring(L"expect journal DocumentLoadNotify"),
+        std::wstring(L"expect no journal FileCloseNotify"), std::wstring(L"properties"),
+        std::wstring(L"components"), std::wstring(L"close bolt.sldprt")}) {
+    EXPECT_EQ(ErrorOf(line), L"no error") << testing::PrintToString(line);
+  }
+  EXPECT_EQ(m_session.FailedExpectations(), 0) << m_output.str();
+  EXPECT_EQ(Host().ActiveDocument()->path, top);
+  EXPECT_EQ(Host().ActiveDocument()->components[0]->record.position.z, -3);
+  EXPECT_EQ(Host().ActiveDocument()->selection[0].point.x, 0.5);
+  EXPECT_TRUE(Shows(L"    Name = a b"));
+  EXPECT_TRUE(Shows(L"    bolt-1 " + bolt + L" revision 7"));
+}
+
+TEST_F(SessionTest, TakesPathsRelativeToTheCurrentFolder) {
+  wchar_t before[MAX_PATH] = {};
+  GetCurrentDirectoryW(MAX_PATH, before);
+  m_folder.MakeFolder(L"parts");
+  MakePart(L"parts\\bolt.sldprt");
+  SetCurrentDirectoryW(m_folder.Path().c_str());
+  Run(L"open parts\\bolt.sldprt");
+  Run(L"expect active parts\\bolt.sldprt");
+  SetCurrentDirectoryW(before);
+  EXPECT_EQ(m_session.FailedExpectations(), 0) << m_output.str();
+}
+
+struct FailingExpectation {
+  const wchar_t* line;
+  const wchar_t* why;
+};
+
+class FailingExpectationTest : public SessionTest, public testing::WithParamInterface<FailingExpectation> {};
+
+TEST_P(FailingExpectationTest, IsCountedAndSaysWhatIsThere) {
+  Run(L"new part");
+  Run(L"property Name = bolt");
+  Run(GetParam().line);
+  EXPECT_EQ(m_session.FailedExpectations(), 1);
+  EXPECT_TRUE(Shows(std::wstring(L"FAILED: demo.txt:12: ") + GetParam().line + L": " + GetParam().why));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, FailingExpectationTest,
+    testing::Values(FailingExpectation{L"expect active nothing", L"Part1 is"},
+                    FailingExpectation{L"expect active Part2", L"Part1 is"},
+                    FailingExpectation{L"expect journal ConnectToSW", L"no line has it"},
+                    FailingExpectation{L"expect no journal FileNewNotify2", L"a line has it"},
+                    FailingExpectation{L"expect property Name = nut", L"it is \"bolt\""},
+                    FailingExpectation{L"expect property Other = nut", L"there is no such property"},
+                    FailingExpectation{L"expect component bolt-1 suppressed",
+                                       L"there is no such component"}));
+
+struct BadLine {
+  const wchar_t* line;
+  const wchar_t* error;
+};
+
+class BadLineTest : public SessionTest, public testing::WithParamInterface<BadLine> {};
+
+TEST_P(BadLineTest, NamesFileLineAndWhatIsWrong) {
+  EXPECT_EQ(ErrorOf(GetParam().line), std::wstring(L"demo.txt:12: ") + GetParam().error);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Numbers, BadLineTest,
+    testing::Values(BadLine{L"fault fail the 99999999999 OpenDoc6 with 80004005",
+                            L"\"99999999999\" is no number of a call; 1 to 999999999 are"},
+                    BadLine{L"fault the 99999999999th OpenDoc6 returns nothing",
+                            L"\"99999999999\" is no number of a call; 1 to 999999999 are"},
+                    BadLine{L"insert bolt.sldprt at 1e999 0 0", L"\"1e999\" is no number for x"},
+                    BadLine{L"insert bolt.sldprt at 0 nan 0", L"\"nan\" is no number for y"},
+                    BadLine{L"insert bolt.sldprt at 0 0 1mm", L"\"1mm\" is no number for z"},
+                    BadLine{L"expect component bolt-1 revision 99999999999",
+                            L"\"99999999999\" is no whole number for a revision"},
+                    BadLine{L"expect component bolt-1 revision 1.5",
+                            L"\"1.5\" is no whole number for a revision"}));
+
+INSTANTIATE_TEST_SUITE_P(All, BadLineTest,
+                         testing::Values(BadLine{L"frobnicate", L"unknown command \"frobnicate\""},
+                                         BadLine{L"expect miracles", L"unknown command \"miracles\""},
+                                         BadLine{L"open", L"a path is missing"},
+                                         BadLine{L"open a b", L"\"b\" is one word too many"},
+                                         BadLine{L"open \"a b", L"a quote that does not end"},
+                                         BadLine{L"new table", L"\"table\" is no type"},
+                                         BadLine{L"pick Item", L"no add-in is connected"},
+                                         BadLine{L"save", L"no document is open"},
+                                         BadLine{L"close top", L"no open document \"top\""},
+                                         BadLine{L"answer Perhaps",
+                                                 L"\"Perhaps\" is no button of a message box"},
+                                         BadLine{L"open Z:\\none.sldprt", L"Z:\\none.sldprt: no such file"}));
+
+struct Exception {
+  void (*throws)();
+  const wchar_t* text;
+};
+
+class ExceptionTest : public SessionTest, public testing::WithParamInterface<Exception> {};
+
+TEST_P(ExceptionTest, OfAnyKindEndsTheCommandWithFileAndLine) {
+  m_on_run = GetParam().throws;
+  Run(L"connect \"" + std::wstring(kTitle) + L"\"");
+  EXPECT_EQ(ErrorOf(L"pick Item"), std::wstring(L"demo.txt:12: ") + GetParam().text);
+  EXPECT_TRUE(Shows(L"-> Run()")) << "what happened until then";
+  m_session.End();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, ExceptionTest,
+    testing::Values(Exception{[] { throw HostError(L"no 螺栓"); }, L"no 螺栓"},
+                    Exception{[] { throw CZALException(E_FAIL, L"坏"); },
+                              L"left by an exception: 坏 (0x80004005)"},
+                    Exception{[] { throw _com_error(E_ABORT); }, L"left by a COM error: 0x80004004"},
+                    Exception{[] { throw std::out_of_range("stoi"); }, L"left by an exception: stoi"},
+                    Exception{[] { throw 1; }, L"left by an exception of an unknown kind"}));
+
+TEST_F(SessionTest, TheEndCountsWhatIsLeftOver) {
+  IDispatchPtr kept;
+  m_on_run = [&] { Host().Application()->ActivateDoc(CComBSTR(L"Part1"), &kept); };
+  Run(L"new part");
+  Run(L"connect \"" + std::wstring(kTitle) + L"\"");
+  Run(L"pick Item");
+  Run(L"fault fail the 3rd OpenDoc6 with 80004005");
+  Run(L"answer OK");
+  m_session.End();
+  EXPECT_EQ(m_session.FailedExpectations(), 3);
+  EXPECT_TRUE(Shows(L"FAILED: still held from outside: part \"Part1\", 1 times"));
+  EXPECT_TRUE(Shows(L"FAILED: a fault never happened: call 3 of OpenDoc6"));
+  EXPECT_TRUE(Shows(L"FAILED: 1 answers that no message box asked for"));
+  EXPECT_TRUE(Host().ConnectedAddIns().empty());
+  Host().GetFaults().Clear();
+}
+
+}  // namespace

@@ -1,0 +1,3 @@
+#include "run_tests.h"
+
+int main(int argc, char** argv) { return RunTests(argc, argv); }
