@@ -1,7 +1,6 @@
 #include "solidworks_add_in.h"
 
 #include "CDisplayErrorMsg.h"
-#include "DrawingHelper.h"
 #include "module/application.h"
 #include "module/dispatch.h"
 

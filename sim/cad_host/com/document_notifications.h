@@ -5,9 +5,9 @@
 #include <memory>
 #include <utility>
 
-#include "application_events.h"
 #include "base/com_pointers.h"
 #include "documents/document_observer.h"
+#include "event_source.h"
 #include "services.h"
 
 namespace cad_host {

@@ -7,11 +7,11 @@
 #include <utility>
 
 #include "add_ins.h"
-#include "application_events.h"
 #include "com_apartment.h"
 #include "commands/command_interface.h"
 #include "document_notifications.h"
 #include "documents/documents.h"
+#include "event_source.h"
 #include "services.h"
 #include "type_library.h"
 

@@ -1,7 +1,7 @@
 /// @file Custom properties in a file's user-defined property set.
 #pragma once
 
-#include "cad_host/model_file.h"
+#include "cad_host/custom_property.h"
 #include "compound_file.h"
 
 namespace cad_host {

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "cad_host/model_file.h"
+#include "cad_host/custom_property.h"
 
 namespace cad_host {
 

@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "cad_host/model_file.h"
+#include "cad_host/custom_property.h"
 
 namespace cad_host {
 

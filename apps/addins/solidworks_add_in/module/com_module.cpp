@@ -2,29 +2,7 @@
 
 #include <comdef.h>
 
-#include <algorithm>
-
 #include "base/module_path.h"
-#include "class_factory.h"
-#include "registrar.h"
-#include "type_library.h"
-
-namespace {
-
-/// The thread's locale is the system's while this lives: what registration writes must not depend on who
-/// runs it.
-class SystemLocale {
- public:
-  SystemLocale() noexcept : m_saved(GetThreadLocale()) { SetThreadLocale(LOCALE_SYSTEM_DEFAULT); }
-  SystemLocale(const SystemLocale&) = delete;
-  SystemLocale& operator=(const SystemLocale&) = delete;
-  ~SystemLocale() { SetThreadLocale(m_saved); }
-
- private:
-  LCID m_saved;
-};
-
-}  // namespace
 
 CSolidWorksAddInModule& CSolidWorksAddInModule::Instance() noexcept {
   static CSolidWorksAddInModule module;
@@ -40,32 +18,4 @@ std::wstring CSolidWorksAddInModule::Path() const {
   std::wstring path = ModulePath(m_handle);
   if (path.empty()) _com_issue_error(HRESULT_FROM_WIN32(GetLastError()));
   return path;
-}
-
-HRESULT CSolidWorksAddInModule::GetClassObject(REFCLSID id, REFIID iid, void** object) const noexcept {
-  if (!object) return E_POINTER;
-  *object = nullptr;
-  const auto found = std::ranges::find_if(m_classes, [&id](const auto& known) { return known.id == id; });
-  if (found == m_classes.end()) return CLASS_E_CLASSNOTAVAILABLE;
-  return CreateComObject<ClassFactory>(iid, object, *found);
-}
-
-HRESULT CSolidWorksAddInModule::Register() const noexcept {
-  const SystemLocale locale;
-  for (const CreatableClass& registered : m_classes) {
-    const HRESULT result = registrar::Register(registered);
-    if (FAILED(result)) return result;
-  }
-  return type_library::Register();
-}
-
-HRESULT CSolidWorksAddInModule::Unregister() const noexcept {
-  const SystemLocale locale;
-  HRESULT first = S_OK;
-  for (const CreatableClass& registered : m_classes) {
-    const HRESULT result = registrar::Unregister(registered);
-    if (SUCCEEDED(first)) first = result;
-  }
-  const HRESULT result = type_library::Unregister();
-  return FAILED(first) ? first : result;
 }

@@ -3,7 +3,7 @@
 #include "CCADStringHelper.h"
 #include "CStringHelper.h"
 #include "CVariantHelper.h"
-#include "custom_properties.h"
+#include "active_properties.h"
 #include "diagnostics/diagnostics.h"
 #include "solidworks_add_in.h"
 

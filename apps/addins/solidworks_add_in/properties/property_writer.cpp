@@ -1,6 +1,6 @@
 // Writing values into the custom properties that the active document already has.
 #include "CStringHelper.h"
-#include "custom_properties.h"
+#include "active_properties.h"
 #include "diagnostics/diagnostics.h"
 #include "resources/resource_ids.h"
 #include "solidworks_add_in.h"

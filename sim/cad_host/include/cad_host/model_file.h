@@ -6,17 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "cad_host/custom_property.h"
 #include "host/constants.h"
 
 namespace cad_host {
-
-struct CustomProperty {
-  std::wstring name;
-  std::wstring text;  ///< as typed; may hold expressions such as "SW-Mass@bolt.SLDPRT", with the quotes
-  swCustomInfoType_e type = swCustomInfoText;
-};
-
-using CustomProperties = std::vector<CustomProperty>;
 
 /// A place in the model's space, in metres.
 struct Point {

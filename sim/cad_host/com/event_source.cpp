@@ -1,4 +1,4 @@
-#include "application_events.h"
+#include "event_source.h"
 
 #include <algorithm>
 #include <string>

@@ -1,4 +1,4 @@
-#include "custom_properties.h"
+#include "active_properties.h"
 
 #include "CVariantHelper.h"
 #include "diagnostics/diagnostics.h"
