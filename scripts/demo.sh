@@ -1,5 +1,15 @@
 # Sourced by ./dev: the main job, run for real.
 
+help_demo() {
+  cat <<'TEXT'
+usage: ./dev demo [--fast]
+
+Builds the add-in and both simulators, runs the main job for real and prints what happens.
+
+  --fast   does not wait anywhere for a reader (so far the demo never does)
+TEXT
+}
+
 # wait_for_client LOG PID: until the PLM client serves its pipe; fails where it ended.
 wait_for_client() {
   local tries
@@ -12,7 +22,10 @@ wait_for_client() {
 }
 
 demo() {
-  build
+  [ "${1:-}" = --fast ] && shift
+  no_arguments demo "$@"
+  setup_product
+  build_preset windows solidworks_add_in cad_host_console plm_client_console
   # The add-in's folders and the models lie on the prefix's drive C, so that the answers can name them.
   export WINEPREFIX="$root/build/windows/wine" TAVO_HOME='C:\tavo-demo\home'
   local bin=build/windows/bin folder="$WINEPREFIX/drive_c/tavo-demo" client

@@ -1,34 +1,83 @@
-# Sourced by ./dev: the format and the static analysis of all of the project's own code.
+# Sourced by ./dev: the format, the includes and the static analysis of all of the project's own code.
 
-source_files() { git ls-files -- '*.cpp' '*.h'; }
+help_format() {
+  cat <<'TEXT'
+usage: ./dev format
+
+Puts every source file into the project's format.
+TEXT
+}
+
+help_lint() {
+  cat <<'TEXT'
+usage: ./dev lint [--changed [COMMIT]]
+
+Checks format and includes and runs the static analysis, over everything.
+
+  --changed [COMMIT]   analyses only what differs from COMMIT (HEAD if not given): changed sources, and the
+                       sources that include a changed header
+TEXT
+}
+
+source_files() { git ls-files --cached --others --exclude-standard -- '*.cpp' '*.h'; }
 
 format() {
-  install_packages
+  no_arguments format "$@"
+  install_packages clang-format
   source_files | xargs clang-format -i
 }
 
 # mingw_flags: what makes clang read the code as the cross compiler does.
 mingw_flags() {
   local folder
-  printf -- '--extra-arg=%s\n' --target=x86_64-w64-windows-gnu -fms-extensions -nostdinc++
+  # Reserved slots are overloads of one name on purpose (host/slots.h).
+  printf -- '--extra-arg=%s\n' --target=x86_64-w64-windows-gnu -fms-extensions -nostdinc++ -Wno-overloaded-virtual
   x86_64-w64-mingw32-g++-posix -xc++ -E -v /dev/null 2>&1 >/dev/null |
     sed -n '/^#include </,/^End of search/s/^ //p' | grep -v '/lib/gcc/.*/include\(-fixed\)\?$' |
     while read -r folder; do printf -- '--extra-arg=-isystem%s\n' "$(realpath "$folder")"; done
 }
 
+# changed_sources COMMIT: the sources that differ, and those that include a header that does.
+changed_sources() {
+  local file
+  { git diff --name-only --diff-filter=d "$1"; git ls-files --others --exclude-standard; } |
+    grep -E '\.(cpp|h)$' | sort -u | while read -r file; do
+    case "$file" in
+      *.cpp) echo "$file" ;;
+      *.h) git grep -l --untracked "#include \"\(.*/\)\?$(basename "$file")\"" -- '*.cpp' || true ;;
+    esac
+  done | sort -u
+}
+
 lint() {
-  setup
-  configure
+  local sources
+  case "${1:-}" in
+    '') sources="$(source_files | grep '\.cpp$')" ;;
+    --changed)
+      git rev-parse --quiet --verify "${2:-HEAD}^{commit}" >/dev/null || fail "no such commit: $2"
+      [ $# -le 2 ] || refuse lint "$3"
+      sources="$(changed_sources "${2:-HEAD}")"
+      ;;
+    *) refuse lint "$1" ;;
+  esac
+  setup_lint
+  configure windows
   say "checking the format"
   source_files | xargs clang-format --dry-run -Werror || fail "run ./dev format"
-  # The generated headers that the analysis needs; the sources are read as for the windows preset.
+  say "checking the includes"
+  python3 scripts/check_includes.py
+  # The generated headers that the analysis needs. Sources are read as for the windows preset, but each with
+  # the headers that it includes itself.
   cmake --build --preset windows --target add_in_interfaces -- --quiet
+  mkdir -p build/tidy
+  sed -E 's/ -include [^ ]*cmake_pch\.hxx//; s/ -Winvalid-pch//g; s/ -Wno-(restrict|stringop-[a-z]+)//g' \
+    build/windows/compile_commands.json >build/tidy/compile_commands.json
   say "running the static analysis"
   local extra
   mapfile -t extra < <(mingw_flags)
-  git ls-files -- '*.cpp' | grep -v Posix | xargs -P "$(nproc)" -n 4 \
-    clang-tidy-16 -p build/windows --quiet "${extra[@]}" >build/clang-tidy.log 2>/dev/null || {
-      grep -E 'error:' build/clang-tidy.log | sort -u >&2
-      fail "the static analysis found something: see build/clang-tidy.log"
+  grep -v posix <<<"$sources" | sed '/^$/d' | xargs -r -P "$(nproc)" -n 4 \
+    clang-tidy-16 -p build/tidy --quiet "${extra[@]}" >build/tidy/findings.log 2>/dev/null || {
+      grep -E 'error:' build/tidy/findings.log | sort -u >&2
+      fail "the static analysis found something: see build/tidy/findings.log"
     }
 }

@@ -1,21 +1,34 @@
-# Sourced by ./dev: brings a bare Debian 12 machine to where the project builds.
+# Sourced by ./dev: brings a bare Debian 12 machine to where the project builds. Each verb asks for its own part.
 
-packages=(
-  g++ cmake ninja-build make pkg-config python3-minimal                 # native build and scripts
-  g++-mingw-w64-x86-64-posix mingw-w64-tools                            # cross build, widl
-  wine wine64 libwine-dev xvfb xauth fonts-dejavu-core fonts-wqy-microhei  # running it
-  rapidjson-dev googletest dpkg-dev                                     # libraries, source packages
-  libgsf-bin                                                            # tests: an independent reader of OLE files
-  clang-format clang-tidy-16                                            # ./dev lint
+help_setup() {
+  cat <<'TEXT'
+usage: ./dev setup
+
+Installs the Debian packages that are missing for all verbs (with sudo if you are not root) and builds the
+dependencies under build/deps. Other verbs do their own part of this.
+TEXT
+}
+
+product_packages=(
+  cmake ninja-build make                                                # build
+  g++-mingw-w64-x86-64-posix mingw-w64-tools libwine-dev                # cross build, widl
+  wine wine64 xvfb xauth fonts-dejavu-core fonts-wqy-microhei           # running it
+  rapidjson-dev dpkg-dev                                                # libraries, source packages
 )
+test_packages=(
+  g++ pkg-config googletest                                             # native build, test framework
+  libgsf-bin                                                            # an independent reader of OLE files
+)
+lint_packages=(clang-format clang-tidy-16 python3-minimal)
 
 as_root() {
   if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi
 }
 
+# install_packages PACKAGE ...: installs those that are missing.
 install_packages() {
   local missing=() package
-  for package in "${packages[@]}"; do
+  for package in "$@"; do
     dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
   done
   [ ${#missing[@]} -eq 0 ] && return
@@ -56,21 +69,23 @@ build_dependency() {
   local toolchain=()
   [ "$kind" = windows ] && toolchain=(-DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64.cmake")
   {
-    cmake -S "$source" -B "$work" -G Ninja -DCMAKE_BUILD_TYPE=Release "${toolchain[@]}" \
+    cmake --fresh -S "$source" -B "$work" -G Ninja -DCMAKE_BUILD_TYPE=Release "${toolchain[@]}" \
       -DCMAKE_INSTALL_PREFIX="$prefix" -DCMAKE_INSTALL_LIBDIR=lib "$@" &&
     cmake --build "$work" && cmake --install "$work"
   } >"$prefix/$name.log" 2>&1 || fail "$name does not build: see $prefix/$name.log"
   echo "$*" >"$stamp"
 }
 
-setup() {
-  install_packages
-  mkdir -p build/deps/windows/include build/deps/native/include
-  # RapidJSON is headers only; /usr/include itself must never be on the cross compiler's path.
-  cp -ru /usr/include/rapidjson build/deps/windows/include/
-  cp -ru /usr/include/rapidjson build/deps/native/include/
-  build_dependency native googletest /usr/src/googletest -DBUILD_GMOCK=OFF
-  build_dependency windows googletest /usr/src/googletest -DBUILD_GMOCK=OFF
+# use_rapidjson KIND: headers only; /usr/include itself must never be on the cross compiler's path.
+use_rapidjson() {
+  mkdir -p "build/deps/$1/include"
+  cp -ru /usr/include/rapidjson "build/deps/$1/include/"
+}
+
+# setup_product: what the add-in and the simulators are built from and run with.
+setup_product() {
+  install_packages "${product_packages[@]}"
+  use_rapidjson windows
   # No thread pool: a DLL that joins threads while it unloads deadlocks. With wide file names: a log folder
   # may lie below a user's name in any script, and MinGW's streams take such names although the library
   # believes it of another compiler's only.
@@ -78,4 +93,24 @@ setup() {
     -DCMAKE_CXX_FLAGS=-DLOG4CPLUS_FSTREAM_ACCEPTS_WCHAR_T \
     -DUNICODE=ON -DBUILD_SHARED_LIBS=OFF -DLOG4CPLUS_ENABLE_THREAD_POOL=OFF \
     -DLOG4CPLUS_BUILD_TESTING=OFF -DLOG4CPLUS_BUILD_LOGGINGSERVER=OFF -DWITH_UNIT_TESTS=OFF
+}
+
+# setup_tests: what the tests need beside the product.
+setup_tests() {
+  install_packages "${product_packages[@]}" "${test_packages[@]}"
+  setup_product
+  use_rapidjson native
+  build_dependency native googletest /usr/src/googletest -DBUILD_GMOCK=OFF
+  build_dependency windows googletest /usr/src/googletest -DBUILD_GMOCK=OFF
+}
+
+# setup_lint: what the analysis reads beside the sources, and what it is.
+setup_lint() {
+  install_packages "${product_packages[@]}" "${test_packages[@]}" "${lint_packages[@]}"
+  setup_tests
+}
+
+setup() {
+  no_arguments setup "$@"
+  setup_lint
 }

@@ -1,42 +1,102 @@
-# Sourced by ./dev: runs every test program and adds the results up.
+# Sourced by ./dev: runs test programs and adds the results up.
 
-# run_tests PRESET: runs the preset's test programs; what fails is printed.
-run_tests() {
-  say "running the tests of build/$1"
-  rm -rf "build/$1/test-results"
-  ctest --preset "$1" --no-tests=error --quiet --output-log "build/$1/tests.log" || true
+help_test() {
+  cat <<'TEXT'
+usage: ./dev test [--debug] [PROGRAM [FILTER]]
+
+Builds and runs every test program, or one; the last line is "N passed, N failed". What a program printed lies in
+build/*/test-output/PROGRAM.txt.
+
+  PROGRAM   such as invoker_test; ./dev test list prints all
+  FILTER    runs only the tests whose Suite.Name matches, such as 'Framing*' or '*Frame.Is*'
+  --debug   runs the programs of build/windows-debug
+TEXT
 }
 
-# count_results: adds up passed and failed tests of all test programs. A program without results (it
-# crashed, hung or was not built) counts as one failure. The last line is "N passed, N failed".
-count_results() {
-  local passed=0 failed=0 preset program results tests failures
-  for preset in windows native; do
-    while read -r program; do
-      results="build/$preset/test-results/$program.xml"
-      if [ -s "$results" ]; then
-        read -r tests failures < <(sed -nE \
-          's/^<testsuites tests="([0-9]+)" failures="([0-9]+)".*/\1 \2/p' "$results")
-        passed=$((passed + tests - failures)) failed=$((failed + failures))
-        [ "$failures" -eq 0 ] || sed -nE \
-          '/<testcase /{s/.*<testcase name="([^"]*)".*classname="([^"]*)".*/\2.\1/;h}; /<failure /{x;p;x}' \
-          "$results" | sort -u | sed "s|^|failed: $preset $program: |"
-      else
-        echo "failed: $preset $program: no results; see build/$preset/tests.log"
-        failed=$((failed + 1))
-      fi
-    done < <(ctest --preset "$preset" --show-only=json-v1 |
-             sed -nE 's/^ *"name" *: *"([a-z_0-9]+_test)".*/\1/p')
+# programs_of PRESET: the names of its test programs.
+programs_of() {
+  ctest --preset "$1" --show-only=json-v1 | sed -nE 's/^ *"name" *: *"([a-z_0-9]+_test)".*/\1/p'
+}
+
+# run_program PRESET PROGRAM [FILTER]: runs one test program; what it prints goes into a file.
+run_program() {
+  local output="build/$1/test-output/$2.txt"
+  rm -f "build/$1/test-results/$2.xml"
+  mkdir -p "build/$1/test-output"
+  GTEST_FILTER="${3:-*}" ctest --preset "$1" --tests-regex "^$2\$" --no-tests=error --quiet --verbose \
+    --output-log "$output" || true
+}
+
+# show_failures PRESET PROGRAM: the failed tests of a program, and what they printed.
+show_failures() {
+  local results="build/$1/test-results/$2.xml" output="build/$1/test-output/$2.txt" name
+  if [ ! -s "$results" ]; then
+    echo "failed: $1 $2: the program ended early; the end of $output:"
+    tail -n 40 "$output" | sed 's/^/    /'
+    return
+  fi
+  sed -nE '/<testcase /{s/.*<testcase name="([^"]*)".*classname="([^"]*)".*/\2.\1/;h}; /<failure /{x;p;x}' \
+    "$results" | uniq | while read -r name; do
+    echo "failed: $1 $2: $name; see $output:"
+    sed -nE "s/^[0-9]+: //; /\[ RUN      \] ${name//\//\\/}\$/,/\[  FAILED  \] ${name//\//\\/}/p" "$output" |
+      head -n 40 | sed 's/^/    /'
   done
-  echo "$passed passed, $failed failed"
-  [ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]
+}
+
+# count_results PRESET PROGRAM: adds up `passed` and `failed`. A program without results (it crashed, hung or
+# was not built) counts as one failure.
+count_results() {
+  local results="build/$1/test-results/$2.xml" tests failures
+  if [ -s "$results" ]; then
+    read -r tests failures < <(sed -nE 's/^<testsuites tests="([0-9]+)" failures="([0-9]+)".*/\1 \2/p' "$results")
+    passed=$((passed + tests - failures)) failed=$((failed + failures))
+    [ "$failures" -eq 0 ] || show_failures "$1" "$2"
+  else
+    failed=$((failed + 1))
+    show_failures "$1" "$2"
+  fi
 }
 
 test() {
-  build
+  local windows=windows words=() argument preset program known=false
+  for argument in "$@"; do
+    case "$argument" in
+      --debug) windows=windows-debug ;;
+      -*) refuse test "$argument" ;;
+      *) words+=("$argument") ;;
+    esac
+  done
+  [ ${#words[@]} -le 2 ] || refuse test "${words[2]}"
+  local wanted="${words[0]:-}" filter="${words[1]:-}"
+
+  setup_tests
+  configure "$windows"
+  configure native
+  if [ "$wanted" = list ]; then
+    for preset in native "$windows"; do programs_of "$preset" | sed "s/^/$preset /"; done
+    return
+  fi
+  if [ -n "$wanted" ]; then
+    for preset in native "$windows"; do
+      programs_of "$preset" | grep -qx "$wanted" && known=true
+    done
+    $known || fail "no such test program: $wanted; ./dev test list prints all"
+  fi
+
+  build_preset "$windows" ${wanted:+"$wanted"}
+  build_preset native ${wanted:+"$wanted"}
   start_wine
-  run_tests native
-  run_tests windows
+  passed=0 failed=0
+  for preset in native "$windows"; do
+    say "running the tests of build/$preset"
+    while read -r program <&3; do
+      [ -z "$wanted" ] || [ "$program" = "$wanted" ] || continue
+      run_program "$preset" "$program" "$filter"
+      count_results "$preset" "$program"
+    done 3< <(programs_of "$preset")
+  done
   stop_wine
-  count_results
+  [ -z "$wanted" ] || say "output: $(ls build/*/test-output/"$wanted".txt | tr '\n' ' ')"
+  echo "$passed passed, $failed failed"
+  [ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]
 }

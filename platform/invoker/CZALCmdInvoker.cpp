@@ -63,7 +63,7 @@ class CZALCmdInvoker::Impl {
       : m_name(std::move(name)), m_file(file.empty() ? kDefaultFile : std::move(file)) {}
 
   std::wstring Invoke(const std::wstring& command, const std::wstring& json) {
-    const CommandUnderWay underWay(m_busy);
+    const CommandUnderWay under_way(m_busy);
     const std::uint64_t id = ++m_lastId;
     // Before connecting: what cannot be sent costs no connection and starts no client.
     const std::string request = invoker::MakeFrame(invoker::MakeRequest(id, command, json));

@@ -74,7 +74,7 @@ std::wstring ReadFile(const std::wstring& path, ClientConfiguration& configurati
   Members members(file);
   configuration.pipe = members.Text("pipe").value_or(L"");
   configuration.program = members.Text("client").value_or(L"");
-  configuration.startTimeout = members.Milliseconds("startTimeoutMs").value_or(configuration.startTimeout);
+  configuration.start_timeout = members.Milliseconds("startTimeoutMs").value_or(configuration.start_timeout);
   return members.Faults();
 }
 

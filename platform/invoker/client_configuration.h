@@ -9,7 +9,7 @@ namespace invoker {
 struct ClientConfiguration {
   std::wstring pipe;     ///< the pipe's name, without `\\.\pipe\`
   std::wstring program;  ///< the program that serves it; empty: none is started
-  std::chrono::milliseconds startTimeout{15'000};
+  std::chrono::milliseconds start_timeout{15'000};
 };
 
 /// Reads the configuration file `file` of the configuration `name`; what it leaves unsaid, or says

@@ -39,7 +39,7 @@ UniqueHandle Open(const std::wstring& path, ServingWait& wait) {
 UniqueHandle StartAndOpen(const ClientConfiguration& configuration, const std::wstring& path,
                           ServingWait& wait) {
   const UniqueHandle process = StartClientProgram(configuration.program);
-  const auto end = steady_clock::now() + configuration.startTimeout;
+  const auto end = steady_clock::now() + configuration.start_timeout;
   for (;;) {
     // Looked at before the pipe: a launcher may end once the pipe is there.
     const bool ended = wait.Pause(milliseconds(0), process.get());
@@ -47,7 +47,7 @@ UniqueHandle StartAndOpen(const ClientConfiguration& configuration, const std::w
     if (ended) throw NoAnswer{configuration.program + L" ended without serving the pipe " + path};
     if (steady_clock::now() >= end) {
       throw NoAnswer{configuration.program + L" did not serve the pipe " + path + L" within " +
-                     std::to_wstring(configuration.startTimeout.count()) + L" ms"};
+                     std::to_wstring(configuration.start_timeout.count()) + L" ms"};
     }
     wait.Pause(kPollInterval, process.get());
   }

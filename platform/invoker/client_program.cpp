@@ -26,13 +26,13 @@ UniqueHandle StartClientProgram(const std::wstring& program) {
   const std::filesystem::path path(program);
   if (!path.is_absolute()) throw NoAnswer{L"the client program " + program + L" is no full path"};
   const std::wstring folder = path.parent_path().wstring();
-  std::wstring commandLine = L"\"" + program + L"\"";
+  std::wstring command_line = L"\"" + program + L"\"";
 
   STARTUPINFOW startup{};
   startup.cb = sizeof(startup);
   PROCESS_INFORMATION process{};
-  const NoSystemBoxes noBoxes;
-  if (!CreateProcessW(SystemPath(program).c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
+  const NoSystemBoxes no_boxes;
+  if (!CreateProcessW(SystemPath(program).c_str(), command_line.data(), nullptr, nullptr, FALSE, 0, nullptr,
                       folder.c_str(), &startup, &process)) {
     throw SystemFailure(L"the client program " + program + L" cannot be started");
   }

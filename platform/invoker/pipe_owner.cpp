@@ -48,8 +48,8 @@ std::wstring UserSidText() {
   return text;
 }
 
-bool IsTrustedOwner(PSID owner, PSID user, PSID defaultOwner) {
-  return !owner || EqualSid(owner, user) || EqualSid(owner, defaultOwner);
+bool IsTrustedOwner(PSID owner, PSID user, PSID default_owner) {
+  return !owner || EqualSid(owner, user) || EqualSid(owner, default_owner);
 }
 
 void CheckPipeOwner(HANDLE pipe) {
@@ -60,8 +60,8 @@ void CheckPipeOwner(HANDLE pipe) {
   const LocalMemory<void> owned(descriptor);
   if (error != ERROR_SUCCESS) throw PipeFailure(L"the owner of the pipe cannot be found out", error);
   const TokenUserInformation user(TokenUser);
-  const TokenOwnerInformation defaultOwner(TokenOwner);
-  if (!IsTrustedOwner(owner, user->User.Sid, defaultOwner->Owner)) {
+  const TokenOwnerInformation default_owner(TokenOwner);
+  if (!IsTrustedOwner(owner, user->User.Sid, default_owner->Owner)) {
     throw NoAnswer{L"the pipe belongs to another user"};
   }
 }

@@ -13,7 +13,7 @@ std::wstring UserSidText();
 
 /// Whether a pipe of `owner` may be talked to by a process of `user` whose new objects belong to
 /// `defaultOwner`. An object without an owner is one that no other account has made its own.
-bool IsTrustedOwner(PSID owner, PSID user, PSID defaultOwner);
+bool IsTrustedOwner(PSID owner, PSID user, PSID default_owner);
 
 /// @throws NoAnswer where the pipe belongs to another than the user of this process, or to nobody who can
 ///         be found out.

@@ -34,10 +34,10 @@ class WaitMessageFilter::Filter final : public IMessageFilter {
 
   /// Puts the host's filter back, unless the host replaced this one by another.
   void Restore() {
-    ComPtr<IMessageFilter> inPlace;
+    ComPtr<IMessageFilter> in_place;
     m_waiting = false;
-    if (FAILED(CoRegisterMessageFilter(m_hosts.Get(), &inPlace)) || inPlace.Get() == this) return;
-    CoRegisterMessageFilter(inPlace.Get(), nullptr);
+    if (FAILED(CoRegisterMessageFilter(m_hosts.Get(), &in_place)) || in_place.Get() == this) return;
+    CoRegisterMessageFilter(in_place.Get(), nullptr);
   }
 
   std::exception_ptr TakeThrown() { return std::exchange(m_thrown, nullptr); }
@@ -61,19 +61,19 @@ class WaitMessageFilter::Filter final : public IMessageFilter {
     return S_OK;
   }
 
-  DWORD STDMETHODCALLTYPE HandleInComingCall(DWORD callType, HTASK caller, DWORD ticks,
+  DWORD STDMETHODCALLTYPE HandleInComingCall(DWORD call_type, HTASK caller, DWORD ticks,
                                              INTERFACEINFO* info) override {
-    if (m_hosts) return m_hosts->HandleInComingCall(callType, caller, ticks, info);
+    if (m_hosts) return m_hosts->HandleInComingCall(call_type, caller, ticks, info);
     return SERVERCALL_ISHANDLED;
   }
 
-  DWORD STDMETHODCALLTYPE RetryRejectedCall(HTASK callee, DWORD ticks, DWORD rejectType) override {
-    return m_hosts ? m_hosts->RetryRejectedCall(callee, ticks, rejectType) : kCancelRejectedCall;
+  DWORD STDMETHODCALLTYPE RetryRejectedCall(HTASK callee, DWORD ticks, DWORD reject_type) override {
+    return m_hosts ? m_hosts->RetryRejectedCall(callee, ticks, reject_type) : kCancelRejectedCall;
   }
 
-  DWORD STDMETHODCALLTYPE MessagePending(HTASK callee, DWORD ticks, DWORD pendingType) override {
+  DWORD STDMETHODCALLTYPE MessagePending(HTASK callee, DWORD ticks, DWORD pending_type) override {
     if (m_waiting) return ServeWindows();
-    if (m_hosts) return m_hosts->MessagePending(callee, ticks, pendingType);
+    if (m_hosts) return m_hosts->MessagePending(callee, ticks, pending_type);
     return PENDINGMSG_WAITDEFPROCESS;
   }
 

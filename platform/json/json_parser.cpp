@@ -21,7 +21,7 @@ constexpr unsigned kParseFlags = rapidjson::kParseIterativeFlag | rapidjson::kPa
 /// through. `text` is what the parser accepted: backslashes stand in strings only, escapes are whole and
 /// a high surrogate has its low one.
 std::optional<std::size_t> FindLoneLowSurrogate(std::string_view text) {
-  constexpr std::size_t escape_length = 6;  // \uXXXX
+  constexpr std::size_t kEscapeLength = 6;  // \uXXXX
   std::size_t place = 0;
   while ((place = text.find('\\', place)) != std::string_view::npos) {
     if (text[place + 1] != 'u') {
@@ -29,10 +29,10 @@ std::optional<std::size_t> FindLoneLowSurrogate(std::string_view text) {
       continue;
     }
     unsigned unit = 0;
-    std::from_chars(text.data() + place + 2, text.data() + place + escape_length, unit, 16);
+    std::from_chars(text.data() + place + 2, text.data() + place + kEscapeLength, unit, 16);
     if (unit >= 0xDC00 && unit <= 0xDFFF) return place;
     const bool is_high = unit >= 0xD800 && unit <= 0xDBFF;
-    place += is_high ? 2 * escape_length : escape_length;
+    place += is_high ? 2 * kEscapeLength : kEscapeLength;
   }
   return std::nullopt;
 }

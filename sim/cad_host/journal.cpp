@@ -19,9 +19,9 @@ std::vector<JournalEntry> Select(const std::vector<JournalEntry>& entries, auto&
 }  // namespace
 
 std::wstring JournalEntry::Text() const {
-  if (kind == Kind::Note) return L"note: " + method;
-  if (kind == Kind::Event) return L"event " + method + L"(" + arguments + L")";
-  std::wstring text = kind == Kind::Callee ? L"-> " : L"";
+  if (kind == Kind::kNote) return L"note: " + method;
+  if (kind == Kind::kEvent) return L"event " + method + L"(" + arguments + L")";
+  std::wstring text = kind == Kind::kCallee ? L"-> " : L"";
   text += method;
   if (!method.ends_with(L")")) text += L"(" + arguments + L")";  // a query has its interface in its name
   text += L" = " + ResultText(result);
@@ -37,7 +37,7 @@ std::wstring JournalEntry::Interface() const {
 
 std::vector<JournalEntry> Journal::Calls(std::wstring_view method) const {
   return Select(m_entries, [&](const JournalEntry& entry) {
-    return entry.kind == JournalEntry::Kind::Call && (method.empty() || entry.method == method);
+    return entry.kind == JournalEntry::Kind::kCall && (method.empty() || entry.method == method);
   });
 }
 

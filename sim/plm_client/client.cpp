@@ -24,7 +24,7 @@ Reply Refuse(const std::exception& failure) {
 }  // namespace
 
 Client::Client(const Settings& settings, Handler handler)
-    : m_readLimit(settings.readLimit),
+    : m_readLimit(settings.read_limit),
       m_handler(std::move(handler)),
       m_path(LR"(\\.\pipe\)" + (settings.pipe.empty() ? DefaultPipeName() : settings.pipe)) {
   for (unsigned i = 0; i < settings.instances; ++i) {
@@ -116,9 +116,9 @@ bool Client::AnswerFrames(PipeStream& stream, std::string& bytes, int connection
 }
 
 /// Decides about the request in a frame whose content starts at `contentStart`.
-Reply Client::Answer(Request& request, std::size_t contentStart, std::stop_token stop) {
+Reply Client::Answer(Request& request, std::size_t content_start, std::stop_token stop) {
   try {
-    ReadRequest(std::string_view(request.frame).substr(contentStart), request);
+    ReadRequest(std::string_view(request.frame).substr(content_start), request);
   } catch (const std::runtime_error& failure) {
     return Refuse(failure);
   }

@@ -52,11 +52,11 @@ bool PipeStream::Read(std::string& bytes, std::size_t limit) {
   return true;
 }
 
-bool PipeStream::Write(std::string_view bytes, std::size_t pieceSize) {
+bool PipeStream::Write(std::string_view bytes, std::size_t piece_size) {
   Operation operation;
   while (!bytes.empty()) {
     DWORD moved = 0;
-    const auto size = static_cast<DWORD>(std::min({bytes.size(), pieceSize, kChunkBytes}));
+    const auto size = static_cast<DWORD>(std::min({bytes.size(), piece_size, kChunkBytes}));
     const BOOL started = WriteFile(m_pipe.get(), bytes.data(), size, nullptr, &operation.overlapped);
     if (!Finish(started, operation.overlapped, moved)) return false;
     bytes.remove_prefix(moved);

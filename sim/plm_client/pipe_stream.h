@@ -30,7 +30,7 @@ class PipeStream {
   bool Read(std::string& bytes, std::size_t limit);
 
   /// Sends `bytes`, at most `pieceSize` with each write. @return whether all went out.
-  bool Write(std::string_view bytes, std::size_t pieceSize);
+  bool Write(std::string_view bytes, std::size_t piece_size);
 
   /// @return whether the time passed without an interruption.
   bool Pause(std::chrono::milliseconds time) const;

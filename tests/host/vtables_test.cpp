@@ -43,7 +43,7 @@ class IdleAddIn : public ISwAddin {
 /// A host with one object of every kind; each test asks for one.
 class VtableTest : public testing::TestWithParam<InterfaceRow> {
  protected:
-  VtableTest() : m_add_in_entry(m_host.Connect(&m_add_in, L"Idle")) {}
+  VtableTest() : m_addInEntry(m_host.Connect(&m_addIn, L"Idle")) {}
 
   IDispatchPtr Served() {
     static const std::map<std::string, std::function<IDispatchPtr(VtableTest&)>> ways = {
@@ -107,7 +107,7 @@ class VtableTest : public testing::TestWithParam<InterfaceRow> {
   }
   ICommandManagerPtr ManagerPointer() {
     ICommandManagerPtr manager;
-    m_host.Application()->GetCommandManager(m_add_in_entry.cookie, &manager);
+    m_host.Application()->GetCommandManager(m_addInEntry.cookie, &manager);
     return manager;
   }
   IDispatchPtr Manager() { return As<ICommandManager>(ManagerPointer()); }
@@ -137,9 +137,9 @@ class VtableTest : public testing::TestWithParam<InterfaceRow> {
   }
 
   TempFolder m_folder;
-  IdleAddIn m_add_in;
+  IdleAddIn m_addIn;
   cad_host::Host m_host;
-  cad_host::AddIn& m_add_in_entry;
+  cad_host::AddIn& m_addInEntry;
 };
 
 TEST_P(VtableTest, AnswersNotImplementedOnEveryReservedSlotUpToTheLast) {

@@ -19,7 +19,7 @@ inline std::size_t HandleCount() {
     ULONG_PTR process;
     ULONG_PTR handle;
     ULONG access;
-    USHORT backTrace;
+    USHORT back_trace;
     USHORT type;
     ULONG attributes;
     ULONG reserved;

@@ -15,7 +15,7 @@ HRESULT Create(REFIID iid, void** object) {
   return CreateComObject<T>(iid, object);
 }
 
-const CreatableClass creatable_classes[] = {
+const CreatableClass kCreatableClasses[] = {
     {CLSID_SwAddin, IDR_SOLIDWORKS_ADD_IN, Create<CSolidWorksAddIn>},
     {CLSID_BitmapHandler, IDR_BITMAP_HANDLER, Create<CBitmapHandler>},
 };
@@ -26,7 +26,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE handle, DWORD reason, void*) {
   CSolidWorksAddInApp& application = CSolidWorksAddInApp::Instance();
   switch (reason) {
     case DLL_PROCESS_ATTACH:
-      CSolidWorksAddInModule::Instance().Attach(handle, creatable_classes);
+      CSolidWorksAddInModule::Instance().Attach(handle, kCreatableClasses);
       return application.InitInstance();
     case DLL_PROCESS_DETACH:
       application.ExitInstance();

@@ -14,7 +14,7 @@ namespace {
 class OutgoingCall {
  public:
   OutgoingCall(Journal& journal, const std::wstring& method, const std::wstring& arguments)
-      : m_journal(journal), m_entry(journal.Begin(JournalEntry::Kind::Callee, method, arguments)) {}
+      : m_journal(journal), m_entry(journal.Begin(JournalEntry::Kind::kCallee, method, arguments)) {}
   OutgoingCall(const OutgoingCall&) = delete;
   OutgoingCall& operator=(const OutgoingCall&) = delete;
   ~OutgoingCall() { m_journal.End(m_entry, m_result, m_ended ? m_results : L"left by an exception"); }
@@ -86,8 +86,8 @@ std::wstring DetailsOf(const ExceptionDetails& exception) {
 }  // namespace
 
 AddIn& AddIns::Connect(const ISwAddinPtr& object, const AddInEntry& entry, IDispatch* application) {
-  m_add_ins.push_back(std::make_unique<AddIn>());
-  AddIn& add_in = *m_add_ins.back();
+  m_addIns.push_back(std::make_unique<AddIn>());
+  AddIn& add_in = *m_addIns.back();
   add_in.entry = entry;
   add_in.cookie = ++m_lastCookie;
   add_in.object = object;
@@ -124,14 +124,14 @@ bool AddIns::Disconnect(AddIn& add_in) {
 }
 
 void AddIns::Forget(const AddIn& add_in) {
-  std::erase_if(m_add_ins, [&](const auto& known) { return known.get() == &add_in; });
+  std::erase_if(m_addIns, [&](const auto& known) { return known.get() == &add_in; });
   CoFreeUnusedLibraries();
 }
 
 AddIn* AddIns::Find(long cookie) const {
-  const auto found = std::find_if(m_add_ins.begin(), m_add_ins.end(),
+  const auto found = std::find_if(m_addIns.begin(), m_addIns.end(),
                                   [&](const auto& add_in) { return add_in->cookie == cookie; });
-  return found == m_add_ins.end() ? nullptr : found->get();
+  return found == m_addIns.end() ? nullptr : found->get();
 }
 
 bool AddIns::IsEnabled(AddIn& add_in, const std::wstring& method) {

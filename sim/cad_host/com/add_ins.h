@@ -28,7 +28,7 @@ class AddIns {
   bool Disconnect(AddIn& add_in);
 
   AddIn* Find(long cookie) const;
-  const std::vector<std::unique_ptr<AddIn>>& All() const { return m_add_ins; }
+  const std::vector<std::unique_ptr<AddIn>>& All() const { return m_addIns; }
 
   /// Asks an enable method by name. True without a name, and where the add-in does not know it.
   bool IsEnabled(AddIn& add_in, const std::wstring& method);
@@ -40,7 +40,7 @@ class AddIns {
   void Forget(const AddIn& add_in);
 
   std::shared_ptr<Services> m_services;
-  std::vector<std::unique_ptr<AddIn>> m_add_ins;
+  std::vector<std::unique_ptr<AddIn>> m_addIns;
   long m_lastCookie = 0;
 };
 

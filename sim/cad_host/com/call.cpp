@@ -67,7 +67,7 @@ HRESULT RunPastFaults(Services& services, const std::wstring& method, Arguments 
 HRESULT RunCall(Services& services, const std::wstring& method, Arguments arguments,
                 const std::function<HRESULT()>& body) noexcept {
   Journal& journal = services.journal;
-  const std::size_t entry = journal.Begin(JournalEntry::Kind::Call, method, TextOf(arguments, false));
+  const std::size_t entry = journal.Begin(JournalEntry::Kind::kCall, method, TextOf(arguments, false));
   if (!std::all_of(arguments.begin(), arguments.end(), [](const Argument& a) { return a.is_given; })) {
     journal.End(entry, E_POINTER, L"");
     return E_POINTER;

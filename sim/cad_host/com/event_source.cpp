@@ -18,7 +18,7 @@ void ApplicationEvents::Fire(const ApplicationEvent& event, std::vector<_variant
   for (const _variant_t& argument : arguments) {
     text += (text.empty() ? L"" : L", ") + TextOf(static_cast<const VARIANT&>(argument));
   }
-  const std::size_t entry = m_journal.Begin(JournalEntry::Kind::Event, event.name, text);
+  const std::size_t entry = m_journal.Begin(JournalEntry::Kind::kEvent, event.name, text);
   std::reverse(arguments.begin(), arguments.end());  // the last argument comes first
   DISPPARAMS parameters{};
   parameters.rgvarg = arguments.data();

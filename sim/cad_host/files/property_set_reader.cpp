@@ -74,7 +74,7 @@ class Section {
   CustomProperties Read() {
     if (!m_places.contains(kDictionaryId)) return {};
     if (m_places.contains(kCodePageId)) {
-      m_code_page = m_bytes.At<std::uint16_t>(m_places[kCodePageId] + sizeof(std::uint32_t));
+      m_codePage = m_bytes.At<std::uint16_t>(m_places[kCodePageId] + sizeof(std::uint32_t));
     }
     CustomProperties properties;
     for (const auto& [id, name] : Dictionary(m_places[kDictionaryId])) {
@@ -100,7 +100,7 @@ class Section {
     const std::size_t text = value + sizeof(std::uint32_t);  // behind its length
     switch (type) {
       case kTypeText:
-        return {.name = {}, .text = Text(text, m_bytes.At<std::uint32_t>(value), m_code_page)};
+        return {.name = {}, .text = Text(text, m_bytes.At<std::uint32_t>(value), m_codePage)};
       case kTypeWideText:
         return {.name = {}, .text = Text(text, m_bytes.At<std::uint32_t>(value) * sizeof(char16_t), kUtf16)};
       case kTypeNumber:
@@ -120,15 +120,15 @@ class Section {
 
   /// Names by property id.
   std::map<std::uint32_t, std::wstring> Dictionary(std::size_t offset) const {
-    const std::size_t unit = m_code_page == kUtf16 ? sizeof(char16_t) : sizeof(char);
+    const std::size_t unit = m_codePage == kUtf16 ? sizeof(char16_t) : sizeof(char);
     std::map<std::uint32_t, std::wstring> names;
     auto left = m_bytes.At<std::uint32_t>(offset);
     for (offset += sizeof left; left > 0; --left) {
       const auto id = m_bytes.At<std::uint32_t>(offset);
       const std::size_t size = unit * m_bytes.At<std::uint32_t>(offset + sizeof id);
       offset += 2 * sizeof(std::uint32_t);
-      names[id] = Text(offset, size, m_code_page);
-      offset += m_code_page == kUtf16 ? (size + 3) / 4 * 4 : size;  // only wide names are padded
+      names[id] = Text(offset, size, m_codePage);
+      offset += m_codePage == kUtf16 ? (size + 3) / 4 * 4 : size;  // only wide names are padded
     }
     return names;
   }
@@ -136,7 +136,7 @@ class Section {
   Bytes m_bytes;
   CodePageDecoder m_decode;
   std::map<std::uint32_t, std::uint32_t> m_places;  // of values, by property id
-  unsigned m_code_page = kSystemCodePage;
+  unsigned m_codePage = kSystemCodePage;
 };
 
 }  // namespace

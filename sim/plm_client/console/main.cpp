@@ -90,11 +90,11 @@ class Desk {
 
 /// Returns at Ctrl-C, or when no host has been connected for as long as the options say.
 void WaitForEnd(const plm_client::Client& client, const Options& options) {
-  auto lastSeen = std::chrono::steady_clock::now();
+  auto last_seen = std::chrono::steady_clock::now();
   while (WaitForSingleObject(StopEvent(), kLookInterval) == WAIT_TIMEOUT) {
     const auto now = std::chrono::steady_clock::now();
-    if (client.OpenConnectionCount() > 0) lastSeen = now;
-    if (options.untilIdle && now - lastSeen >= *options.untilIdle) return;
+    if (client.OpenConnectionCount() > 0) last_seen = now;
+    if (options.until_idle && now - last_seen >= *options.until_idle) return;
   }
 }
 

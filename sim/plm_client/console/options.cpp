@@ -23,8 +23,8 @@ namespace {
 
 std::chrono::seconds ParseSeconds(const std::wstring& text) {
   constexpr std::size_t kMostDigits = 6;
-  const bool isNumber = !text.empty() && text.find_first_not_of(L"0123456789") == std::wstring::npos;
-  if (!isNumber || text.size() > kMostDigits) {
+  const bool is_number = !text.empty() && text.find_first_not_of(L"0123456789") == std::wstring::npos;
+  if (!is_number || text.size() > kMostDigits) {
     throw std::runtime_error("--until-idle takes a number of seconds, not " +
                              CStringHelper::UnicodeToUTF8(text));
   }
@@ -50,7 +50,7 @@ Options ParseOptions(const std::vector<std::wstring>& arguments) {
     } else if (name == L"--record") {
       options.record = value();
     } else if (name == L"--until-idle") {
-      options.untilIdle = ParseSeconds(value());
+      options.until_idle = ParseSeconds(value());
     } else if (name == L"--quiet") {
       options.quiet = true;
     } else if (name == L"--help") {

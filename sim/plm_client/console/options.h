@@ -11,7 +11,7 @@ struct Options {
   std::filesystem::path answers;
   std::wstring pipe;
   std::filesystem::path record;
-  std::optional<std::chrono::seconds> untilIdle;
+  std::optional<std::chrono::seconds> until_idle;
   bool quiet = false;
   bool help = false;
 };

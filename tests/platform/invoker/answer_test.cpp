@@ -10,47 +10,47 @@ class Answer : public InvokerTest {};
 
 TEST_F(Answer, ComesBackAsItStands) {
   StartClient();
-  script.Always("QD_PLMQuery", Reply::Text("{ \"OpenFile\" : [ \"C:\\\\\xE6\xB5\x8B.sldprt\" ] }\r\n"));
+  m_script.Always("QD_PLMQuery", Reply::Text("{ \"OpenFile\" : [ \"C:\\\\\xE6\xB5\x8B.sldprt\" ] }\r\n"));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"{ \"OpenFile\" : [ \"C:\\\\\u6D4B.sldprt\" ] }\r\n");
   EXPECT_TRUE(PlatformLines().empty());
 }
 
 TEST_F(Answer, EmptyIsTheClientsOwnAndKeepsTheConnection) {
   StartClient();
-  script.Always("QD_PLMQuery", Reply::Text(""));
+  m_script.Always("QD_PLMQuery", Reply::Text(""));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
-  EXPECT_EQ(client->ConnectionCount(), 1);
+  EXPECT_EQ(m_client->ConnectionCount(), 1);
   EXPECT_TRUE(PlatformLines().empty());
 }
 
 TEST_F(Answer, MayComeByteByByte) {
   StartClient();
-  script.Always("QD_PLMQuery", Reply::Text("{\"a\":1}").InPiecesOf(1));
+  m_script.Always("QD_PLMQuery", Reply::Text("{\"a\":1}").InPiecesOf(1));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"{\"a\":1}");
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"{\"a\":1}");
-  EXPECT_EQ(client->ConnectionCount(), 1);
+  EXPECT_EQ(m_client->ConnectionCount(), 1);
 }
 
 TEST_F(Answer, MayTakeItsTime) {
   StartClient();
-  script.Always("QD_PLMQuery", Reply::Text("late").After(1500ms));
+  m_script.Always("QD_PLMQuery", Reply::Text("late").After(1500ms));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"late");
 }
 
 TEST_F(Answer, MayComeWithOtherHeaderLines) {
   StartClient();
   const std::string content = R"({"jsonrpc":"2.0","id":1,"result":{"answer":"x"}})";
-  script.Always("QD_PLMQuery",
-                Reply::Bytes("Content-Type: application/vscode-jsonrpc; charset=utf-8\r\nCONTENT-LENGTH: " +
-                             std::to_string(content.size()) + "\r\n\r\n" + content));
+  m_script.Always("QD_PLMQuery",
+                  Reply::Bytes("Content-Type: application/vscode-jsonrpc; charset=utf-8\r\nCONTENT-LENGTH: " +
+                               std::to_string(content.size()) + "\r\n\r\n" + content));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
 }
 
 TEST_F(Answer, OfNearly64MiBComesWhole) {
   StartClient();
   const std::string text(64 * 1024 * 1024 - 100, 'x');
-  script.Always("QD_PLMQuery", Reply::Text(text));
+  m_script.Always("QD_PLMQuery", Reply::Text(text));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), std::wstring(text.begin(), text.end()));
   EXPECT_TRUE(PlatformLines().empty());
 }
@@ -58,23 +58,23 @@ TEST_F(Answer, OfNearly64MiBComesWhole) {
 TEST_F(Answer, GoesTogetherWithALargeRequest) {
   StartClient([](const plm_client::Request& request, std::stop_token) { return Reply::Text(request.text); });
   const std::wstring text(2 * 1024 * 1024, L'\u00FC');
-  for (int i = 0; i < 3; ++i) EXPECT_EQ(invoker.Invoke(L"QD_PLMQuery", text), text);
-  EXPECT_EQ(client->ConnectionCount(), 1);
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(m_invoker.Invoke(L"QD_PLMQuery", text), text);
+  EXPECT_EQ(m_client->ConnectionCount(), 1);
 }
 
 TEST_F(Answer, ThatSaysNothingUsefulLeavesTheHostWithoutAnException) {
   StartClient();
-  script.Always("QD_PLMQuery", Reply::Message(std::string(5'000'000, '[')));
+  m_script.Always("QD_PLMQuery", Reply::Message(std::string(5'000'000, '[')));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
   ExpectOneLine(L"QD_PLMQuery", L"not valid JSON");
 }
 
 TEST_F(Answer, IsAskedForWithTheseBytes) {
   StartClient();
-  invoker.Invoke(L"QD_PLMLogin", L"");
-  invoker.Invoke(L"QD_PLMImportCurrent", L"{\"file_path\":\"C:\\\\\u00FC.sldprt\"}");
+  m_invoker.Invoke(L"QD_PLMLogin", L"");
+  m_invoker.Invoke(L"QD_PLMImportCurrent", L"{\"file_path\":\"C:\\\\\u00FC.sldprt\"}");
 
-  const std::vector<plm_client::Request> requests = client->Requests();
+  const std::vector<plm_client::Request> requests = m_client->Requests();
   ASSERT_EQ(requests.size(), 2u);
   EXPECT_EQ(requests[0].frame,
             "Content-Length: 90\r\n\r\n"
@@ -91,17 +91,17 @@ TEST_F(Answer, IsAskedForWithTheseBytes) {
 TEST_F(Answer, IsNotAskedForWithARequestOver64MiB) {
   // given a kept connection
   StartClient();
-  script.Always("QD_PLMQuery", Reply::Text("x"));
+  m_script.Always("QD_PLMQuery", Reply::Text("x"));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
 
   // when a request is too large
-  EXPECT_EQ(invoker.Invoke(L"QD_PLMQuery", std::wstring(64 * 1024 * 1024, L'x')), L"");
+  EXPECT_EQ(m_invoker.Invoke(L"QD_PLMQuery", std::wstring(64 * 1024 * 1024, L'x')), L"");
 
   // then nothing of it was sent, and the connection stays
   ExpectOneLine(L"QD_PLMQuery", L"the request is over 64 MiB");
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
-  EXPECT_EQ(client->Requests().size(), 2u);
-  EXPECT_EQ(client->ConnectionCount(), 1);
+  EXPECT_EQ(m_client->Requests().size(), 2u);
+  EXPECT_EQ(m_client->ConnectionCount(), 1);
 }
 
 struct Violation {
@@ -117,8 +117,8 @@ class Violations : public InvokerTest, public testing::WithParamInterface<Violat
 TEST_P(Violations, LeaveTheCommandWithoutAnswerAndEndTheConnection) {
   // given a client that breaks the protocol once
   StartClient();
-  script.Always("QD_PLMQuery", Reply::Text("right"));
-  script.InTurn("QD_PLMQuery", {Reply::Text("right"), GetParam().reply});
+  m_script.Always("QD_PLMQuery", Reply::Text("right"));
+  m_script.InTurn("QD_PLMQuery", {Reply::Text("right"), GetParam().reply});
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"right");
 
   // when it does
@@ -127,8 +127,8 @@ TEST_P(Violations, LeaveTheCommandWithoutAnswerAndEndTheConnection) {
   // then one line says why, and the next command starts on a fresh connection
   ExpectOneLine(L"QD_PLMQuery", GetParam().reason);
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"right");
-  EXPECT_EQ(client->ConnectionCount(), 2);
-  EXPECT_EQ(client->Requests().size(), 3u);
+  EXPECT_EQ(m_client->ConnectionCount(), 2);
+  EXPECT_EQ(m_client->Requests().size(), 3u);
 }
 
 const Violation kViolations[] = {

@@ -23,7 +23,7 @@ namespace {
 class HostObject final : public IDispatch {
  public:
   std::function<void()> action = [] {};
-  DWORD calledOn = 0;
+  DWORD called_on = 0;
 
   ULONG STDMETHODCALLTYPE AddRef() override { return 2; }  // the test's own variable
   ULONG STDMETHODCALLTYPE Release() override { return 1; }
@@ -33,7 +33,7 @@ class HostObject final : public IDispatch {
     return known ? S_OK : E_NOINTERFACE;
   }
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-    calledOn = GetCurrentThreadId();
+    called_on = GetCurrentThreadId();
     action();
     *count = 42;
     return S_OK;
@@ -54,7 +54,7 @@ class HostFilter final : public IMessageFilter {
   int incoming = 0;
   int pending = 0;
   DWORD answer = SERVERCALL_ISHANDLED;
-  DWORD pendingAnswer = PENDINGMSG_CANCELCALL;
+  DWORD pending_answer = PENDINGMSG_CANCELCALL;
 
   ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
   ULONG STDMETHODCALLTYPE Release() override { return 1; }
@@ -70,7 +70,7 @@ class HostFilter final : public IMessageFilter {
   DWORD STDMETHODCALLTYPE RetryRejectedCall(HTASK, DWORD, DWORD) override { return static_cast<DWORD>(-1); }
   DWORD STDMETHODCALLTYPE MessagePending(HTASK, DWORD, DWORD) override {
     ++pending;
-    return pendingAnswer;
+    return pending_answer;
   }
 };
 
@@ -79,7 +79,7 @@ class HostFilter final : public IMessageFilter {
 class ComWait : public InvokerTest {
  protected:
   ComWait() {
-    EXPECT_EQ(S_OK, CoMarshalInterThreadInterfaceInStream(__uuidof(IDispatch), &object, &m_marshalled));
+    EXPECT_EQ(S_OK, CoMarshalInterThreadInterfaceInStream(__uuidof(IDispatch), &m_object, &m_marshalled));
     StartClient([this](const Request&, std::stop_token) {
       m_call = std::async(std::launch::async, [this] { return CallObject(); });
       if (m_call.wait_for(5s) != std::future_status::ready) return Reply::Text("not served");
@@ -91,8 +91,8 @@ class ComWait : public InvokerTest {
     while (m_call.valid() && m_call.wait_for(10ms) != std::future_status::ready) DrainMessages();
   }
 
-  const Apartment apartment{COINIT_APARTMENTTHREADED};
-  HostObject object;
+  const Apartment m_apartment{COINIT_APARTMENTTHREADED};
+  HostObject m_object;
 
  private:
   std::string CallObject() {
@@ -111,12 +111,12 @@ class ComWait : public InvokerTest {
 
 TEST_F(ComWait, ServesACallFromAnotherApartment) {
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"served 42");
-  EXPECT_EQ(object.calledOn, GetCurrentThreadId());
+  EXPECT_EQ(m_object.called_on, GetCurrentThreadId());
 }
 
 TEST_F(ComWait, GivesACommandWithinSuchACallNoAnswerAtOnce) {
   std::wstring second = L"not invoked";
-  object.action = [&] { second = Invoke(L"QD_PLMTaskManage"); };
+  m_object.action = [&] { second = Invoke(L"QD_PLMTaskManage"); };
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"served 42");
   EXPECT_EQ(second, L"");
   ExpectOneLine(L"QD_PLMTaskManage", L"another command is still waiting");
@@ -129,7 +129,7 @@ TEST_F(ComWait, LetsTheHostsFilterDecideOnCallsButNotOnTheWait) {
   ComPtr<IMessageFilter> none, found;
   CoRegisterMessageFilter(&filter, &none);
   PostMessageW(window.Handle(), WM_KEYDOWN, VK_RETURN, 0);
-  object.action = [&] { PostMessageW(window.Handle(), WM_KEYDOWN, VK_RETURN, 0); };
+  m_object.action = [&] { PostMessageW(window.Handle(), WM_KEYDOWN, VK_RETURN, 0); };
 
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"served 42");
 
@@ -145,7 +145,7 @@ TEST_F(ComWait, LetsTheHostsFilterRejectCalls) {
   ComPtr<IMessageFilter> none, found;
   CoRegisterMessageFilter(&filter, &none);
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"rejected");
-  EXPECT_EQ(object.calledOn, 0u);
+  EXPECT_EQ(m_object.called_on, 0u);
   CoRegisterMessageFilter(nullptr, &found);
 }
 
@@ -160,7 +160,7 @@ HRESULT WINAPI RefuseOrRegister(IMessageFilter* filter, IMessageFilter** previou
 TEST_F(ComWait, WithoutAFilterOfItsOwnLeavesTheHostsInPlace) {
   // given a host with a filter, and a system that refuses another one, once
   HostFilter filter;
-  filter.pendingAnswer = PENDINGMSG_WAITDEFPROCESS;
+  filter.pending_answer = PENDINGMSG_WAITDEFPROCESS;
   ComPtr<IMessageFilter> none, found;
   CoRegisterMessageFilter(&filter, &none);
   {
@@ -176,10 +176,10 @@ TEST_F(ComWait, WithoutAFilterOfItsOwnLeavesTheHostsInPlace) {
 TEST_F(ComWait, LeavesAFilterInPlaceThatTheHostRegisteredMeanwhile) {
   // given a host that registers another filter within a call, and keeps the one that it found
   HostFilter filter, other;
-  other.pendingAnswer = PENDINGMSG_WAITDEFPROCESS;
+  other.pending_answer = PENDINGMSG_WAITDEFPROCESS;
   ComPtr<IMessageFilter> none, replaced, found;
   CoRegisterMessageFilter(&filter, &none);
-  object.action = [&] { CoRegisterMessageFilter(&other, &replaced); };
+  m_object.action = [&] { CoRegisterMessageFilter(&other, &replaced); };
 
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"served 42");
 

@@ -23,7 +23,7 @@ TEST_F(Configuration, ThatIsMissingMeansTheDefaults) {
   EXPECT_EQ(configuration.pipe, DefaultPipe());
   EXPECT_TRUE(configuration.pipe.starts_with(L"tavo-plm-client-S-1-5-21-"));
   EXPECT_EQ(configuration.program, L"");
-  EXPECT_EQ(configuration.startTimeout, milliseconds(15'000));
+  EXPECT_EQ(configuration.start_timeout, milliseconds(15'000));
   EXPECT_TRUE(PlatformLines().empty());
 }
 
@@ -35,14 +35,14 @@ TEST_F(Configuration, IsReadWithAByteOrderMarkAndMembersOfOthers) {
   const auto configuration = Read();
   EXPECT_EQ(configuration.pipe, L"\u6D4B #1 'x'");
   EXPECT_EQ(configuration.program, L"C:\\PLM\\client.exe");
-  EXPECT_EQ(configuration.startTimeout, milliseconds(7));
+  EXPECT_EQ(configuration.start_timeout, milliseconds(7));
   EXPECT_TRUE(PlatformLines().empty());
 }
 
 TEST_F(Configuration, WithoutAMemberMeansItsDefault) {
   Configure(R"({"startTimeoutMs":0})");
   EXPECT_EQ(Read().pipe, DefaultPipe());
-  EXPECT_EQ(Read().startTimeout, milliseconds(0));
+  EXPECT_EQ(Read().start_timeout, milliseconds(0));
   Configure(R"({"pipe":""})");
   EXPECT_EQ(Read().pipe, DefaultPipe());
   EXPECT_TRUE(PlatformLines().empty());
@@ -64,7 +64,7 @@ TEST_P(ConfigurationFaults, MeanTheDefaultAndOneLineThatNamesThem) {
   const auto configuration = Read();
   EXPECT_EQ(configuration.pipe, GetParam().pipe.empty() ? DefaultPipe() : GetParam().pipe);
   EXPECT_EQ(configuration.program, L"");
-  EXPECT_EQ(configuration.startTimeout, milliseconds(15'000));
+  EXPECT_EQ(configuration.start_timeout, milliseconds(15'000));
 
   const std::vector<std::wstring> lines = PlatformLines();
   ASSERT_EQ(lines.size(), 1u);
@@ -90,26 +90,27 @@ INSTANTIATE_TEST_SUITE_P(, ConfigurationFaults, testing::ValuesIn(kFaults), Case
 
 TEST_F(Configuration, IsReadAtEachNewConnection) {
   StartClient();
-  script.Always("QD_PLMQuery", plm_client::Reply::Text("first"));
+  m_script.Always("QD_PLMQuery", plm_client::Reply::Text("first"));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"first");
 
   // given another client under another name
-  plm_client::Script otherScript;
-  otherScript.Always("QD_PLMQuery", plm_client::Reply::Text("other"));
-  const plm_client::Client other(plm_client::Settings{.pipe = pipe + L"-other"}, std::ref(otherScript));
-  Configure("{\"pipe\":\"" + CStringHelper::UnicodeToUTF8(pipe) + "-other\"}");
+  plm_client::Script other_script;
+  other_script.Always("QD_PLMQuery", plm_client::Reply::Text("other"));
+  const plm_client::Client other(plm_client::Settings{.pipe = m_pipe + L"-other"}, std::ref(other_script));
+  Configure("{\"pipe\":\"" + CStringHelper::UnicodeToUTF8(m_pipe) + "-other\"}");
 
   // then the kept connection goes on, and the next one leads there
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"first");
-  client.reset();
+  m_client.reset();
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"other");
 }
 
 TEST_F(Configuration, MayHaveAnotherFileName) {
-  folder.Write(LR"(config\Other\Second.json)", "{\"pipe\":\"" + CStringHelper::UnicodeToUTF8(pipe) + "\"}");
-  plm_client::Settings settings{.pipe = pipe};
-  script.Always("QD_PLMQuery", plm_client::Reply::Text("x"));
-  client.emplace(settings, std::ref(script));
+  m_folder.Write(LR"(config\Other\Second.json)",
+                 "{\"pipe\":\"" + CStringHelper::UnicodeToUTF8(m_pipe) + "\"}");
+  plm_client::Settings settings{.pipe = m_pipe};
+  m_script.Always("QD_PLMQuery", plm_client::Reply::Text("x"));
+  m_client.emplace(settings, std::ref(m_script));
   CZALCmdInvoker other(L"Other", L"Second.json");
   EXPECT_EQ(other.Invoke(L"QD_PLMQuery", L""), L"x");
 }
@@ -141,15 +142,15 @@ class InstalledDefault {
 TEST_F(Configuration, IsTheInstalledOneWhereTheFolderHasNone) {
   // given a client whose pipe only the installed file names
   StartClient();
-  script.Always("QD_PLMQuery", plm_client::Reply::Text("x"));
-  const InstalledDefault installed("{\"pipe\":\"" + CStringHelper::UnicodeToUTF8(pipe) + "\"}");
+  m_script.Always("QD_PLMQuery", plm_client::Reply::Text("x"));
+  const InstalledDefault installed("{\"pipe\":\"" + CStringHelper::UnicodeToUTF8(m_pipe) + "\"}");
   {
     CZALCmdInvoker other(L"Test", installed.Name());
     EXPECT_EQ(other.Invoke(L"QD_PLMQuery", L""), L"x");
   }
 
   // then a file in the configuration folder stands in front of it
-  folder.Write(LR"(config\Test\)" + installed.Name(), R"({"pipe":"tavo-no-such-pipe"})");
+  m_folder.Write(LR"(config\Test\)" + installed.Name(), R"({"pipe":"tavo-no-such-pipe"})");
   CZALCmdInvoker other(L"Test", installed.Name());
   EXPECT_EQ(other.Invoke(L"QD_PLMQuery", L""), L"");
   ExpectOneLine(L"QD_PLMQuery", L"there is no pipe \\\\.\\pipe\\tavo-no-such-pipe");
@@ -157,17 +158,17 @@ TEST_F(Configuration, IsTheInstalledOneWhereTheFolderHasNone) {
 
 TEST_F(Configuration, WithoutAPipeLeadsToTheClientOfThisUser) {
   Configure("{}");
-  client.emplace(plm_client::Settings{}, std::ref(script));
-  script.Always("QD_PLMQuery", plm_client::Reply::Text("x"));
+  m_client.emplace(plm_client::Settings{}, std::ref(m_script));
+  m_script.Always("QD_PLMQuery", plm_client::Reply::Text("x"));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
 }
 
 class PipeNames : public InvokerTest, public testing::WithParamInterface<const wchar_t*> {};
 
 TEST_P(PipeNames, MayContainAnythingThatIsLegal) {
-  const std::wstring name = pipe + GetParam();
-  script.Always("QD_PLMQuery", plm_client::Reply::Text("x"));
-  client.emplace(plm_client::Settings{.pipe = name}, std::ref(script));
+  const std::wstring name = m_pipe + GetParam();
+  m_script.Always("QD_PLMQuery", plm_client::Reply::Text("x"));
+  m_client.emplace(plm_client::Settings{.pipe = name}, std::ref(m_script));
   Configure("{\"pipe\":" + plm_client::JsonString(CStringHelper::UnicodeToUTF8(name)) + "}");
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
 }

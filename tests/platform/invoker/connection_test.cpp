@@ -16,11 +16,11 @@ class Connection : public InvokerTest {};
 
 TEST_F(Connection, IsOpenedByTheFirstCommandAndKept) {
   StartClient();
-  EXPECT_EQ(client->ConnectionCount(), 0);
+  EXPECT_EQ(m_client->ConnectionCount(), 0);
   for (int i = 0; i < 5; ++i) Invoke(L"QD_PLMQuery");
-  EXPECT_EQ(client->ConnectionCount(), 1);
+  EXPECT_EQ(m_client->ConnectionCount(), 1);
 
-  const std::vector<plm_client::Request> requests = client->Requests();
+  const std::vector<plm_client::Request> requests = m_client->Requests();
   ASSERT_EQ(requests.size(), 5u);
   for (std::size_t i = 0; i < requests.size(); ++i) EXPECT_EQ(requests[i].id, i + 1);
 }
@@ -30,27 +30,27 @@ TEST_F(Connection, IsClosedWithTheInvoker) {
   {
     CZALCmdInvoker other(L"Test", L"");
     other.Invoke(L"QD_PLMQuery", L"");
-    EXPECT_EQ(client->OpenConnectionCount(), 1);
+    EXPECT_EQ(m_client->OpenConnectionCount(), 1);
   }
   AwaitOpenConnections(0);
 }
 
 TEST_F(Connection, IsReplacedUnseenWhenItBrokeWhileIdle) {
   StartClient();
-  script.Always("QD_PLMQuery", Reply::Text("x"));
+  m_script.Always("QD_PLMQuery", Reply::Text("x"));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
-  client->Disconnect();
+  m_client->Disconnect();
   AwaitOpenConnections(0);
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
-  EXPECT_EQ(client->ConnectionCount(), 2);
+  EXPECT_EQ(m_client->ConnectionCount(), 2);
   EXPECT_TRUE(PlatformLines().empty());
 }
 
 TEST_F(Connection, IsReplacedUnseenWhenTheClientWasStartedAnew) {
   StartClient();
-  script.Always("QD_PLMQuery", Reply::Text("x"));
+  m_script.Always("QD_PLMQuery", Reply::Text("x"));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
-  client.reset();
+  m_client.reset();
   StartClient();
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
   EXPECT_TRUE(PlatformLines().empty());
@@ -60,53 +60,53 @@ TEST_F(Connection, IsReplacedOnlyOnce) {
   // given a kept connection that broke, and a client that now hangs up on every other one
   StartClient();
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
-  client.reset();
-  StartClient(plm_client::Settings{.readLimit = 0});
+  m_client.reset();
+  StartClient(plm_client::Settings{.read_limit = 0});
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
-  EXPECT_EQ(client->ConnectionCount(), 1);
+  EXPECT_EQ(m_client->ConnectionCount(), 1);
   ExpectOneLine(L"QD_PLMQuery", L"closed the connection");
 }
 
 TEST_F(Connection, IsReplacedWhenAMessageCameThatNobodyAwaited) {
   StartClient();
-  script.Always("QD_PLMQuery", Reply::Text("x"));
+  m_script.Always("QD_PLMQuery", Reply::Text("x"));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
-  client->SendUnasked(R"({"jsonrpc":"2.0","id":2,"result":{"answer":"not asked for"}})");
+  m_client->SendUnasked(R"({"jsonrpc":"2.0","id":2,"result":{"answer":"not asked for"}})");
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
-  EXPECT_EQ(client->ConnectionCount(), 2);
+  EXPECT_EQ(m_client->ConnectionCount(), 2);
 }
 
 TEST_F(Connection, IsReplacedWhenAMessageCameRightBehindTheAnswer) {
   StartClient();
-  script.Always("QD_PLMQuery",
-                Reply::Text("x").FollowedBy(R"({"jsonrpc":"2.0","id":2,"result":{"answer":"y"}})"));
+  m_script.Always("QD_PLMQuery",
+                  Reply::Text("x").FollowedBy(R"({"jsonrpc":"2.0","id":2,"result":{"answer":"y"}})"));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
   AwaitOpenConnections(0);
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
-  EXPECT_EQ(client->ConnectionCount(), 2);
+  EXPECT_EQ(m_client->ConnectionCount(), 2);
 }
 
 TEST_F(Connection, ThatEndsBeforeTheRequestIsReadLeavesNoAnswer) {
-  StartClient(plm_client::Settings{.readLimit = 0});
-  EXPECT_EQ(invoker.Invoke(L"QD_PLMQuery", std::wstring(1'000'000, L'x')), L"");
+  StartClient(plm_client::Settings{.read_limit = 0});
+  EXPECT_EQ(m_invoker.Invoke(L"QD_PLMQuery", std::wstring(1'000'000, L'x')), L"");
   ExpectOneLine(L"QD_PLMQuery", L"closed the connection");
 }
 
 TEST_F(Connection, ThatEndsInTheMiddleOfTheRequestLeavesNoAnswer) {
-  StartClient(plm_client::Settings{.readLimit = 100'000});
-  EXPECT_EQ(invoker.Invoke(L"QD_PLMQuery", std::wstring(1'000'000, L'x')), L"");
+  StartClient(plm_client::Settings{.read_limit = 100'000});
+  EXPECT_EQ(m_invoker.Invoke(L"QD_PLMQuery", std::wstring(1'000'000, L'x')), L"");
   ExpectOneLine(L"QD_PLMQuery", L"closed the connection");
 }
 
 TEST_F(Connection, ThatEndsWhileWaitingEndsTheWaitAtOnce) {
   StartClient();
-  script.Always("QD_PLMQuery", Reply::Nothing());
+  m_script.Always("QD_PLMQuery", Reply::Nothing());
   ULONGLONG closed = 0;
   std::jthread closer([&] {
-    client->WaitForRequests(1, 10s);
+    m_client->WaitForRequests(1, 10s);
     Sleep(300);
     closed = GetTickCount64();
-    client->Disconnect();
+    m_client->Disconnect();
   });
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
   closer.join();
@@ -117,8 +117,8 @@ TEST_F(Connection, ThatEndsWhileWaitingEndsTheWaitAtOnce) {
 TEST_F(Connection, NeverLetsALateAnswerAnswerALaterCommand) {
   // given a command that was given up with its connection, and whose answer comes later
   StartClient();
-  script.InTurn("QD_PLMQuery", {Reply::Text("late").Following(R"({"jsonrpc":"2.0","method":"progress"})")});
-  script.Always("QD_PLMTaskManage", Reply::Text("right"));
+  m_script.InTurn("QD_PLMQuery", {Reply::Text("late").Following(R"({"jsonrpc":"2.0","method":"progress"})")});
+  m_script.Always("QD_PLMTaskManage", Reply::Text("right"));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
   EXPECT_EQ(Invoke(L"QD_PLMTaskManage"), L"right");
 }
@@ -128,22 +128,22 @@ TEST_F(Connection, ServesAClientThatAnswersBeforeItHasReadEverything) {
   ConfigurePipe();
   const std::string text(2'000'000, 'y');
   const std::string content = R"({"jsonrpc":"2.0","id":1,"result":{"answer":")" + text + "\"}}";
-  const RawServer server(pipe, [&](HANDLE connection) {
+  const RawServer server(m_pipe, [&](HANDLE connection) {
     ReadBytes(connection, 10);
     WriteAll(connection, "Content-Length: " + std::to_string(content.size()) + "\r\n\r\n" + content);
     ReadBytes(connection, 1'990'000);
   });
-  EXPECT_EQ(invoker.Invoke(L"QD_PLMQuery", std::wstring(2'000'000, L'x')),
+  EXPECT_EQ(m_invoker.Invoke(L"QD_PLMQuery", std::wstring(2'000'000, L'x')),
             std::wstring(text.begin(), text.end()));
 }
 
 TEST_F(Connection, ServesSeveralInvokersSideBySide) {
   StartClient();
-  script.Always("QD_PLMQuery", Reply::Text("x"));
+  m_script.Always("QD_PLMQuery", Reply::Text("x"));
   CZALCmdInvoker second(L"Test", L"");
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
   EXPECT_EQ(second.Invoke(L"QD_PLMQuery", L""), L"x");
-  EXPECT_EQ(client->OpenConnectionCount(), 2);
+  EXPECT_EQ(m_client->OpenConnectionCount(), 2);
 }
 
 TEST_F(Connection, WithoutAPipeAndAProgramFailsAtOnce) {
@@ -156,7 +156,7 @@ TEST_F(Connection, WithoutAPipeAndAProgramFailsAtOnce) {
 
 TEST_F(Connection, ToABusyPipeIsAwaitedForTwoSeconds) {
   StartClient(plm_client::Settings{.instances = 1});
-  const UniqueHandle other = OpenPipe(pipe);
+  const UniqueHandle other = OpenPipe(m_pipe);
   ASSERT_TRUE(other);
   const Stopwatch watch;
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
@@ -167,8 +167,8 @@ TEST_F(Connection, ToABusyPipeIsAwaitedForTwoSeconds) {
 
 TEST_F(Connection, ToABusyPipeIsMadeAsSoonAsItIsFree) {
   StartClient(plm_client::Settings{.instances = 1});
-  script.Always("QD_PLMQuery", Reply::Text("x"));
-  UniqueHandle other = OpenPipe(pipe);
+  m_script.Always("QD_PLMQuery", Reply::Text("x"));
+  UniqueHandle other = OpenPipe(m_pipe);
   ASSERT_TRUE(other);
   const std::jthread closer([&] {
     Sleep(500);
@@ -188,30 +188,30 @@ TEST_F(Connection, TellsALineForEachFailedCommand) {
 
 TEST_F(Connection, LeavesNoHandleBehindAfterManyCommands) {
   StartClient();
-  script.Always("QD_PLMQuery", Reply::Text("x"));
+  m_script.Always("QD_PLMQuery", Reply::Text("x"));
   for (int i = 0; i < 20; ++i) Invoke(L"QD_PLMQuery");
   const std::size_t before = HandleCount();
   for (int i = 0; i < 500; ++i) ASSERT_EQ(Invoke(L"QD_PLMQuery"), L"x");
   EXPECT_LT(HandleCount(), before + kFewHandles);
-  EXPECT_EQ(client->ConnectionCount(), 1);
+  EXPECT_EQ(m_client->ConnectionCount(), 1);
 }
 
 TEST_F(Connection, LeavesNoHandleBehindAfterManyReconnections) {
   StartClient();
-  script.Always("QD_PLMQuery", Reply::Text("x"));
-  script.Always("QD_PLMTaskManage", Reply::Error(1, "no"));
+  m_script.Always("QD_PLMQuery", Reply::Text("x"));
+  m_script.Always("QD_PLMTaskManage", Reply::Error(1, "no"));
   for (int i = 0; i < 5; ++i) Invoke(L"QD_PLMTaskManage");
   const std::size_t before = HandleCount();
   for (int i = 0; i < 100; ++i) {
     ASSERT_EQ(Invoke(L"QD_PLMTaskManage"), L"");
   }
-  EXPECT_EQ(client->ConnectionCount(), 105);
+  EXPECT_EQ(m_client->ConnectionCount(), 105);
   EXPECT_LT(HandleCount(), before + kFewHandles);
 }
 
 TEST_F(Connection, LeavesNoHandleBehindAfterManyInvokersThatKeptTheirs) {
   StartClient();
-  script.Always("QD_PLMQuery", Reply::Text("x"));
+  m_script.Always("QD_PLMQuery", Reply::Text("x"));
   std::size_t before = 0;
   for (int i = 0; i < 105; ++i) {
     if (i == 5) before = HandleCount();

@@ -19,13 +19,13 @@ Apartment::~Apartment() {
 }
 
 HostWindow::HostWindow() {
-  WNDCLASSW windowClass{};
-  windowClass.lpfnWndProc = &Procedure;
-  windowClass.hInstance = GetModuleHandleW(nullptr);
-  windowClass.lpszClassName = kWindowClass;
-  RegisterClassW(&windowClass);
+  WNDCLASSW window_class{};
+  window_class.lpfnWndProc = &Procedure;
+  window_class.hInstance = GetModuleHandleW(nullptr);
+  window_class.lpszClassName = kWindowClass;
+  RegisterClassW(&window_class);
   m_window = CreateWindowW(kWindowClass, kWindowClass, WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 200, 100,
-                           nullptr, nullptr, windowClass.hInstance, nullptr);
+                           nullptr, nullptr, window_class.hInstance, nullptr);
   EXPECT_TRUE(m_window);
   SetWindowLongPtrW(m_window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   UpdateWindow(m_window);

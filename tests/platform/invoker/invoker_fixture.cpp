@@ -25,37 +25,37 @@ std::wstring NewPipeName() {
 
 }  // namespace
 
-InvokerTest::InvokerTest() : pipe(NewPipeName()), m_home(L"TAVO_HOME", folder.Path()) {
-  const std::wstring properties = folder.Write(L"Log4cplus.properties", kLogProperties);
-  EXPECT_TRUE(m_log.Initialize(folder.Path(), L"test", properties));
+InvokerTest::InvokerTest() : m_pipe(NewPipeName()), m_home(L"TAVO_HOME", m_folder.Path()) {
+  const std::wstring properties = m_folder.Write(L"Log4cplus.properties", kLogProperties);
+  EXPECT_TRUE(m_log.Initialize(m_folder.Path(), L"test", properties));
 }
 
-void InvokerTest::Configure(std::string_view json) const { folder.Write(kConfigurationFile, json); }
+void InvokerTest::Configure(std::string_view json) const { m_folder.Write(kConfigurationFile, json); }
 
-void InvokerTest::ConfigurePipe(std::string_view furtherMembers) const {
-  const std::string name = plm_client::JsonString(CStringHelper::UnicodeToUTF8(pipe));
-  Configure("{\"pipe\":" + name + std::string(furtherMembers) + "}");
+void InvokerTest::ConfigurePipe(std::string_view further_members) const {
+  const std::string name = plm_client::JsonString(CStringHelper::UnicodeToUTF8(m_pipe));
+  Configure("{\"pipe\":" + name + std::string(further_members) + "}");
 }
 
 void InvokerTest::StartClient(plm_client::Settings settings) {
   ConfigurePipe();
-  settings.pipe = pipe;
-  client.emplace(settings, std::ref(script));
+  settings.pipe = m_pipe;
+  m_client.emplace(settings, std::ref(m_script));
 }
 
 void InvokerTest::StartClient(plm_client::Client::Handler handler) {
   ConfigurePipe();
-  client.emplace(plm_client::Settings{.pipe = pipe}, std::move(handler));
+  m_client.emplace(plm_client::Settings{.pipe = m_pipe}, std::move(handler));
 }
 
 void InvokerTest::AwaitOpenConnections(int count) const {
-  for (int i = 0; i < 100 && client->OpenConnectionCount() != count; ++i) Sleep(10);
-  EXPECT_EQ(client->OpenConnectionCount(), count);
+  for (int i = 0; i < 100 && m_client->OpenConnectionCount() != count; ++i) Sleep(10);
+  EXPECT_EQ(m_client->OpenConnectionCount(), count);
 }
 
 std::vector<std::wstring> InvokerTest::PlatformLines() const {
   std::vector<std::wstring> lines;
-  std::wistringstream log(folder.Exists(kLogFile) ? folder.ReadText(kLogFile) : L"");
+  std::wistringstream log(m_folder.Exists(kLogFile) ? m_folder.ReadText(kLogFile) : L"");
   for (std::wstring line; std::getline(log, line);) {
     if (line.ends_with(L'\r')) line.pop_back();
     if (line.starts_with(kPlatformHead)) lines.push_back(line.substr(kPlatformHead.size()));

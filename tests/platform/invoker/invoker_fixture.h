@@ -24,7 +24,7 @@ class InvokerTest : public testing::Test {
   void Configure(std::string_view json) const;
 
   /// Writes PlmClient.json with this test's pipe and further members, such as R"(,"startTimeoutMs":10)".
-  void ConfigurePipe(std::string_view furtherMembers = {}) const;
+  void ConfigurePipe(std::string_view further_members = {}) const;
 
   /// Starts a client on this test's pipe that answers as `script` says, and configures the pipe.
   void StartClient(plm_client::Settings settings = {});
@@ -36,7 +36,7 @@ class InvokerTest : public testing::Test {
   void AwaitOpenConnections(int count) const;
 
   /// What Invoke gives for a command with the empty request.
-  std::wstring Invoke(const std::wstring& command) { return invoker.Invoke(command, L""); }
+  std::wstring Invoke(const std::wstring& command) { return m_invoker.Invoke(command, L""); }
 
   /// The lines under "platform" so far, without their head.
   std::vector<std::wstring> PlatformLines() const;
@@ -45,12 +45,12 @@ class InvokerTest : public testing::Test {
   /// `reason`; forgets it.
   void ExpectOneLine(const std::wstring& command, const std::wstring& reason);
 
-  TempFolder folder;
+  TempFolder m_folder;
   /// A pipe that no other test uses, also none that runs at the same time.
-  const std::wstring pipe;
-  plm_client::Script script;
-  std::optional<plm_client::Client> client;
-  CZALCmdInvoker invoker{L"Test", L""};
+  const std::wstring m_pipe;
+  plm_client::Script m_script;
+  std::optional<plm_client::Client> m_client;
+  CZALCmdInvoker m_invoker{L"Test", L""};
 
  private:
   ScopedEnvironment m_home;

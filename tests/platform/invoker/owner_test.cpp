@@ -51,7 +51,7 @@ TEST_P(PipeOfAnother, GetsNothingAndNoClientIsStartedInItsStead) {
   ConfigurePipe(R"(,"client":"C:\\no such program.exe")");
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
   ExpectOneLine(L"QD_PLMLogin", L"the pipe belongs to another user");
-  EXPECT_TRUE(client->Requests().empty());
+  EXPECT_TRUE(m_client->Requests().empty());
 }
 
 const Stranger kStrangers[] = {{"Administrators", L"O:BAD:P(A;;GA;;;WD)"},
@@ -65,7 +65,7 @@ class PipeOfThisUser : public InvokerTest {};
 TEST_F(PipeOfThisUser, IsTalkedToAlsoWithoutADescriptorOfItsOwn) {
   ConfigurePipe();
   const std::string content = R"({"jsonrpc":"2.0","id":1,"result":{"answer":"x"}})";
-  const RawServer server(pipe, [&](HANDLE connection) {
+  const RawServer server(m_pipe, [&](HANDLE connection) {
     ReadBytes(connection, 50);
     WriteAll(connection, "Content-Length: " + std::to_string(content.size()) + "\r\n\r\n" + content);
   });
@@ -95,7 +95,7 @@ class PipeOpenings {
 TEST_F(PipeOfThisUser, MayIdentifyThisProcessAndNeverActInItsStead) {
   // Read off the call: there are systems that let every pipe impersonate, whatever was allowed.
   StartClient();
-  script.Always("QD_PLMLogin", plm_client::Reply::Text("x"));
+  m_script.Always("QD_PLMLogin", plm_client::Reply::Text("x"));
   const PipeOpenings openings;
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"x");
   ASSERT_EQ(openings.Flags().size(), 1u);

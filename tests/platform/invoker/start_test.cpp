@@ -25,25 +25,25 @@ class Start : public InvokerTest {
   }
 
   /// Puts the program there and configures it.
-  void Install(const std::string& verb, std::string_view furtherMembers = {}) {
-    folder.MakeFolder(kFolder);
-    folder.Write(kFolder + LR"(\behaviour.txt)", verb + " " + CStringHelper::UnicodeToUTF8(pipe));
+  void Install(const std::string& verb, std::string_view further_members = {}) {
+    m_folder.MakeFolder(kFolder);
+    m_folder.Write(kFolder + LR"(\behaviour.txt)", verb + " " + CStringHelper::UnicodeToUTF8(m_pipe));
     ASSERT_TRUE(CopyFileW(BuiltProgram().c_str(), Program().c_str(), TRUE));
-    ConfigureProgram(Program(), furtherMembers);
+    ConfigureProgram(Program(), further_members);
   }
 
-  void ConfigureProgram(const std::wstring& path, std::string_view furtherMembers = {}) {
+  void ConfigureProgram(const std::wstring& path, std::string_view further_members = {}) {
     ConfigurePipe(",\"client\":" + plm_client::JsonString(CStringHelper::UnicodeToUTF8(path)) +
-                  std::string(furtherMembers));
+                  std::string(further_members));
   }
 
-  std::wstring Program() const { return folder.Path(kFolder + L"\\PLM client.exe"); }
+  std::wstring Program() const { return m_folder.Path(kFolder + L"\\PLM client.exe"); }
 
   /// What the program has found: its process id, command line and folder.
   std::vector<std::wstring> Found() const {
     std::vector<std::wstring> lines;
-    if (!folder.Exists(kFolder + LR"(\started.txt)")) return lines;
-    std::wistringstream text(folder.ReadText(kFolder + LR"(\started.txt)"));
+    if (!m_folder.Exists(kFolder + LR"(\started.txt)")) return lines;
+    std::wistringstream text(m_folder.ReadText(kFolder + LR"(\started.txt)"));
     for (std::wstring line; std::getline(text, line);) lines.push_back(line);
     return lines;
   }
@@ -77,7 +77,7 @@ TEST_F(Start, IsWithoutArgumentsInTheProgramsOwnFolder) {
   const std::vector<std::wstring> found = Found();
   ASSERT_EQ(found.size(), 3u);
   EXPECT_EQ(found[1], L"\"" + Program() + L"\"");
-  EXPECT_EQ(found[2], folder.Path(kFolder));
+  EXPECT_EQ(found[2], m_folder.Path(kFolder));
 }
 
 TEST_F(Start, HappensOnceForManyCommands) {
@@ -92,14 +92,14 @@ TEST_F(Start, HappensOnceForManyCommands) {
 
 TEST_F(Start, DoesNotHappenWhereAClientServesThePipe) {
   Install("serve");
-  client.emplace(plm_client::Settings{.pipe = pipe}, std::ref(script));
+  m_client.emplace(plm_client::Settings{.pipe = m_pipe}, std::ref(m_script));
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
   EXPECT_TRUE(Found().empty());
 }
 
 TEST_F(Start, DoesNotHappenForARequestThatCannotBeSent) {
   Install("serve");
-  EXPECT_EQ(invoker.Invoke(L"QD_PLMLogin", std::wstring(64 * 1024 * 1024, L'x')), L"");
+  EXPECT_EQ(m_invoker.Invoke(L"QD_PLMLogin", std::wstring(64 * 1024 * 1024, L'x')), L"");
   ExpectOneLine(L"QD_PLMLogin", L"the request is over 64 MiB");
   EXPECT_TRUE(Found().empty());
 }
@@ -107,7 +107,7 @@ TEST_F(Start, DoesNotHappenForARequestThatCannotBeSent) {
 TEST_F(Start, HandsNoHandleOn) {
   // given a file that this process holds alone, by a handle that could be inherited
   Install("serve");
-  const std::wstring path = folder.Write(L"held.txt", "x");
+  const std::wstring path = m_folder.Write(L"held.txt", "x");
   SECURITY_ATTRIBUTES inheritable{sizeof(inheritable), nullptr, TRUE};
   const auto open = [&] {
     return OwnHandle(CreateFileW(path.c_str(), GENERIC_READ, 0, &inheritable, OPEN_EXISTING, 0, nullptr));
@@ -160,11 +160,11 @@ class StartBesideAnotherHost : public Start {
     Install("serve-one");
     m_window.OnSent([this] {
       const Stopwatch watch;
-      while (!otherHost && watch.Milliseconds() < 10'000) {
+      while (!m_otherHost && watch.Milliseconds() < 10'000) {
         Sleep(10);
-        otherHost = OpenPipe(pipe);
+        m_otherHost = OpenPipe(m_pipe);
       }
-      onceThere();
+      m_onceThere();
       return 1;
     });
     // Lies in this thread's queue until the invoker, having started the client, serves the thread's windows
@@ -172,8 +172,8 @@ class StartBesideAnotherHost : public Start {
     std::thread([this] { SendNotifyMessageW(m_window.Handle(), HostWindow::kSent, 0, 0); }).join();
   }
 
-  UniqueHandle otherHost;
-  std::function<void()> onceThere = [] {};
+  UniqueHandle m_otherHost;
+  std::function<void()> m_onceThere = [] {};
 
  private:
   HostWindow m_window;
@@ -181,20 +181,20 @@ class StartBesideAnotherHost : public Start {
 
 TEST_F(StartBesideAnotherHost, AwaitsTheBusyPipeForTwoSeconds) {
   Stopwatch watch;
-  onceThere = [&] { watch = Stopwatch(); };
+  m_onceThere = [&] { watch = Stopwatch(); };
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
   EXPECT_GE(watch.Milliseconds(), 1'900u);
   EXPECT_LT(watch.Milliseconds(), 2'000 + kAtOnce);
-  EXPECT_TRUE(otherHost);
+  EXPECT_TRUE(m_otherHost);
   ExpectOneLine(L"QD_PLMLogin", L"stayed busy for two seconds");
 }
 
 TEST_F(StartBesideAnotherHost, ConnectsAsSoonAsThePipeIsFree) {
   std::jthread leaving;
-  onceThere = [&] {
+  m_onceThere = [&] {
     leaving = std::jthread([&] {
       Sleep(500);
-      otherHost.reset();
+      m_otherHost.reset();
     });
   };
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"served");
@@ -214,29 +214,29 @@ TEST_F(Start, OfAClientThatDiesWhileACommandWaitsEndsTheWaitAtOnce) {
 TEST_F(Start, HappensAnewAfterTheClientDied) {
   Install("die");
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
-  folder.Write(kFolder + LR"(\behaviour.txt)", "serve " + CStringHelper::UnicodeToUTF8(pipe));
+  m_folder.Write(kFolder + LR"(\behaviour.txt)", "serve " + CStringHelper::UnicodeToUTF8(m_pipe));
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"served");
 }
 
 TEST_F(Start, OfAMissingProgramFailsWithoutABox) {
   MessageBoxRecorder boxes;
-  ConfigureProgram(folder.Path(L"missing.exe"));
+  ConfigureProgram(m_folder.Path(L"missing.exe"));
   const Stopwatch watch;
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
   EXPECT_LT(watch.Milliseconds(), kAtOnce);
-  ExpectOneLine(L"QD_PLMLogin", folder.Path(L"missing.exe") + L" cannot be started (error 2)");
+  ExpectOneLine(L"QD_PLMLogin", m_folder.Path(L"missing.exe") + L" cannot be started (error 2)");
 }
 
 TEST_F(Start, OfAFileThatIsNoProgramFailsWithoutABox) {
   MessageBoxRecorder boxes;
-  ConfigureProgram(folder.Write(L"client.exe", "no program"));
+  ConfigureProgram(m_folder.Write(L"client.exe", "no program"));
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
   ExpectOneLine(L"QD_PLMLogin", L"client.exe cannot be started");
 }
 
 TEST_F(Start, LeavesTheThreadsErrorModeAsItWas) {
   const DWORD before = GetThreadErrorMode();
-  ConfigureProgram(folder.Path(L"missing.exe"));
+  ConfigureProgram(m_folder.Path(L"missing.exe"));
   Invoke(L"QD_PLMLogin");
   EXPECT_EQ(GetThreadErrorMode(), before);
 }

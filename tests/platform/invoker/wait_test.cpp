@@ -32,14 +32,14 @@ class Wait : public InvokerTest, public testing::WithParamInterface<ThreadKind> 
     });
   }
 
-  const Apartment apartment{GetParam().apartment};
-  HostWindow window;
+  const Apartment m_apartment{GetParam().apartment};
+  HostWindow m_window;
 };
 
 TEST_P(Wait, ServesMessagesThatOtherThreadsSend) {
   std::optional<LRESULT> result;
-  window.OnSent([] { return 17; });
-  StartClientThat([&] { result = window.Send(); });
+  m_window.OnSent([] { return 17; });
+  StartClientThat([&] { result = m_window.Send(); });
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"answered");
   EXPECT_EQ(result, 17);
 }
@@ -47,7 +47,7 @@ TEST_P(Wait, ServesMessagesThatOtherThreadsSend) {
 TEST_P(Wait, RepaintsTheThreadsWindows) {
   int painted = 0;
   StartClientThat([&] {
-    for (int i = 0; i < 3; ++i) painted += window.Repaint();
+    for (int i = 0; i < 3; ++i) painted += m_window.Repaint();
   });
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"answered");
   EXPECT_EQ(painted, 3);
@@ -55,29 +55,29 @@ TEST_P(Wait, RepaintsTheThreadsWindows) {
 
 TEST_P(Wait, LeavesInputInTheQueue) {
   // given input that was there before, and input that comes during the wait
-  PostMessageW(window.Handle(), WM_KEYDOWN, VK_RETURN, 0);
+  PostMessageW(m_window.Handle(), WM_KEYDOWN, VK_RETURN, 0);
   StartClientThat([&] {
-    PostMessageW(window.Handle(), WM_KEYDOWN, VK_ESCAPE, 0);
-    PostMessageW(window.Handle(), WM_LBUTTONDOWN, MK_LBUTTON, 0);
-    window.Send();
-    window.Repaint();
+    PostMessageW(m_window.Handle(), WM_KEYDOWN, VK_ESCAPE, 0);
+    PostMessageW(m_window.Handle(), WM_LBUTTONDOWN, MK_LBUTTON, 0);
+    m_window.Send();
+    m_window.Repaint();
   });
 
   // when a command waits
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"answered");
 
   // then none was handled, and all is still there, in order
-  EXPECT_EQ(window.InputCount(), 0);
+  EXPECT_EQ(m_window.InputCount(), 0);
   MSG message;
   for (const UINT expected : {WM_KEYDOWN, WM_KEYDOWN, WM_LBUTTONDOWN}) {
-    ASSERT_TRUE(PeekMessageW(&message, window.Handle(), WM_KEYFIRST, WM_MOUSELAST, PM_REMOVE));
+    ASSERT_TRUE(PeekMessageW(&message, m_window.Handle(), WM_KEYFIRST, WM_MOUSELAST, PM_REMOVE));
     EXPECT_EQ(message.message, expected);
   }
 }
 
 TEST_P(Wait, LeavesTheMessageToQuitInTheQueue) {
   PostQuitMessage(5);
-  StartClientThat([&] { window.Send(); });
+  StartClientThat([&] { m_window.Send(); });
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"answered");
   MSG message;
   ASSERT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
@@ -88,13 +88,13 @@ TEST_P(Wait, GivesASecondCommandNoAnswerAtOnce) {
   // given a window procedure that invokes a second command
   std::wstring second = L"not invoked";
   ULONGLONG took = 0;
-  window.OnSent([&] {
+  m_window.OnSent([&] {
     const Stopwatch watch;
-    second = invoker.Invoke(L"QD_PLMTaskManage", L"");
+    second = m_invoker.Invoke(L"QD_PLMTaskManage", L"");
     took = watch.Milliseconds();
     return 1;
   });
-  StartClientThat([&] { window.Send(); });
+  StartClientThat([&] { m_window.Send(); });
 
   // when it is reached while the first waits
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"answered");
@@ -103,18 +103,18 @@ TEST_P(Wait, GivesASecondCommandNoAnswerAtOnce) {
   EXPECT_EQ(second, L"");
   EXPECT_LT(took, kAtOnce);
   ExpectOneLine(L"QD_PLMTaskManage", L"another command is still waiting");
-  EXPECT_EQ(client->Requests().size(), 1u);
-  window.OnSent([] { return 1; });
+  EXPECT_EQ(m_client->Requests().size(), 1u);
+  m_window.OnSent([] { return 1; });
   EXPECT_EQ(Invoke(L"QD_PLMTaskManage"), L"answered");
-  EXPECT_EQ(client->ConnectionCount(), 1);
+  EXPECT_EQ(m_client->ConnectionCount(), 1);
 }
 
 TEST_P(Wait, ForABusyPipeServesLikewise) {
   StartClient(plm_client::Settings{.instances = 1});
-  const UniqueHandle other = OpenPipe(pipe);
+  const UniqueHandle other = OpenPipe(m_pipe);
   std::future<bool> served = std::async(std::launch::async, [&] {
     Sleep(200);
-    return window.Send().has_value() && window.Repaint();
+    return m_window.Send().has_value() && m_window.Repaint();
   });
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
   EXPECT_EQ(served.wait_for(std::chrono::seconds(0)), std::future_status::ready);
@@ -127,7 +127,7 @@ TEST_P(Wait, ForAClientThatDoesNotReadYetServesLikewise) {
   ConfigurePipe();
   std::wstring second = L"not invoked";
   ULONGLONG took = kAtOnce;
-  window.OnSent([&] {
+  m_window.OnSent([&] {
     const Stopwatch watch;
     second = Invoke(L"QD_PLMTaskManage");
     took = watch.Milliseconds();
@@ -135,17 +135,17 @@ TEST_P(Wait, ForAClientThatDoesNotReadYetServesLikewise) {
   });
   std::optional<LRESULT> sent;
   bool painted = false;
-  const RawServer server(pipe, [&](HANDLE connection) {
+  const RawServer server(m_pipe, [&](HANDLE connection) {
     Sleep(200);  // by then the pipe is full
-    sent = window.Send();
-    painted = window.Repaint();
+    sent = m_window.Send();
+    painted = m_window.Repaint();
     ReadBytes(connection, 2'000'000);
     const std::string content = R"({"jsonrpc":"2.0","id":1,"result":{"answer":"answered"}})";
     WriteAll(connection, "Content-Length: " + std::to_string(content.size()) + "\r\n\r\n" + content);
   });
 
   // when the request is sent
-  EXPECT_EQ(invoker.Invoke(L"QD_PLMQuery", std::wstring(2'000'000, L'x')), L"answered");
+  EXPECT_EQ(m_invoker.Invoke(L"QD_PLMQuery", std::wstring(2'000'000, L'x')), L"answered");
 
   // then the window was served, and the second command was not started
   EXPECT_EQ(sent, 17);
@@ -159,40 +159,40 @@ TEST_P(Wait, OutlastsTheOwnerThatLetsGoOfTheInvoker) {
   // given an invoker that a caller holds as well, and an owner that lets go of it during the wait
   auto owner = std::make_shared<CZALCmdInvoker>(L"Test", L"");
   std::shared_ptr<CZALCmdInvoker> caller = owner;
-  window.OnSent([&] {
+  m_window.OnSent([&] {
     owner.reset();
     return 1;
   });
-  StartClientThat([&] { window.Send(); });
+  StartClientThat([&] { m_window.Send(); });
 
   // then the caller gets its answer, and the connection ends with the caller's hold
   EXPECT_EQ(caller->Invoke(L"QD_PLMQuery", L""), L"answered");
   EXPECT_FALSE(owner);
-  EXPECT_EQ(client->OpenConnectionCount(), 1);
+  EXPECT_EQ(m_client->OpenConnectionCount(), 1);
   caller.reset();
   AwaitOpenConnections(0);
 }
 
 TEST_P(Wait, EndsWithoutAnAnswerWhereAWindowThrows) {
   const ThrowingDispatch dispatch;
-  window.OnPaint([] { throw 5; });
-  StartClientThat([&] { window.Repaint(); });
+  m_window.OnPaint([] { throw 5; });
+  StartClientThat([&] { m_window.Repaint(); });
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
   ExpectOneLine(L"QD_PLMQuery", L"unknown exception");
-  window.OnPaint([] {});
+  m_window.OnPaint([] {});
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"answered");
 }
 
 TEST_P(Wait, EndsQuietlyWhereThereIsNoMemoryForTheLine) {
   const ThrowingDispatch dispatch;
-  std::optional<FailingMemory> noMemory;
-  window.OnPaint([&] {
-    noMemory.emplace();
+  std::optional<FailingMemory> no_memory;
+  m_window.OnPaint([&] {
+    no_memory.emplace();
     throw 5;
   });
-  StartClientThat([&] { window.Repaint(); });
+  StartClientThat([&] { m_window.Repaint(); });
   const std::wstring answer = Invoke(L"QD_PLMQuery");
-  noMemory.reset();
+  no_memory.reset();
   EXPECT_EQ(answer, L"");
   EXPECT_TRUE(PlatformLines().empty());
 }

@@ -14,15 +14,15 @@ namespace {
 
 class ClientTest : public testing::Test {
  protected:
-  const std::wstring pipe = NewPipeName();
-  Script script;
+  const std::wstring m_pipe = NewPipeName();
+  Script m_script;
 };
 
 TEST_F(ClientTest, AnswersTheBytesOfTheProtocolWithTheBytesOfTheProtocol) {
   // given the example of the protocol's description
-  const Client client({.pipe = pipe}, std::ref(script));
-  script.Always("QD_PLMLogin", Reply::Text(R"({"__InvokeResult__":true,"user":"kim"})"));
-  const Host host(pipe);
+  const Client client({.pipe = m_pipe}, std::ref(m_script));
+  m_script.Always("QD_PLMLogin", Reply::Text(R"({"__InvokeResult__":true,"user":"kim"})"));
+  const Host host(m_pipe);
   const std::string request =
       "Content-Length: 90\r\n\r\n"
       "{\"jsonrpc\":\"2.0\",\"id\":7,\"method\":\"invoke\",\"params\":{\"command\":\"QD_PLMLogin\","
@@ -45,8 +45,8 @@ TEST_F(ClientTest, AnswersTheBytesOfTheProtocolWithTheBytesOfTheProtocol) {
 }
 
 TEST_F(ClientTest, ReadsRequestsHoweverTheyAreSplit) {
-  const Client client({.pipe = pipe}, std::ref(script));
-  const Host host(pipe);
+  const Client client({.pipe = m_pipe}, std::ref(m_script));
+  const Host host(m_pipe);
   const std::string content =
       R"({"jsonrpc":"2.0","id":1,"method":"invoke","params":{"command":"A","request":"{\"a\":1}"}})";
   const std::string two = Frame(content) + Frame(content);
@@ -61,10 +61,10 @@ TEST_F(ClientTest, ReadsRequestsHoweverTheyAreSplit) {
 }
 
 TEST_F(ClientTest, AnswersInTurnThenAlwaysThenEmpty) {
-  const Client client({.pipe = pipe}, std::ref(script));
-  script.InTurn("A", {Reply::Text("1"), Reply::Text("2")});
-  script.Always("A", Reply::Text("always"));
-  const Host host(pipe);
+  const Client client({.pipe = m_pipe}, std::ref(m_script));
+  m_script.InTurn("A", {Reply::Text("1"), Reply::Text("2")});
+  m_script.Always("A", Reply::Text("always"));
+  const Host host(m_pipe);
   EXPECT_EQ(host.Ask(1, "A"), R"({"jsonrpc":"2.0","id":1,"result":{"answer":"1"}})");
   EXPECT_EQ(host.Ask(2, "A"), R"({"jsonrpc":"2.0","id":2,"result":{"answer":"2"}})");
   EXPECT_EQ(host.Ask(3, "A"), R"({"jsonrpc":"2.0","id":3,"result":{"answer":"always"}})");
@@ -72,21 +72,21 @@ TEST_F(ClientTest, AnswersInTurnThenAlwaysThenEmpty) {
 }
 
 TEST_F(ClientTest, TellsAnErrorAndWhatItsHandlerThrows) {
-  const Client client({.pipe = pipe}, [](const Request& request, std::stop_token) {
+  const Client client({.pipe = m_pipe}, [](const Request& request, std::stop_token) {
     if (request.command == "A") return Reply::Error(-5, "no \"A\"");
     throw std::runtime_error("broken");
   });
-  const Host host(pipe);
+  const Host host(m_pipe);
   EXPECT_EQ(host.Ask(1, "A"), R"({"jsonrpc":"2.0","id":1,"error":{"code":-5,"message":"no \"A\""}})");
   EXPECT_EQ(host.Ask(2, "B"), R"({"jsonrpc":"2.0","id":2,"error":{"code":-32603,"message":"broken"}})");
 }
 
 TEST_F(ClientTest, CanBreakTheProtocolInEveryWay) {
-  const Client client({.pipe = pipe}, std::ref(script));
-  script.InTurn(
+  const Client client({.pipe = m_pipe}, std::ref(m_script));
+  m_script.InTurn(
       "A", {Reply::Text("x").WithId(99), Reply::Text("x").Following("{}"), Reply::Text("x").FollowedBy("[]"),
             Reply::Result("5"), Reply::Message("no json"), Reply::Bytes("abc").ThenDisconnect()});
-  const Host host(pipe);
+  const Host host(m_pipe);
   EXPECT_EQ(host.Ask(1, "A"), R"({"jsonrpc":"2.0","id":99,"result":{"answer":"x"}})");
   EXPECT_EQ(host.Ask(2, "A"), "{}");
   EXPECT_EQ(host.ReceiveContent(), R"({"jsonrpc":"2.0","id":2,"result":{"answer":"x"}})");
@@ -99,21 +99,21 @@ TEST_F(ClientTest, CanBreakTheProtocolInEveryWay) {
 }
 
 TEST_F(ClientTest, WaitsBeforeItAnswers) {
-  const Client client({.pipe = pipe}, std::ref(script));
-  script.Always("A", Reply::Text("x").After(300ms));
-  const Host host(pipe);
+  const Client client({.pipe = m_pipe}, std::ref(m_script));
+  m_script.Always("A", Reply::Text("x").After(300ms));
+  const Host host(m_pipe);
   const ULONGLONG start = GetTickCount64();
   host.Ask(1, "A");
   EXPECT_GE(GetTickCount64() - start, 290u);
 }
 
 TEST_F(ClientTest, ServesTheNextHostAfterOneThatWentOff) {
-  const Client client({.pipe = pipe, .instances = 1}, std::ref(script));
+  const Client client({.pipe = m_pipe, .instances = 1}, std::ref(m_script));
   for (int i = 1; i <= 5; ++i) {
-    Host host(pipe);
+    Host host(m_pipe);
     for (int tries = 0; tries < 100 && !host.IsConnected(); ++tries) {
       Sleep(10);
-      host = Host(pipe);
+      host = Host(m_pipe);
     }
     ASSERT_TRUE(host.IsConnected());
     EXPECT_EQ(host.Ask(i, "A").find("error"), std::string::npos);
@@ -122,9 +122,9 @@ TEST_F(ClientTest, ServesTheNextHostAfterOneThatWentOff) {
 }
 
 TEST_F(ClientTest, ServesHostsSideBySide) {
-  const Client client({.pipe = pipe}, std::ref(script));
-  script.Always("slow", Reply::Text("x").After(500ms));
-  const Host first(pipe), second(pipe);
+  const Client client({.pipe = m_pipe}, std::ref(m_script));
+  m_script.Always("slow", Reply::Text("x").After(500ms));
+  const Host first(m_pipe), second(m_pipe);
   std::jthread slow([&] { first.Ask(1, "slow"); });
   ASSERT_TRUE(client.WaitForRequests(1, 5s));
   EXPECT_EQ(second.Ask(1, "A"), R"({"jsonrpc":"2.0","id":1,"result":{"answer":""}})");
@@ -133,8 +133,8 @@ TEST_F(ClientTest, ServesHostsSideBySide) {
 }
 
 TEST_F(ClientTest, RefusesWhatIsNoRequestAndGoesOn) {
-  const Client client({.pipe = pipe}, std::ref(script));
-  const Host host(pipe);
+  const Client client({.pipe = m_pipe}, std::ref(m_script));
+  const Host host(m_pipe);
   const char* const kNoRequests[] = {
       "{",
       "[]",
@@ -153,32 +153,32 @@ TEST_F(ClientTest, RefusesWhatIsNoRequestAndGoesOn) {
 }
 
 TEST_F(ClientTest, EndsAConnectionWithoutAProperHeader) {
-  const Client client({.pipe = pipe}, std::ref(script));
-  const Host host(pipe);
+  const Client client({.pipe = m_pipe}, std::ref(m_script));
+  const Host host(m_pipe);
   host.Send("Content-Size: 2\r\n\r\n{}");
   EXPECT_NE(host.ReceiveContent().find("Content-Length"), std::string::npos);
   EXPECT_EQ(host.ReceiveContent(), "closed");
-  EXPECT_EQ(Host(pipe).Ask(1, "A"), R"({"jsonrpc":"2.0","id":1,"result":{"answer":""}})");
+  EXPECT_EQ(Host(m_pipe).Ask(1, "A"), R"({"jsonrpc":"2.0","id":1,"result":{"answer":""}})");
 }
 
 TEST_F(ClientTest, EndsWhileAHostIsConnectedAndAPersonHasNotChosen) {
   // given a handler that waits for a person until it is told to stop
-  auto client = std::make_unique<Client>(Settings{.pipe = pipe}, [](const Request&, std::stop_token stop) {
+  auto client = std::make_unique<Client>(Settings{.pipe = m_pipe}, [](const Request&, std::stop_token stop) {
     while (!stop.stop_requested()) Sleep(10);
     return Reply::Nothing();
   });
-  const Host host(pipe);
+  const Host host(m_pipe);
   std::string content;
   const std::jthread asking([&] { content = host.Ask(1, "A"); });
   ASSERT_TRUE(client->WaitForRequests(1, 5s));
   client.reset();  // must return
-  EXPECT_FALSE(Host(pipe).IsConnected());
+  EXPECT_FALSE(Host(m_pipe).IsConnected());
 }
 
 TEST_F(ClientTest, DoesNotShareItsPipe) {
-  const Client client({.pipe = pipe}, std::ref(script));
+  const Client client({.pipe = m_pipe}, std::ref(m_script));
   try {
-    const Client second({.pipe = pipe}, std::ref(script));
+    const Client second({.pipe = m_pipe}, std::ref(m_script));
     ADD_FAILURE() << "two clients serve one pipe";
   } catch (const std::runtime_error& failure) {
     EXPECT_NE(std::string(failure.what()).find("tavo-client-test-"), std::string::npos);
@@ -186,12 +186,12 @@ TEST_F(ClientTest, DoesNotShareItsPipe) {
 }
 
 TEST_F(ClientTest, NamesAFaultySecurityDescriptor) {
-  EXPECT_THROW(Client({.pipe = pipe, .security = L"nonsense"}, std::ref(script)), std::runtime_error);
+  EXPECT_THROW(Client({.pipe = m_pipe, .security = L"nonsense"}, std::ref(m_script)), std::runtime_error);
 }
 
 TEST_F(ClientTest, OwnsItsPipeAsTheUserAndLetsNobodyElseIn) {
-  const Client client({.pipe = pipe}, std::ref(script));
-  const Host host(pipe);
+  const Client client({.pipe = m_pipe}, std::ref(m_script));
+  const Host host(m_pipe);
   PSECURITY_DESCRIPTOR descriptor = nullptr;
   ASSERT_EQ(
       GetSecurityInfo(host.Pipe(), SE_KERNEL_OBJECT, OWNER_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION,

@@ -63,28 +63,28 @@ class ConsoleTest : public testing::Test {
  protected:
   /// The program over the folder "answers", on this test's pipe.
   std::wstring Arguments(const std::wstring& further = L"") const {
-    return L"--answers \"" + folder.Path(L"answers") + L"\" --pipe " + pipe + L" " + further;
+    return L"--answers \"" + m_folder.Path(L"answers") + L"\" --pipe " + m_pipe + L" " + further;
   }
 
   /// A host, as soon as the pipe is served.
   Host Connect() const {
-    Host host(pipe);
+    Host host(m_pipe);
     for (int tries = 0; tries < 500 && !host.IsConnected(); ++tries) {
       Sleep(10);
-      host = Host(pipe);
+      host = Host(m_pipe);
     }
     EXPECT_TRUE(host.IsConnected());
     return host;
   }
 
-  const std::wstring pipe = NewPipeName();
-  TempFolder folder;
+  const std::wstring m_pipe = NewPipeName();
+  TempFolder m_folder;
 };
 
 TEST_F(ConsoleTest, AnswersOutOfTheFolderTellsRecordsAndEndsWhenIdle) {
-  folder.Write(L"answers\\QD_PLMLogin.json", R"({"__InvokeResult__":true})");
-  const Console console(folder,
-                        Arguments(L"--until-idle 1 --record \"" + folder.Path(L"record.jsonl") + L"\""));
+  m_folder.Write(L"answers\\QD_PLMLogin.json", R"({"__InvokeResult__":true})");
+  const Console console(m_folder,
+                        Arguments(L"--until-idle 1 --record \"" + m_folder.Path(L"record.jsonl") + L"\""));
   {
     const Host host = Connect();
     EXPECT_EQ(host.Ask(1, "QD_PLMLogin"),
@@ -97,11 +97,12 @@ TEST_F(ConsoleTest, AnswersOutOfTheFolderTellsRecordsAndEndsWhenIdle) {
   const std::string login =
       "    PLM client asked: QD_PLMLogin with nothing\r\n"
       "    PLM client answers, from QD_PLMLogin.json: {\"__InvokeResult__\":true}\r\n";
-  EXPECT_EQ(console.Output(), "serving \\\\.\\pipe\\" + CStringHelper::UnicodeToUTF8(pipe) + "\r\n" + login +
+  EXPECT_EQ(console.Output(), "serving \\\\.\\pipe\\" + CStringHelper::UnicodeToUTF8(m_pipe) + "\r\n" +
+                                  login +
                                   "    PLM client asked: QD_PLMQuery with {\"a\":1}\r\n"
                                   "    PLM client answers: nothing\r\n" +
                                   login);
-  EXPECT_EQ(folder.Read(L"record.jsonl"),
+  EXPECT_EQ(m_folder.Read(L"record.jsonl"),
             "{\"command\":\"QD_PLMLogin\",\"request\":\"\"}\n"
             "{\"command\":\"QD_PLMQuery\",\"request\":\"{\\\"a\\\":1}\"}\n"
             "{\"command\":\"QD_PLMLogin\",\"request\":\"\"}\n");
@@ -109,35 +110,35 @@ TEST_F(ConsoleTest, AnswersOutOfTheFolderTellsRecordsAndEndsWhenIdle) {
 }
 
 TEST_F(ConsoleTest, IsQuietWhenTold) {
-  folder.MakeFolder(L"answers");
-  const Console console(folder, Arguments(L"--until-idle 1 --quiet"));
+  m_folder.MakeFolder(L"answers");
+  const Console console(m_folder, Arguments(L"--until-idle 1 --quiet"));
   EXPECT_EQ(Connect().Ask(1, "QD_PLMQuery"), R"({"jsonrpc":"2.0","id":1,"result":{"answer":""}})");
   EXPECT_EQ(console.ExitCode(), 0u);
   EXPECT_EQ(console.Output(), "");
 }
 
 TEST_F(ConsoleTest, SaysWhatIsWrongWithItsArguments) {
-  folder.MakeFolder(L"answers");
+  m_folder.MakeFolder(L"answers");
   const std::pair<std::wstring, const char*> cases[] = {
       {L"", "--answers must name a folder"},
-      {L"--answers \"" + folder.Path(L"missing") + L"\"", "--answers must name a folder"},
+      {L"--answers \"" + m_folder.Path(L"missing") + L"\"", "--answers must name a folder"},
       {L"--answers", "--answers needs a value"},
       {Arguments(L"--until-idle soon"), "--until-idle takes a number of seconds, not soon"},
       {Arguments(L"--loud"), "no such option: --loud"},
-      {Arguments(L"--record \"" + folder.Path(L"missing\\record") + L"\""), "cannot be written"},
+      {Arguments(L"--record \"" + m_folder.Path(L"missing\\record") + L"\""), "cannot be written"},
   };
   for (const auto& [arguments, message] : cases) {
-    const Console console(folder, arguments);
+    const Console console(m_folder, arguments);
     EXPECT_EQ(console.ExitCode(), 2u) << message;
     EXPECT_NE(console.Errors().find(message), std::string::npos) << console.Errors();
   }
 }
 
 TEST_F(ConsoleTest, SaysThatAnotherClientServesThePipe) {
-  folder.MakeFolder(L"answers");
-  const Console first(folder, Arguments());
+  m_folder.MakeFolder(L"answers");
+  const Console first(m_folder, Arguments());
   Connect();
-  const Console second(folder, Arguments());
+  const Console second(m_folder, Arguments());
   EXPECT_EQ(second.ExitCode(), 2u);
   EXPECT_NE(second.Errors().find("cannot be made"), std::string::npos) << second.Errors();
 }

@@ -30,9 +30,9 @@ std::wstring Find(HINSTANCE module, unsigned id, LANGID language) {
 LANGID StringTableLanguage(LANGID ui_language) noexcept {
   if (PRIMARYLANGID(ui_language) != LANG_CHINESE) return kEnglish;
   constexpr WORD kNeutralTraditional = 0x1F;
-  constexpr WORD traditional[] = {SUBLANG_CHINESE_TRADITIONAL, SUBLANG_CHINESE_HONGKONG,
-                                  SUBLANG_CHINESE_MACAU, kNeutralTraditional};
-  const bool is_traditional = std::ranges::count(traditional, SUBLANGID(ui_language)) != 0;
+  constexpr WORD kTraditional[] = {SUBLANG_CHINESE_TRADITIONAL, SUBLANG_CHINESE_HONGKONG,
+                                   SUBLANG_CHINESE_MACAU, kNeutralTraditional};
+  const bool is_traditional = std::ranges::count(kTraditional, SUBLANGID(ui_language)) != 0;
   return is_traditional ? kTraditionalChinese : kSimplifiedChinese;
 }
 

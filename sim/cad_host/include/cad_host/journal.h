@@ -13,13 +13,13 @@ namespace cad_host {
 /// One line of the journal.
 struct JournalEntry {
   enum class Kind {
-    Call,    ///< an add-in called the host
-    Callee,  ///< the host called an add-in
-    Event,   ///< the host told its event sinks
-    Note,    ///< something that the host found worth saying
+    kCall,    ///< an add-in called the host
+    kCallee,  ///< the host called an add-in
+    kEvent,   ///< the host told its event sinks
+    kNote,    ///< something that the host found worth saying
   };
 
-  Kind kind = Kind::Note;
+  Kind kind = Kind::kNote;
   int depth = 0;           ///< how many other entries it happened within
   std::wstring method;     ///< such as "ISldWorks::OpenDoc6"; for a note, its text
   std::wstring arguments;  ///< what went in, such as `"C:\bolt.sldprt", 1, 1, ""`

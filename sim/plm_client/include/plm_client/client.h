@@ -28,7 +28,7 @@ struct Settings {
   /// user alone.
   std::wstring security{};
   /// The connection is closed when so many bytes have been read from it.
-  std::size_t readLimit = static_cast<std::size_t>(-1);
+  std::size_t read_limit = static_cast<std::size_t>(-1);
 };
 
 /// `tavo-plm-client-` and the SID of this user: the name under which a host looks for the client.
@@ -72,7 +72,7 @@ class Client {
   void Serve(PipeStream& stream, std::stop_token stop);
   void ServeConnection(PipeStream& stream, int connection, std::stop_token stop);
   bool AnswerFrames(PipeStream& stream, std::string& bytes, int connection, std::stop_token stop);
-  Reply Answer(Request& request, std::size_t contentStart, std::stop_token stop);
+  Reply Answer(Request& request, std::size_t content_start, std::stop_token stop);
   static bool Send(PipeStream& stream, const Reply& reply, std::uint64_t id);
   int CountConnection();
   void Record(const Request& request);

@@ -32,7 +32,7 @@ AddInTest::AddInTest() : m_home(PlatformHome::Instance()) {
 AddInTest::~AddInTest() = default;
 
 void AddInTest::TearDown() {
-  if (m_add_in) Disconnect();
+  if (m_addIn) Disconnect();
   for (const auto& held : m_host->HeldReferences()) {
     ADD_FAILURE() << "still held " << held.count << " times: " << Utf8(held.object);
   }
@@ -43,38 +43,38 @@ void AddInTest::TearDown() {
   EXPECT_EQ(m_home.IconFiles(), std::vector<std::wstring>{});
 }
 
-void AddInTest::Connect() { m_add_in = &m_host->Connect(L"TAVO SolidWorks Integration"); }
+void AddInTest::Connect() { m_addIn = &m_host->Connect(L"TAVO SolidWorks Integration"); }
 
 void AddInTest::ConnectAndLogIn() {
   Connect();
   ASSERT_TRUE(Pick(L"PlmLogin").Succeeded());
   m_host->GetJournal().Clear();
-  m_seen_requests = m_client->Requests().size();
+  m_seenRequests = m_client->Requests().size();
 }
 
-bool AddInTest::Disconnect() { return m_host->Disconnect(*std::exchange(m_add_in, nullptr)); }
+bool AddInTest::Disconnect() { return m_host->Disconnect(*std::exchange(m_addIn, nullptr)); }
 
 void AddInTest::ServeWith(plm_client::Client::Handler handler) {
   m_client.reset();  // one serves the pipe
   m_client =
       std::make_unique<plm_client::Client>(plm_client::Settings{.pipe = PipeName()}, std::move(handler));
-  m_seen_requests = 0;
+  m_seenRequests = 0;
 }
 
 void AddInTest::RestartHost(const std::wstring& revision) {
-  m_add_in = nullptr;
+  m_addIn = nullptr;
   m_host.reset();
   m_host = std::make_unique<cad_host::Host>(
       cad_host::HostOptions{.state_folder = m_folder.Path(), .revision = revision});
 }
 
 cad_host::PickResult AddInTest::Pick(const std::wstring& callback) {
-  const cad_host::PickResult result = m_host->Pick(*m_add_in, callback);
+  const cad_host::PickResult result = m_host->Pick(*m_addIn, callback);
   EXPECT_TRUE(result.enabled) << Utf8(callback) << " is greyed out";
   return result;
 }
 
-ISolidWorksAddInPtr AddInTest::Object() const { return m_add_in->object; }
+ISolidWorksAddInPtr AddInTest::Object() const { return m_addIn->object; }
 
 long AddInTest::Enabled(const std::wstring& enable_method) const {
   const ISolidWorksAddInPtr object = Object();
@@ -100,7 +100,7 @@ void AddInTest::Answer(const std::string& command, std::string_view text) {
 std::vector<std::string> AddInTest::Asked() const {
   std::vector<std::string> asked;
   const auto requests = m_client->Requests();
-  for (std::size_t index = m_seen_requests; index < requests.size(); ++index) {
+  for (std::size_t index = m_seenRequests; index < requests.size(); ++index) {
     asked.push_back(requests[index].command + " " + requests[index].text);
   }
   return asked;

@@ -79,11 +79,11 @@ class AddInTest : public testing::Test {
   plm_client::Script m_script;
   std::unique_ptr<plm_client::Client> m_client;
   std::unique_ptr<cad_host::Host> m_host;
-  cad_host::AddIn* m_add_in = nullptr;
+  cad_host::AddIn* m_addIn = nullptr;
   std::optional<MessageBoxRecorder> m_boxes;
 
  private:
-  std::size_t m_seen_requests = 0;
+  std::size_t m_seenRequests = 0;
 };
 
 /// `text` as UTF-8 for a failure message.

@@ -53,7 +53,7 @@ void PlatformHome::Reset() {
   for (const std::wstring& name : m_folder.List(kConfiguration)) {
     DeleteFileW(ConfigurationPath(name).c_str());
   }
-  m_seen_lines = AllLogLines().size();
+  m_seenLines = AllLogLines().size();
 }
 
 std::wstring PlatformHome::WriteConfiguration(std::wstring_view name, std::string_view bytes) const {
@@ -66,7 +66,7 @@ std::wstring PlatformHome::ConfigurationPath(std::wstring_view name) const {
 
 std::vector<std::wstring> PlatformHome::LogLines() const {
   std::vector<std::wstring> lines = AllLogLines();
-  lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(m_seen_lines));
+  lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(m_seenLines));
   return lines;
 }
 

@@ -47,5 +47,5 @@ class PlatformHome {
   ScopedEnvironment m_home;
   ScopedEnvironment m_tmp;
   ScopedEnvironment m_temp;
-  std::size_t m_seen_lines = 0;
+  std::size_t m_seenLines = 0;
 };

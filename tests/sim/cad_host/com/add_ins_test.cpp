@@ -16,11 +16,11 @@ constexpr long kGroup = 0;
 class AddInsTest : public HostTest {
  protected:
   AddInsTest() {
-    m_add_in.on_connect = [this](IDispatch* host, long cookie, VARIANT_BOOL*) {
+    m_addIn.on_connect = [this](IDispatch* host, long cookie, VARIANT_BOOL*) {
       m_cookie = cookie;
       const ISldWorksPtr application = ApplicationOf(host);
       VARIANT_BOOL flag = VARIANT_FALSE;
-      application->SetAddinCallbackInfo(7, static_cast<IDispatch*>(&m_add_in), cookie, &flag);
+      application->SetAddinCallbackInfo(7, static_cast<IDispatch*>(&m_addIn), cookie, &flag);
       EXPECT_EQ(flag, VARIANT_TRUE);
       ICommandManagerPtr manager;
       application->GetCommandManager(cookie, &manager);
@@ -33,7 +33,7 @@ class AddInsTest : public HostTest {
       group->Activate(&flag);
       return S_OK;
     };
-    m_add_in.methods[L"Run"] = [this](DISPPARAMS& arguments, VARIANT*, EXCEPINFO*) {
+    m_addIn.methods[L"Run"] = [this](DISPPARAMS& arguments, VARIANT*, EXCEPINFO*) {
       EXPECT_EQ(arguments.cArgs, 0u);
       ++m_runs;
       return S_OK;
@@ -45,13 +45,13 @@ class AddInsTest : public HostTest {
     HostTest::TearDown();
     for (const auto& add_in : Host().ConnectedAddIns())
       EXPECT_EQ(add_in->object, nullptr) << "still connected";
-    EXPECT_EQ(m_add_in.References(), 0u);
+    EXPECT_EQ(m_addIn.References(), 0u);
   }
 
-  AddIn& Connect() { return Host().Connect(&m_add_in, L"Test add-in"); }
+  AddIn& Connect() { return Host().Connect(&m_addIn, L"Test add-in"); }
 
   void EnableByReference(long status) {
-    m_add_in.methods[L"MayRun"] = [status](DISPPARAMS& arguments, VARIANT*, EXCEPINFO*) {
+    m_addIn.methods[L"MayRun"] = [status](DISPPARAMS& arguments, VARIANT*, EXCEPINFO*) {
       EXPECT_EQ(arguments.cArgs, 1u);
       EXPECT_EQ(arguments.rgvarg[0].vt, VT_BYREF | VT_I4);
       *arguments.rgvarg[0].plVal = status;
@@ -60,7 +60,7 @@ class AddInsTest : public HostTest {
   }
 
   void EnableByResult(long status) {
-    m_add_in.methods[L"MayRun"] = [status](DISPPARAMS& arguments, VARIANT* result, EXCEPINFO*) {
+    m_addIn.methods[L"MayRun"] = [status](DISPPARAMS& arguments, VARIANT* result, EXCEPINFO*) {
       if (arguments.cArgs > 0) return DISP_E_BADPARAMCOUNT;
       result->vt = VT_I4;
       result->lVal = status;
@@ -68,7 +68,7 @@ class AddInsTest : public HostTest {
     };
   }
 
-  TestAddIn m_add_in;
+  TestAddIn m_addIn;
   long m_cookie = 0;
   int m_runs = 0;
 };
@@ -83,7 +83,7 @@ TEST_F(AddInsTest, ConnectsAndReleasesAtTheEnd) {
 }
 
 TEST_F(AddInsTest, TellsWhenAnAddInDoesNotCallItselfDisconnected) {
-  m_add_in.on_disconnect = [](VARIANT_BOOL* disconnected) {
+  m_addIn.on_disconnect = [](VARIANT_BOOL* disconnected) {
     *disconnected = VARIANT_FALSE;
     return S_OK;
   };
@@ -91,7 +91,7 @@ TEST_F(AddInsTest, TellsWhenAnAddInDoesNotCallItselfDisconnected) {
 }
 
 TEST_F(AddInsTest, AnAddInThatDoesNotConnectIsReleased) {
-  m_add_in.on_connect = [](IDispatch*, long, VARIANT_BOOL* connected) {
+  m_addIn.on_connect = [](IDispatch*, long, VARIANT_BOOL* connected) {
     *connected = VARIANT_FALSE;
     return S_OK;
   };
@@ -100,7 +100,7 @@ TEST_F(AddInsTest, AnAddInThatDoesNotConnectIsReleased) {
 }
 
 TEST_F(AddInsTest, AnExceptionThatLeavesConnectPassesThrough) {
-  m_add_in.on_connect = [](IDispatch*, long, VARIANT_BOOL*) -> HRESULT { throw 42; };
+  m_addIn.on_connect = [](IDispatch*, long, VARIANT_BOOL*) -> HRESULT { throw 42; };
   EXPECT_THROW(Connect(), int);
   EXPECT_TRUE(Host().ConnectedAddIns().empty());
   EXPECT_TRUE(Journal().Contains(L"left by an exception"));
@@ -138,14 +138,14 @@ INSTANTIATE_TEST_SUITE_P(All, StatusTest,
 
 TEST_F(AddInsTest, AnEnableMethodThatFailsGreysOut) {
   AddIn& add_in = Connect();
-  m_add_in.methods[L"MayRun"] = [](DISPPARAMS&, VARIANT*, EXCEPINFO*) { return E_FAIL; };
+  m_addIn.methods[L"MayRun"] = [](DISPPARAMS&, VARIANT*, EXCEPINFO*) { return E_FAIL; };
   EXPECT_FALSE(Host().IsEnabled(add_in, L"Item"));
   Host().Disconnect(add_in);
 }
 
 TEST_F(AddInsTest, AnEnableMethodThatIsNotThereGreysNothingOut) {
   AddIn& add_in = Connect();
-  m_add_in.methods.erase(L"MayRun");
+  m_addIn.methods.erase(L"MayRun");
   EXPECT_TRUE(Host().IsEnabled(add_in, L"Item"));
   EXPECT_TRUE(Journal().Contains(L"enable method MayRun not found"));
   Host().Disconnect(add_in);
@@ -153,7 +153,7 @@ TEST_F(AddInsTest, AnEnableMethodThatIsNotThereGreysNothingOut) {
 
 TEST_F(AddInsTest, ReportsTheExceptionOfACallback) {
   AddIn& add_in = Connect();
-  m_add_in.methods[L"Run"] = [](DISPPARAMS&, VARIANT*, EXCEPINFO* exception) {
+  m_addIn.methods[L"Run"] = [](DISPPARAMS&, VARIANT*, EXCEPINFO* exception) {
     exception->scode = E_ACCESSDENIED;
     exception->bstrSource = SysAllocString(L"the add-in");
     exception->bstrDescription = SysAllocString(L"not allowed");
@@ -185,8 +185,8 @@ TEST_F(AddInsTest, AnUnknownCookieGetsNoCommandManager) {
 }
 
 TEST_F(AddInsTest, LoadsWhatTheRegistryNames) {
-  m_add_in.on_connect = nullptr;
-  const RegisteredAddIn registered(L"A registered add-in", &m_add_in);
+  m_addIn.on_connect = nullptr;
+  const RegisteredAddIn registered(L"A registered add-in", &m_addIn);
   bool listed = false;
   for (const cad_host::AddInEntry& entry : cad_host::Host::RegisteredAddIns()) {
     if (entry.clsid != RegisteredAddIn::kClsid) continue;
@@ -212,13 +212,13 @@ TEST_F(AddInsTest, NamesAnAddInThatIsNotRegistered) {
 TEST_F(AddInsTest, EndingTheSessionDisconnects) {
   Connect();
   bool disconnected = false;
-  m_add_in.on_disconnect = [&](VARIANT_BOOL*) {
+  m_addIn.on_disconnect = [&](VARIANT_BOOL*) {
     disconnected = true;
     return S_OK;
   };
   Restart();
   EXPECT_TRUE(disconnected);
-  EXPECT_EQ(m_add_in.References(), 0u);
+  EXPECT_EQ(m_addIn.References(), 0u);
 }
 
 }  // namespace

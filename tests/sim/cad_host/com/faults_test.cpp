@@ -170,7 +170,7 @@ TEST_F(FaultsTest, TheJournalKeepsCallsInOrderWithArgumentsAndResults) {
   application->CloseDoc(CComBSTR(L"Part1"));
   const auto& entries = Journal().Entries();
   ASSERT_GE(entries.size(), 3u);
-  EXPECT_EQ(entries[0].kind, JournalEntry::Kind::Call);
+  EXPECT_EQ(entries[0].kind, JournalEntry::Kind::kCall);
   EXPECT_EQ(entries[0].method, L"ISldWorks::GetOpenDocumentByName");
   EXPECT_EQ(entries[0].Interface(), L"ISldWorks");
   EXPECT_EQ(entries[0].arguments, L"\"nothing\"");

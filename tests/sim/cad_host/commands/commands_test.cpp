@@ -17,7 +17,7 @@ class CommandsTest : public HostTest {
   }
 
   void Connect() {
-    m_connected = &Host().Connect(&m_add_in, L"Test add-in");
+    m_connected = &Host().Connect(&m_addIn, L"Test add-in");
     Host().Application()->GetCommandManager(m_connected->cookie, &m_manager);
   }
 
@@ -87,7 +87,7 @@ class CommandsTest : public HostTest {
     return tab;
   }
 
-  TestAddIn m_add_in;
+  TestAddIn m_addIn;
   cad_host::AddIn* m_connected = nullptr;
   ICommandManagerPtr m_manager;
   long m_errors = -1;

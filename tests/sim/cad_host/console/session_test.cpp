@@ -19,21 +19,21 @@ using cad_host::HostError;
 
 constexpr const wchar_t* kTitle = L"Session test add-in";
 
-/// A session with an add-in of one item, "Item", that runs `m_on_run`.
+/// A session with an add-in of one item, "Item", that runs `m_onRun`.
 class SessionTest : public HostTest {
  protected:
-  SessionTest() : m_registered(kTitle, &m_add_in), m_session(Host(), m_output) {
-    m_add_in.on_connect = [this](IDispatch* host, long cookie, VARIANT_BOOL*) {
+  SessionTest() : m_registered(kTitle, &m_addIn), m_session(Host(), m_output) {
+    m_addIn.on_connect = [this](IDispatch* host, long cookie, VARIANT_BOOL*) {
       const ISldWorksPtr application = ApplicationOf(host);
       VARIANT_BOOL flag = VARIANT_FALSE;
-      application->SetAddinCallbackInfo(0, static_cast<IDispatch*>(&m_add_in), cookie, &flag);
+      application->SetAddinCallbackInfo(0, static_cast<IDispatch*>(&m_addIn), cookie, &flag);
       return MakeItem(application, cookie);
     };
-    m_add_in.methods[L"Run"] = [this](DISPPARAMS&, VARIANT*, EXCEPINFO*) {
-      m_on_run();
+    m_addIn.methods[L"Run"] = [this](DISPPARAMS&, VARIANT*, EXCEPINFO*) {
+      m_onRun();
       return S_OK;
     };
-    m_add_in.methods[L"MayRun"] = [this](DISPPARAMS& arguments, VARIANT*, EXCEPINFO*) {
+    m_addIn.methods[L"MayRun"] = [this](DISPPARAMS& arguments, VARIANT*, EXCEPINFO*) {
       *arguments.rgvarg[0].plVal = m_enabled;
       return S_OK;
     };
@@ -69,9 +69,9 @@ class SessionTest : public HostTest {
     return m_output.str().find(CStringHelper::UnicodeToUTF8(text)) != std::string::npos;
   }
 
-  std::function<void()> m_on_run = [] {};
+  std::function<void()> m_onRun = [] {};
   long m_enabled = 1;
-  TestAddIn m_add_in;
+  TestAddIn m_addIn;
   RegisteredAddIn m_registered;
   std::ostringstream m_output;
   cad_host::Session m_session;
@@ -88,7 +88,7 @@ TEST_F(SessionTest, WritesTheCommandAndWhatTheHostWasTold) {
 
 TEST_F(SessionTest, ConnectsPicksAndDisconnects) {
   int runs = 0;
-  m_on_run = [&] { ++runs; };
+  m_onRun = [&] { ++runs; };
   Run(std::wstring(L"connect \"") + kTitle + L"\"");
   Run(L"pick Item");
   Run(L"pick Run");
@@ -114,7 +114,7 @@ TEST_F(SessionTest, TellsAGreyedOutItem) {
 
 TEST_F(SessionTest, AnswersMessageBoxesInTheOrderOfTheAnswers) {
   std::vector<int> answers;
-  m_on_run = [&] {
+  m_onRun = [&] {
     answers.push_back(MessageBoxW(nullptr, L"Done?", L"First", MB_YESNO));
     answers.push_back(MessageBoxW(nullptr, L"Sure?", L"Second", MB_OKCANCEL));
   };
@@ -131,7 +131,7 @@ TEST_F(SessionTest, AnswersMessageBoxesInTheOrderOfTheAnswers) {
 
 TEST_F(SessionTest, AMessageBoxWithoutAnAnswerStaysForThePerson) {
   int answer = 0;
-  m_on_run = [&] {
+  m_onRun = [&] {
     // The person: presses Escape in a while.
     constexpr UINT kWhile = 300;  // milliseconds
     SetTimer(nullptr, 0, kWhile, [](HWND, UINT, UINT_PTR timer, DWORD) {
@@ -254,7 +254,7 @@ struct Exception {
 class ExceptionTest : public SessionTest, public testing::WithParamInterface<Exception> {};
 
 TEST_P(ExceptionTest, OfAnyKindEndsTheCommandWithFileAndLine) {
-  m_on_run = GetParam().throws;
+  m_onRun = GetParam().throws;
   Run(L"connect \"" + std::wstring(kTitle) + L"\"");
   EXPECT_EQ(ErrorOf(L"pick Item"), std::wstring(L"demo.txt:12: ") + GetParam().text);
   EXPECT_TRUE(Shows(L"-> Run()")) << "what happened until then";
@@ -272,7 +272,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(SessionTest, TheEndCountsWhatIsLeftOver) {
   IDispatchPtr kept;
-  m_on_run = [&] { Host().Application()->ActivateDoc(CComBSTR(L"Part1"), &kept); };
+  m_onRun = [&] { Host().Application()->ActivateDoc(CComBSTR(L"Part1"), &kept); };
   Run(L"new part");
   Run(L"connect \"" + std::wstring(kTitle) + L"\"");
   Run(L"pick Item");

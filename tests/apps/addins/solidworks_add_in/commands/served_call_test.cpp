@@ -85,8 +85,8 @@ TEST_F(ServedCall, ThatConnectsAnewLeavesTheCommandItsConnection) {
   Connect();
   m_bell.OnRing([&] {
     VARIANT_BOOL done = VARIANT_FALSE;
-    EXPECT_EQ(m_add_in->object->DisconnectFromSW(&done), S_OK);
-    EXPECT_EQ(m_add_in->object->ConnectToSW(m_host->Application(), m_add_in->cookie, &done), S_OK);
+    EXPECT_EQ(m_addIn->object->DisconnectFromSW(&done), S_OK);
+    EXPECT_EQ(m_addIn->object->ConnectToSW(m_host->Application(), m_addIn->cookie, &done), S_OK);
     m_scribbles.Fill();
   });
   EXPECT_TRUE(Pick(L"PlmLogin").Succeeded());

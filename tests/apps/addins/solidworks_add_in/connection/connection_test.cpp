@@ -58,10 +58,10 @@ TEST_F(Connection, CallsTheHostInItsOrder) {
 
 TEST_F(Connection, HandsOverItsCookieItsDispatchFaceAndTheLowHalfOfItsModuleHandle) {
   Connect();
-  EXPECT_EQ(m_add_in->callbacks.GetInterfacePtr(), Object().GetInterfacePtr());
+  EXPECT_EQ(m_addIn->callbacks.GetInterfacePtr(), Object().GetInterfacePtr());
   const HMODULE dll = GetModuleHandleW(L"solidworks_add_in.dll");
-  EXPECT_EQ(m_add_in->module_handle, static_cast<long>(reinterpret_cast<LONG_PTR>(dll)));
-  const auto cookie = std::to_wstring(m_add_in->cookie);
+  EXPECT_EQ(m_addIn->module_handle, static_cast<long>(reinterpret_cast<LONG_PTR>(dll)));
+  const auto cookie = std::to_wstring(m_addIn->cookie);
   EXPECT_EQ(m_host->GetJournal().Calls(L"ISldWorks::GetCommandManager").at(0).arguments, cookie);
   EXPECT_TRUE(m_host->GetJournal()
                   .Calls(L"ISldWorks::SetAddinCallbackInfo")
@@ -130,7 +130,7 @@ TEST_F(Connection, DisconnectingWithoutAConnectionDoesNothing) {
 
 TEST_F(Connection, DisconnectingTwicePassesOverWhatIsGone) {
   Connect();
-  const ISwAddinPtr add_in = m_add_in->object;
+  const ISwAddinPtr add_in = m_addIn->object;
   VARIANT_BOOL disconnected = VARIANT_FALSE;
   EXPECT_EQ(add_in->DisconnectFromSW(&disconnected), S_OK);
   EXPECT_EQ(disconnected, VARIANT_TRUE);
@@ -142,22 +142,22 @@ TEST_F(Connection, DisconnectingTwicePassesOverWhatIsGone) {
 TEST_F(Connection, MadeAgainBeginsLoggedOut) {
   ConnectAndLogIn();
   Answer("QD_PLMLogout", "{}");
-  const ISwAddinPtr add_in = m_add_in->object;
+  const ISwAddinPtr add_in = m_addIn->object;
   VARIANT_BOOL done = VARIANT_FALSE;
   add_in->DisconnectFromSW(&done);
   EXPECT_EQ(Enabled(L"EnablePlmLogOut"), 1);
-  add_in->ConnectToSW(m_host->Application(), m_add_in->cookie, &done);
+  add_in->ConnectToSW(m_host->Application(), m_addIn->cookie, &done);
   EXPECT_EQ(Enabled(L"EnablePlmLogOut"), 0);
   EXPECT_EQ(Enabled(L"EnablePlmLogin"), 1);
 }
 
 TEST_F(Connection, CanBeMadeAgainAfterADisconnection) {
   Connect();
-  const ISwAddinPtr add_in = m_add_in->object;
+  const ISwAddinPtr add_in = m_addIn->object;
   VARIANT_BOOL done = VARIANT_FALSE;
   add_in->DisconnectFromSW(&done);
   const ISldWorksPtr application = m_host->Application();
-  EXPECT_EQ(add_in->ConnectToSW(application, m_add_in->cookie, &done), S_OK);
+  EXPECT_EQ(add_in->ConnectToSW(application, m_addIn->cookie, &done), S_OK);
   EXPECT_EQ(done, VARIANT_TRUE);
   EXPECT_EQ(m_host->Groups().size(), 1u);
   EXPECT_EQ(m_host->AdvisedSinks(), 1u);
@@ -167,12 +167,12 @@ TEST_F(Connection, ASecondOneWithoutADisconnectionRaisesFailureAndIsLogged) {
   Connect();
   const ISldWorksPtr application = m_host->Application();
   ICommandManagerPtr manager;
-  application->GetCommandManager(m_add_in->cookie, &manager);
+  application->GetCommandManager(m_addIn->cookie, &manager);
   VARIANT_BOOL connected = VARIANT_FALSE;
   manager->RemoveCommandGroup(0, &connected);  // else the host would refuse another one of that id
   connected = VARIANT_FALSE;
   try {
-    m_add_in->object->ConnectToSW(application, m_add_in->cookie, &connected);
+    m_addIn->object->ConnectToSW(application, m_addIn->cookie, &connected);
     FAIL() << "no exception";
   } catch (const _com_error& error) {
     EXPECT_EQ(error.Error(), E_FAIL);

@@ -41,7 +41,7 @@ TEST_F(EventSink, TakesWhatTheHostTellsWhenDocumentsComeAndGo) {
   m_host->Close(m_host->ActiveDocument());
   int told = 0;
   for (const auto& entry : m_host->GetJournal().Entries()) {
-    if (entry.kind != cad_host::JournalEntry::Kind::Event) continue;
+    if (entry.kind != cad_host::JournalEntry::Kind::kEvent) continue;
     EXPECT_EQ(entry.result, S_OK) << Utf8(entry.Text());
     ++told;
   }

@@ -105,10 +105,10 @@ TEST_F(ConnectionToAFailingHost, IsNoSecondOneWhereTheFirstWasNotAdvised) {
   Connect();
   const ISldWorksPtr application = m_host->Application();
   ICommandManagerPtr manager;
-  application->GetCommandManager(m_add_in->cookie, &manager);
+  application->GetCommandManager(m_addIn->cookie, &manager);
   VARIANT_BOOL done = VARIANT_FALSE;
   manager->RemoveCommandGroup(0, &done);  // else the host would refuse another one of that id
-  EXPECT_EQ(m_add_in->object->ConnectToSW(application, m_add_in->cookie, &done), S_OK);
+  EXPECT_EQ(m_addIn->object->ConnectToSW(application, m_addIn->cookie, &done), S_OK);
   EXPECT_EQ(m_host->AdvisedSinks(), 1u);
 }
 

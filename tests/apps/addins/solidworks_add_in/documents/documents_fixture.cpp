@@ -25,7 +25,7 @@ HRESULT RaisedCode(const std::function<void()>& call) {
 }
 
 DocumentsTest::DocumentsTest() {
-  m_boxes->WhileUp([this] { m_lines_at_boxes.push_back(AddInLog().size()); });
+  m_boxes->WhileUp([this] { m_linesAtBoxes.push_back(AddInLog().size()); });
 }
 
 std::string DocumentsTest::Selection(const std::vector<Chosen>& chosen) {

@@ -64,7 +64,7 @@ class DocumentsTest : public AddInTest {
   Texts BoxTexts() const;
 
   /// How many lines the log held while each box was up.
-  const std::vector<std::size_t>& LinesAtBoxes() const { return m_lines_at_boxes; }
+  const std::vector<std::size_t>& LinesAtBoxes() const { return m_linesAtBoxes; }
 
   /// The methods that the add-in called of the host, without their arguments.
   Texts CalledMethods() const;
@@ -76,5 +76,5 @@ class DocumentsTest : public AddInTest {
   static Texts ComponentNames(const cad_host::Document& assembly);
 
  private:
-  std::vector<std::size_t> m_lines_at_boxes;
+  std::vector<std::size_t> m_linesAtBoxes;
 };

@@ -26,26 +26,26 @@ class DocumentOperation : public DocumentsTest {
     cad_host::ModelFile newer;
     newer.revision = kNewRevision;
     m_file = MakeModel(
-        operation == Operation::CoverBySwap ? L"download\\nut.sldprt" : L"download\\screw.sldprt", newer);
-    if (operation == Operation::Open) return;
+        operation == Operation::kCoverBySwap ? L"download\\nut.sldprt" : L"download\\screw.sldprt", newer);
+    if (operation == Operation::kOpen) return;
     m_assembly = OpenAssembly();
-    m_selected = m_assembly->FindComponent(operation == Operation::CoverBySwap ? L"nut-1" : L"bolt-1");
-    m_component_path = m_selected->record.path;
+    m_selected = m_assembly->FindComponent(operation == Operation::kCoverBySwap ? L"nut-1" : L"bolt-1");
+    m_componentPath = m_selected->record.path;
     m_assembly->selection = {{m_selected, kPicked}};
   }
 
   cad_host::PickResult Run(Operation operation) {
     switch (operation) {
-      case Operation::Open:
+      case Operation::kOpen:
         return PickFiles({{"OpenFile", {m_file}}});
-      case Operation::Insert:
+      case Operation::kInsert:
         return PickFiles({{"InsertFile", {m_file}}});
-      case Operation::Replace:
+      case Operation::kReplace:
         return PickFiles({{"ReplaceFile", {m_file}}});
-      case Operation::Import:
+      case Operation::kImport:
         return Pick(L"PlmImportCurrent");
-      case Operation::CoverByCopy:
-      case Operation::CoverBySwap:
+      case Operation::kCoverByCopy:
+      case Operation::kCoverBySwap:
         return PickFiles({{"ReplaceFileByCovering", {m_file}}});
     }
     return {};
@@ -53,16 +53,16 @@ class DocumentOperation : public DocumentsTest {
 
   bool IsDone(Operation operation) const {
     switch (operation) {
-      case Operation::Open:
+      case Operation::kOpen:
         return m_host->FindDocument(m_file) != nullptr;
-      case Operation::Insert:
+      case Operation::kInsert:
         return m_assembly->components.size() == 4;
-      case Operation::Import:
+      case Operation::kImport:
         return !Asked().empty();
-      case Operation::Replace:
-      case Operation::CoverByCopy:
+      case Operation::kReplace:
+      case Operation::kCoverByCopy:
         return m_selected->record.path.ends_with(L"screw.sldprt");
-      case Operation::CoverBySwap:
+      case Operation::kCoverBySwap:
         return m_selected->loaded_revision == kNewRevision && !m_selected->IsSuppressed();
     }
     return false;
@@ -79,10 +79,10 @@ class DocumentOperation : public DocumentsTest {
 
   /// What becomes of the files that were there before.
   Files FilesAfter(Disk disk, Files files) const {
-    if (disk == Disk::Untouched) return files;
+    if (disk == Disk::kUntouched) return files;
     files[L"download\\temp\\"] = "";
-    if (disk == Disk::Copied) files[L"parts\\screw.sldprt"] = files.at(L"download\\screw.sldprt");
-    if (disk == Disk::Exchanged) {
+    if (disk == Disk::kCopied) files[L"parts\\screw.sldprt"] = files.at(L"download\\screw.sldprt");
+    if (disk == Disk::kExchanged) {
       files[L"download\\temp\\nut.sldprt"] = files.at(L"parts\\nut.sldprt");
       files[L"parts\\nut.sldprt"] = files.at(L"download\\nut.sldprt");
     }
@@ -93,7 +93,7 @@ class DocumentOperation : public DocumentsTest {
   std::wstring Filled(std::wstring text) const {
     const std::pair<std::wstring, std::wstring> places[] = {
         {L"{file}", m_file},
-        {L"{component}", m_component_path},
+        {L"{component}", m_componentPath},
         {L"{backup}", m_folder.Path(L"download\\temp\\nut.sldprt")}};
     for (const auto& [place, path] : places) {
       if (const auto found = text.find(place); found != std::wstring::npos) {
@@ -133,7 +133,7 @@ class DocumentOperation : public DocumentsTest {
   }
 
   std::wstring m_file;
-  std::wstring m_component_path;
+  std::wstring m_componentPath;
   std::shared_ptr<cad_host::Document> m_assembly;
   std::shared_ptr<cad_host::Component> m_selected;
 };
@@ -155,8 +155,9 @@ TEST_P(SuccessfulOperation, MakesTheCallsOfTheTableInItsOrder) {
 }
 
 INSTANTIATE_TEST_SUITE_P(, SuccessfulOperation,
-                         testing::Values(Operation::Open, Operation::Insert, Operation::Replace,
-                                         Operation::Import, Operation::CoverByCopy, Operation::CoverBySwap),
+                         testing::Values(Operation::kOpen, Operation::kInsert, Operation::kReplace,
+                                         Operation::kImport, Operation::kCoverByCopy,
+                                         Operation::kCoverBySwap),
                          [](const auto& test) { return NameOf(test.param); });
 
 /// A way for a call to give nothing.

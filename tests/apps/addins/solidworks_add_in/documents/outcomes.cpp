@@ -26,12 +26,12 @@ Outcome NotOpened(const std::wstring& site, const wchar_t* code) {
 }
 
 CallOutcomes Always(Operation operation, const wchar_t* method, const Outcome& outcome,
-                    Disk disk = Disk::Untouched) {
+                    Disk disk = Disk::kUntouched) {
   return {operation, method, 1, outcome, outcome, outcome, disk};
 }
 
 // Where the code that is logged is the call's own.
-CallOutcomes ReplaceCall(Operation operation, const std::wstring& site, Disk disk = Disk::Untouched) {
+CallOutcomes ReplaceCall(Operation operation, const std::wstring& site, Disk disk = Disk::kUntouched) {
   const std::wstring text = site + L"|pAssDoc->ReplaceComponents2<hr=0x";
   return {operation, L"IAssemblyDoc::ReplaceComponents2", 1,   NotReplaced(text + L"80004005>"),
           kSilent,   NotReplaced(text + L"1>"),           disk};
@@ -39,9 +39,9 @@ CallOutcomes ReplaceCall(Operation operation, const std::wstring& site, Disk dis
 
 std::vector<CallOutcomes> OpenCalls() {
   const std::wstring site = L"798|OpenFilePath";
-  return {{Open, L"ISldWorks::OpenDoc6", 1, NotOpened(site, L"80004005"), NotOpened(site, L"0"),
+  return {{kOpen, L"ISldWorks::OpenDoc6", 1, NotOpened(site, L"80004005"), NotOpened(site, L"0"),
            NotOpened(site, L"1")},
-          Always(Open, L"ISldWorks::ActivateDoc", kDone)};
+          Always(kOpen, L"ISldWorks::ActivateDoc", kDone)};
 }
 
 std::vector<CallOutcomes> InsertCalls() {
@@ -49,20 +49,20 @@ std::vector<CallOutcomes> InsertCalls() {
     return Logged(site + L"|InsertChildFile|" + text + L": {file}<hr=0x80004005>");
   };
   const std::wstring open = L"847|InsertChildFile";
-  return {{Insert, L"ISldWorks::get_IActiveDoc2", 1, failed(L"822", L"iSwApp->get_IActiveDoc2"), kSilent,
+  return {{kInsert, L"ISldWorks::get_IActiveDoc2", 1, failed(L"822", L"iSwApp->get_IActiveDoc2"), kSilent,
            kSilent},
-          Always(Insert, L"IModelDoc2::GetType", kDone),
-          {Insert, L"ISldWorks::OpenDoc6", 1, NotOpened(open, L"80004005"), NotOpened(open, L"0"),
+          Always(kInsert, L"IModelDoc2::GetType", kDone),
+          {kInsert, L"ISldWorks::OpenDoc6", 1, NotOpened(open, L"80004005"), NotOpened(open, L"0"),
            NotOpened(open, L"1")},
-          {Insert, L"IModelDoc2::QueryInterface(IAssemblyDoc)", 1,
+          {kInsert, L"IModelDoc2::QueryInterface(IAssemblyDoc)", 1,
            failed(L"856", L"iSwModel->QueryInterface"), kRaisedPointer, kRaisedPointer},
-          {Insert, L"IModelDoc2::get_ISelectionManager", 1,
+          {kInsert, L"IModelDoc2::get_ISelectionManager", 1,
            failed(L"864", L"iSwModel->get_ISelectionManager"), kRaisedPointer, kRaisedPointer},
-          {Insert, L"ISelectionMgr::IGetSelectionPoint2", 1,
+          {kInsert, L"ISelectionMgr::IGetSelectionPoint2", 1,
            failed(L"872", L"iSelectionMgr->IGetSelectionPoint2"), kDone, kDone},
-          {Insert, L"IAssemblyDoc::AddComponent5", 1, failed(L"889", L"pAssmDoc->AddComponent5"),
+          {kInsert, L"IAssemblyDoc::AddComponent5", 1, failed(L"889", L"pAssmDoc->AddComponent5"),
            Shown(shown::kNotAdded), Shown(shown::kNotAdded)},
-          Always(Insert, L"ISldWorks::CloseDoc", kDone)};
+          Always(kInsert, L"ISldWorks::CloseDoc", kDone)};
 }
 
 /// The sites of the way to the active assembly, which replacing and covering share.
@@ -83,16 +83,16 @@ std::vector<CallOutcomes> ActiveAssemblyCalls(Operation operation, const Assembl
 }
 
 std::vector<CallOutcomes> ReplaceCalls() {
-  auto calls = ActiveAssemblyCalls(Replace, {L"917|ReplaceCurrentFile|iSwApp->get_IActiveDoc2",
-                                             L"928|ReplaceCurrentFile", L"937|ReplaceCurrentFile"});
-  calls.push_back(ReplaceCall(Replace, L"948|ReplaceCurrentFile"));
+  auto calls = ActiveAssemblyCalls(kReplace, {L"917|ReplaceCurrentFile|iSwApp->get_IActiveDoc2",
+                                              L"928|ReplaceCurrentFile", L"937|ReplaceCurrentFile"});
+  calls.push_back(ReplaceCall(kReplace, L"948|ReplaceCurrentFile"));
   return calls;
 }
 
 std::vector<CallOutcomes> ImportCalls() {
-  return {Always(Import, L"ISldWorks::get_IActiveDoc2", kSilent),
-          {Import, L"IModelDoc2::IsOpenedViewOnly", 1, kSilent, kDone, kSilent},
-          Always(Import, L"IModelDoc2::GetPathName", kSilent)};
+  return {Always(kImport, L"ISldWorks::get_IActiveDoc2", kSilent),
+          {kImport, L"IModelDoc2::IsOpenedViewOnly", 1, kSilent, kDone, kSilent},
+          Always(kImport, L"IModelDoc2::GetPathName", kSilent)};
 }
 
 std::wstring CoverLine(const wchar_t* line, const std::wstring& text) {
@@ -124,14 +124,14 @@ std::vector<CallOutcomes> SelectedComponentCalls(Operation operation) {
 }
 
 std::vector<CallOutcomes> CoverByCopyCalls() {
-  auto calls = SelectedComponentCalls(CoverByCopy);
-  calls.push_back(Always(CoverByCopy, L"ISldWorks::GetOpenDocumentByName", kDone, Disk::Copied));
-  calls.push_back(ReplaceCall(CoverByCopy, L"1094|ReplaceCurrentFileByCovering", Disk::Copied));
+  auto calls = SelectedComponentCalls(kCoverByCopy);
+  calls.push_back(Always(kCoverByCopy, L"ISldWorks::GetOpenDocumentByName", kDone, Disk::kCopied));
+  calls.push_back(ReplaceCall(kCoverByCopy, L"1094|ReplaceCurrentFileByCovering", Disk::kCopied));
   return calls;
 }
 
 std::vector<CallOutcomes> CoverBySwapCalls() {
-  auto calls = SelectedComponentCalls(CoverBySwap);
+  auto calls = SelectedComponentCalls(kCoverBySwap);
   const auto failed = [](const wchar_t* line, const wchar_t* what) {
     return NotReplaced(CoverLine(line, L"swSelectedComponent->SetSuppression2 " + std::wstring(what) +
                                            L" model failed.<hr=0x80004005>"));
@@ -146,8 +146,9 @@ std::vector<CallOutcomes> CoverBySwapCalls() {
                           L"{file}<hr=0xa3012006>")},
       .lines_at_box = 1};
   const std::wstring method = L"IComponent2::SetSuppression2";
-  calls.push_back({CoverBySwap, method, 1, failed(L"1109", L"suppress"), held, held, Disk::BackupFolderMade});
-  calls.push_back({CoverBySwap, method, 2, failed(L"1130", L"resolve"), kSilent, kSilent, Disk::Exchanged});
+  calls.push_back(
+      {kCoverBySwap, method, 1, failed(L"1109", L"suppress"), held, held, Disk::kBackupFolderMade});
+  calls.push_back({kCoverBySwap, method, 2, failed(L"1130", L"resolve"), kSilent, kSilent, Disk::kExchanged});
   return calls;
 }
 
@@ -171,17 +172,17 @@ const std::vector<CallOutcomes>& AllCallOutcomes() {
 
 std::string NameOf(Operation operation) {
   switch (operation) {
-    case Open:
+    case kOpen:
       return "Open";
-    case Insert:
+    case kInsert:
       return "Insert";
-    case Replace:
+    case kReplace:
       return "Replace";
-    case Import:
+    case kImport:
       return "Import";
-    case CoverByCopy:
+    case kCoverByCopy:
       return "CoverByCopy";
-    case CoverBySwap:
+    case kCoverBySwap:
       return "CoverBySwap";
   }
   return {};

@@ -7,14 +7,14 @@
 #include <string>
 #include <vector>
 
-enum class Operation { Open, Insert, Replace, Import, CoverByCopy, CoverBySwap };
+enum class Operation { kOpen, kInsert, kReplace, kImport, kCoverByCopy, kCoverBySwap };
 
 /// What lies on the disk afterwards.
 enum class Disk {
-  Untouched,
-  BackupFolderMade,  ///< an empty folder "temp" beside the file that the PLM client named
-  Copied,            ///< that folder, and a copy of the file beside the component's
-  Exchanged,         ///< the component's file in that folder, and a copy of the file in its place
+  kUntouched,
+  kBackupFolderMade,  ///< an empty folder "temp" beside the file that the PLM client named
+  kCopied,            ///< that folder, and a copy of the file beside the component's
+  kExchanged,         ///< the component's file in that folder, and a copy of the file in its place
 };
 
 /// What becomes of an operation. In texts, {file} is the file that the PLM client named, {component} the
@@ -35,7 +35,7 @@ struct CallOutcomes {
   Outcome fails;          ///< E_FAIL
   Outcome gives_nothing;  ///< S_OK without what was asked for
   Outcome answers_false;  ///< S_FALSE without what was asked for
-  Disk disk = Disk::Untouched;
+  Disk disk = Disk::kUntouched;
 };
 
 /// How a failed test shows its parameter.

@@ -13,7 +13,7 @@ class OperationResult : public DocumentsTest {
     m_home.WriteConfiguration(L"View.json", ViewWithItems(1));
     const ClassUnderTest made = MakeClassUnderTest();
     m_class = made.object;
-    m_add_in = &m_host->Connect(made.held, L"class");
+    m_addIn = &m_host->Connect(made.held, L"class");
   }
 
   CSolidWorksAddIn* m_class = nullptr;

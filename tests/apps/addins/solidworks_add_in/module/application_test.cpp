@@ -36,17 +36,17 @@ class HostWindow {
   ~HostWindow() { DestroyWindow(m_window); }
 
   HWND Handle() const { return m_window; }
-  bool WasDisabled() const { return m_was_disabled; }
+  bool WasDisabled() const { return m_wasDisabled; }
 
  private:
   static LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
     auto* const host = reinterpret_cast<HostWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (message == WM_ENABLE && !wparam) host->m_was_disabled = true;
+    if (message == WM_ENABLE && !wparam) host->m_wasDisabled = true;
     return DefWindowProcW(window, message, wparam, lparam);
   }
 
   HWND m_window;
-  bool m_was_disabled = false;
+  bool m_wasDisabled = false;
 };
 
 }  // namespace

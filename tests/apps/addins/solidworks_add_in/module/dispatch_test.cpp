@@ -48,12 +48,12 @@ const wchar_t* const kNames[] = {
 };
 
 // The log is set up at the first exception, once for the program.
-const TempFolder platform_folder;
-const ScopedEnvironment platform_home(L"TAVO_HOME", platform_folder.Path());
+const TempFolder kPlatformFolder;
+const ScopedEnvironment kPlatformHome(L"TAVO_HOME", kPlatformFolder.Path());
 
 std::wstring Log() {
   const wchar_t* const name = L"log\\SolidWorks.log";
-  return platform_folder.Exists(name) ? platform_folder.ReadText(name) : L"";
+  return kPlatformFolder.Exists(name) ? kPlatformFolder.ReadText(name) : L"";
 }
 
 constexpr DISPID kPlmLogin = 1;
@@ -64,8 +64,8 @@ class Dispatch : public testing::Test {
   HRESULT Call(DISPID id, std::vector<VARIANT> arguments = {}, WORD flags = DISPATCH_METHOD) {
     DISPPARAMS parameters{arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
     m_exception = {};
-    const HRESULT called = m_add_in.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, &m_result,
-                                           &m_exception, &m_bad_argument);
+    const HRESULT called = m_addIn.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, &m_result,
+                                          &m_exception, &m_badArgument);
     m_source.Attach(m_exception.bstrSource);
     m_description.Attach(m_exception.bstrDescription);
     return called;
@@ -74,7 +74,7 @@ class Dispatch : public testing::Test {
   DISPID IdOf(const wchar_t* name) {
     LPOLESTR names = const_cast<LPOLESTR>(name);
     DISPID id = 0;
-    const HRESULT found = m_add_in.GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id);
+    const HRESULT found = m_addIn.GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id);
     EXPECT_EQ(found, id == DISPID_UNKNOWN ? DISP_E_UNKNOWNNAME : S_OK);
     return id;
   }
@@ -87,11 +87,11 @@ class Dispatch : public testing::Test {
   }
 
   LinkedModule m_module;
-  RecordingAddIn m_add_in;
+  RecordingAddIn m_addIn;
   _variant_t m_result;
   EXCEPINFO m_exception{};
   CComBSTR m_source, m_description;
-  UINT m_bad_argument = 99;
+  UINT m_badArgument = 99;
 };
 
 }  // namespace
@@ -106,7 +106,7 @@ TEST_F(Dispatch, FindsEveryMethodWithoutRegardToCase) {
 
 TEST_F(Dispatch, HasTheIdsOfTheTypeLibrary) {
   ITypeInfo* info = nullptr;
-  ASSERT_EQ(m_add_in.GetTypeInfo(0, LOCALE_USER_DEFAULT, &info), S_OK);
+  ASSERT_EQ(m_addIn.GetTypeInfo(0, LOCALE_USER_DEFAULT, &info), S_OK);
   for (const wchar_t* name : kNames) {
     LPOLESTR names = const_cast<LPOLESTR>(name);
     MEMBERID id = 0;
@@ -126,7 +126,7 @@ TEST_F(Dispatch, KnowsNoOtherNames) {
 TEST_F(Dispatch, TakesNoArgumentsByName) {
   LPOLESTR names[] = {const_cast<LPOLESTR>(L"EnablePlmLogin"), const_cast<LPOLESTR>(L"status")};
   DISPID ids[2] = {};
-  EXPECT_EQ(m_add_in.GetIDsOfNames(IID_NULL, names, 2, LOCALE_USER_DEFAULT, ids), DISP_E_UNKNOWNNAME);
+  EXPECT_EQ(m_addIn.GetIDsOfNames(IID_NULL, names, 2, LOCALE_USER_DEFAULT, ids), DISP_E_UNKNOWNNAME);
   EXPECT_EQ(ids[0], kEnablePlmLogin);
   EXPECT_EQ(ids[1], DISPID_UNKNOWN);
 
@@ -134,39 +134,39 @@ TEST_F(Dispatch, TakesNoArgumentsByName) {
   VARIANT argument = ByReference(&status);
   DISPID named = 0;
   DISPPARAMS parameters{&argument, &named, 1, 1};
-  EXPECT_EQ(m_add_in.Invoke(kEnablePlmLogin, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
-                            nullptr, nullptr, nullptr),
+  EXPECT_EQ(m_addIn.Invoke(kEnablePlmLogin, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
+                           nullptr, nullptr, nullptr),
             DISP_E_NONAMEDARGS);
-  EXPECT_EQ(m_add_in.Invoke(kPlmLogin, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr,
-                            nullptr, nullptr),
+  EXPECT_EQ(m_addIn.Invoke(kPlmLogin, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr,
+                           nullptr, nullptr),
             DISP_E_BADPARAMCOUNT);
-  EXPECT_EQ(m_add_in.called, L"");
+  EXPECT_EQ(m_addIn.called, L"");
 }
 
 TEST_F(Dispatch, RefusesNamesWithoutPlaceOrOfAnInterface) {
   LPOLESTR name = const_cast<LPOLESTR>(L"PlmLogin");
   DISPID id = 0;
-  EXPECT_EQ(m_add_in.GetIDsOfNames(IID_IDispatch, &name, 1, 0, &id), DISP_E_UNKNOWNINTERFACE);
-  EXPECT_EQ(m_add_in.GetIDsOfNames(IID_NULL, nullptr, 1, 0, &id), E_INVALIDARG);
-  EXPECT_EQ(m_add_in.GetIDsOfNames(IID_NULL, &name, 1, 0, nullptr), E_INVALIDARG);
-  EXPECT_EQ(m_add_in.GetIDsOfNames(IID_NULL, &name, 0, 0, &id), E_INVALIDARG);
+  EXPECT_EQ(m_addIn.GetIDsOfNames(IID_IDispatch, &name, 1, 0, &id), DISP_E_UNKNOWNINTERFACE);
+  EXPECT_EQ(m_addIn.GetIDsOfNames(IID_NULL, nullptr, 1, 0, &id), E_INVALIDARG);
+  EXPECT_EQ(m_addIn.GetIDsOfNames(IID_NULL, &name, 1, 0, nullptr), E_INVALIDARG);
+  EXPECT_EQ(m_addIn.GetIDsOfNames(IID_NULL, &name, 0, 0, &id), E_INVALIDARG);
 }
 
 TEST_F(Dispatch, CallsTheMethodOfEachId) {
   for (DISPID id = 1; id <= 28; ++id) {
-    m_add_in.called.clear();
+    m_addIn.called.clear();
     EXPECT_EQ(Call(id), S_OK) << id;
-    EXPECT_EQ(m_add_in.called, std::wstring(kNames[id - 1]) + L" ");
+    EXPECT_EQ(m_addIn.called, std::wstring(kNames[id - 1]) + L" ");
   }
 }
 
 TEST_F(Dispatch, TakesFlagsThatContainMethod) {
   EXPECT_EQ(Call(kPlmLogin, {}, DISPATCH_METHOD | DISPATCH_PROPERTYGET), S_OK);
-  EXPECT_EQ(m_add_in.called, L"PlmLogin ");
+  EXPECT_EQ(m_addIn.called, L"PlmLogin ");
   for (const WORD flags : {DISPATCH_PROPERTYGET, DISPATCH_PROPERTYPUT, 0}) {
     EXPECT_EQ(Call(kPlmLogin, {}, flags), DISP_E_MEMBERNOTFOUND) << flags;
   }
-  EXPECT_EQ(m_add_in.called, L"PlmLogin ");
+  EXPECT_EQ(m_addIn.called, L"PlmLogin ");
 }
 
 TEST_F(Dispatch, KnowsNoOtherIds) {
@@ -175,7 +175,7 @@ TEST_F(Dispatch, KnowsNoOtherIds) {
 
 TEST_F(Dispatch, FillsTheLongOfAnEnableMethod) {
   for (const long status : {1L, 0L}) {
-    m_add_in.status = status;
+    m_addIn.status = status;
     long place = 42;
     EXPECT_EQ(Call(kEnablePlmLogin, {ByReference(&place)}), S_OK);
     EXPECT_EQ(place, status);
@@ -198,10 +198,10 @@ TEST_F(Dispatch, ACommandHasNoResult) {
 TEST_F(Dispatch, NeedsNoPlaceForAnything) {
   DISPPARAMS none{};
   for (const DISPID id : {kPlmLogin, kEnablePlmLogin}) {
-    EXPECT_EQ(m_add_in.Invoke(id, IID_NULL, 0, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr), S_OK);
+    EXPECT_EQ(m_addIn.Invoke(id, IID_NULL, 0, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr), S_OK);
   }
-  m_add_in.result = E_FAIL;
-  EXPECT_EQ(m_add_in.Invoke(kPlmLogin, IID_NULL, 0, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr),
+  m_addIn.result = E_FAIL;
+  EXPECT_EQ(m_addIn.Invoke(kPlmLogin, IID_NULL, 0, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr),
             DISP_E_EXCEPTION);
 }
 
@@ -209,7 +209,7 @@ TEST_F(Dispatch, CountsTheArguments) {
   long status = 0;
   EXPECT_EQ(Call(kPlmLogin, {ByReference(&status)}), DISP_E_BADPARAMCOUNT);
   EXPECT_EQ(Call(kEnablePlmLogin, {ByReference(&status), ByReference(&status)}), DISP_E_BADPARAMCOUNT);
-  EXPECT_EQ(m_add_in.called, L"");
+  EXPECT_EQ(m_addIn.called, L"");
 }
 
 TEST_F(Dispatch, WantsALongByReference) {
@@ -220,24 +220,24 @@ TEST_F(Dispatch, WantsALongByReference) {
   V_I2REF(&by_reference) = &small;
   V_VT(&text) = VT_BSTR;
   for (const VARIANT& argument : {by_value, by_reference, text}) {
-    m_bad_argument = 99;
+    m_badArgument = 99;
     EXPECT_EQ(Call(kEnablePlmLogin, {argument}), DISP_E_TYPEMISMATCH) << argument.vt;
-    EXPECT_EQ(m_bad_argument, 0u);
+    EXPECT_EQ(m_badArgument, 0u);
   }
-  EXPECT_EQ(m_add_in.called, L"");
+  EXPECT_EQ(m_addIn.called, L"");
 }
 
 TEST_F(Dispatch, RefusesAnInterfaceAndMissingParameters) {
   DISPPARAMS none{};
-  EXPECT_EQ(m_add_in.Invoke(1, IID_IDispatch, 0, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr),
+  EXPECT_EQ(m_addIn.Invoke(1, IID_IDispatch, 0, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr),
             DISP_E_UNKNOWNINTERFACE);
-  EXPECT_EQ(m_add_in.Invoke(1, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr),
+  EXPECT_EQ(m_addIn.Invoke(1, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr),
             E_INVALIDARG);
 }
 
 TEST_F(Dispatch, TellsAFailingResultByItsCodeAlone) {
   const auto no_answer = static_cast<HRESULT>(0xA3013005);
-  m_add_in.result = no_answer;
+  m_addIn.result = no_answer;
   for (const DISPID id : {kPlmLogin, kEnablePlmLogin}) {
     EXPECT_EQ(Call(id), DISP_E_EXCEPTION);
     EXPECT_EQ(m_exception.scode, no_answer);
@@ -248,7 +248,7 @@ TEST_F(Dispatch, TellsAFailingResultByItsCodeAlone) {
 }
 
 TEST_F(Dispatch, TakesAnySuccessForSuccess) {
-  m_add_in.result = S_FALSE;
+  m_addIn.result = S_FALSE;
   EXPECT_EQ(Call(kPlmLogin), S_OK);
 }
 
@@ -265,7 +265,7 @@ TEST_F(Dispatch, TellsAnExceptionByCodeAndText) {
       {[] { throw 1; }, E_FAIL, L"unknown exception"},
   };
   for (const auto& c : cases) {
-    m_add_in.raise = c.raise;
+    m_addIn.raise = c.raise;
     for (const DISPID id : {kPlmLogin, kEnablePlmLogin}) {
       EXPECT_EQ(Call(id), DISP_E_EXCEPTION);
       EXPECT_EQ(m_exception.scode, c.code);
@@ -276,7 +276,7 @@ TEST_F(Dispatch, TellsAnExceptionByCodeAndText) {
 }
 
 TEST_F(Dispatch, TellsAComErrorByTheTextOfTheSystem) {
-  m_add_in.raise = [] { _com_issue_error(E_POINTER); };
+  m_addIn.raise = [] { _com_issue_error(E_POINTER); };
   EXPECT_EQ(Call(kPlmLogin), DISP_E_EXCEPTION);
   EXPECT_EQ(m_exception.scode, E_POINTER);
   EXPECT_EQ(m_description.View(), _com_error(E_POINTER).ErrorMessage());
@@ -284,10 +284,10 @@ TEST_F(Dispatch, TellsAComErrorByTheTextOfTheSystem) {
 
 TEST_F(Dispatch, LogsAnExceptionOnceAndAFailingResultNever) {
   const std::size_t before = Log().size();
-  m_add_in.raise = [] { throw CZALException(static_cast<long>(0xA3013000), L"member is missing"); };
+  m_addIn.raise = [] { throw CZALException(static_cast<long>(0xA3013000), L"member is missing"); };
   Call(kEnablePlmLogin);
-  m_add_in.raise = nullptr;
-  m_add_in.result = E_ABORT;
+  m_addIn.raise = nullptr;
+  m_addIn.result = E_ABORT;
   Call(kPlmLogin);
   const std::wstring text = Log().substr(before);
   EXPECT_NE(text.find(L"ISolidWorksAddIn::EnablePlmLogin raised 0xa3013000: member is missing"), text.npos);
@@ -297,19 +297,19 @@ TEST_F(Dispatch, LogsAnExceptionOnceAndAFailingResultNever) {
 
 TEST_F(Dispatch, DescribesTheInterface) {
   UINT count = 0;
-  EXPECT_EQ(m_add_in.GetTypeInfoCount(&count), S_OK);
+  EXPECT_EQ(m_addIn.GetTypeInfoCount(&count), S_OK);
   EXPECT_EQ(count, 1u);
-  EXPECT_EQ(m_add_in.GetTypeInfoCount(nullptr), E_POINTER);
+  EXPECT_EQ(m_addIn.GetTypeInfoCount(nullptr), E_POINTER);
   ITypeInfo* info = nullptr;
-  ASSERT_EQ(m_add_in.GetTypeInfo(0, LOCALE_USER_DEFAULT, &info), S_OK);
+  ASSERT_EQ(m_addIn.GetTypeInfo(0, LOCALE_USER_DEFAULT, &info), S_OK);
   TYPEATTR* attributes = nullptr;
   ASSERT_EQ(info->GetTypeAttr(&attributes), S_OK);
   EXPECT_EQ(attributes->guid, __uuidof(ISolidWorksAddIn));
   info->ReleaseTypeAttr(attributes);
   info->Release();
-  EXPECT_EQ(m_add_in.GetTypeInfo(1, LOCALE_USER_DEFAULT, &info), DISP_E_BADINDEX);
+  EXPECT_EQ(m_addIn.GetTypeInfo(1, LOCALE_USER_DEFAULT, &info), DISP_E_BADINDEX);
   EXPECT_EQ(info, nullptr);
-  EXPECT_EQ(m_add_in.GetTypeInfo(0, LOCALE_USER_DEFAULT, nullptr), E_POINTER);
+  EXPECT_EQ(m_addIn.GetTypeInfo(0, LOCALE_USER_DEFAULT, nullptr), E_POINTER);
 }
 
 TEST(DispatchOfTheAddIn, MeetsTheHostWithoutException) {

@@ -8,7 +8,7 @@
 
 namespace {
 
-enum class Operation { GetAttributes, GetCustomProperty, PutAttributes };
+enum class Operation { kGetAttributes, kGetCustomProperty, kPutAttributes };
 
 /// The host call that fails, and what is left: nothing else is logged, written or shown.
 struct FailingCall {
@@ -39,11 +39,11 @@ constexpr const wchar_t* kSet = L"ICustomPropertyManager::Set";
 using enum Operation;
 
 const FailingCall kFailingCalls[] = {
-    {GetAttributes, kActive, 1, E_FAIL, E_FAIL, {L"1143 iSwApp->get_IActiveDoc2"}, kNone, kNone},
-    {GetAttributes, kActive, 1, S_OK, S_OK, kNone, kNone, kNone},
-    {GetAttributes, kExtension, 1, E_FAIL, E_FAIL, {L"1149 pModelDoc2->get_Extension"}, kNone, kNone},
-    {GetAttributes, kExtension, 1, S_OK, E_POINTER, kNone, kNone, kNone},
-    {GetAttributes,
+    {kGetAttributes, kActive, 1, E_FAIL, E_FAIL, {L"1143 iSwApp->get_IActiveDoc2"}, kNone, kNone},
+    {kGetAttributes, kActive, 1, S_OK, S_OK, kNone, kNone, kNone},
+    {kGetAttributes, kExtension, 1, E_FAIL, E_FAIL, {L"1149 pModelDoc2->get_Extension"}, kNone, kNone},
+    {kGetAttributes, kExtension, 1, S_OK, E_POINTER, kNone, kNone, kNone},
+    {kGetAttributes,
      kManager,
      1,
      E_FAIL,
@@ -51,14 +51,14 @@ const FailingCall kFailingCalls[] = {
      {L"1153 pModelDocExtension->get_CustomPropertyManager"},
      kNone,
      kNone},
-    {GetAttributes, kManager, 1, S_OK, E_POINTER, kNone, kNone, kNone},
-    {GetAttributes, kGetAll, 1, E_FAIL, E_FAIL, {L"1158 pCustomPropertyManager->GetAll"}, kNone, kNone},
-    {GetAttributes, kGetAll, 1, S_OK, S_OK, kNone, kNone, kNone},
-    {GetAttributes, kGet2, 1, E_FAIL, E_FAIL, {L"1170 pCustomPropertyManager->Get2"}, kNone, kNone},
-    {GetAttributes, kGet2, 1, S_OK, S_OK, kNone, {L"A=", L"B=2", L"C=3"}, kNone},
-    {GetAttributes, kGet2, 2, E_FAIL, E_FAIL, {L"1170 pCustomPropertyManager->Get2"}, {L"A=1"}, kNone},
-    {GetAttributes, kGet2, 2, S_OK, S_OK, kNone, {L"A=1", L"B=", L"C=3"}, kNone},
-    {GetAttributes,
+    {kGetAttributes, kManager, 1, S_OK, E_POINTER, kNone, kNone, kNone},
+    {kGetAttributes, kGetAll, 1, E_FAIL, E_FAIL, {L"1158 pCustomPropertyManager->GetAll"}, kNone, kNone},
+    {kGetAttributes, kGetAll, 1, S_OK, S_OK, kNone, kNone, kNone},
+    {kGetAttributes, kGet2, 1, E_FAIL, E_FAIL, {L"1170 pCustomPropertyManager->Get2"}, kNone, kNone},
+    {kGetAttributes, kGet2, 1, S_OK, S_OK, kNone, {L"A=", L"B=2", L"C=3"}, kNone},
+    {kGetAttributes, kGet2, 2, E_FAIL, E_FAIL, {L"1170 pCustomPropertyManager->Get2"}, {L"A=1"}, kNone},
+    {kGetAttributes, kGet2, 2, S_OK, S_OK, kNone, {L"A=1", L"B=", L"C=3"}, kNone},
+    {kGetAttributes,
      kGet2,
      3,
      E_FAIL,
@@ -66,11 +66,11 @@ const FailingCall kFailingCalls[] = {
      {L"1170 pCustomPropertyManager->Get2"},
      {L"A=1", L"B=2"},
      kNone},
-    {GetAttributes, kGet2, 3, S_OK, S_OK, kNone, {L"A=1", L"B=2", L"C="}, kNone},
+    {kGetAttributes, kGet2, 3, S_OK, S_OK, kNone, {L"A=1", L"B=2", L"C="}, kNone},
 
-    {GetCustomProperty, kExtension, 1, E_FAIL, E_FAIL, {L"1460 get_Extension"}, kNone, kNone},
-    {GetCustomProperty, kExtension, 1, S_OK, S_OK, kNone, kNone, kNone},
-    {GetCustomProperty,
+    {kGetCustomProperty, kExtension, 1, E_FAIL, E_FAIL, {L"1460 get_Extension"}, kNone, kNone},
+    {kGetCustomProperty, kExtension, 1, S_OK, S_OK, kNone, kNone, kNone},
+    {kGetCustomProperty,
      kManager,
      1,
      E_FAIL,
@@ -78,21 +78,21 @@ const FailingCall kFailingCalls[] = {
      {L"1468 pDocExten->get_CustomPropertyManager"},
      kNone,
      kNone},
-    {GetCustomProperty, kManager, 1, S_OK, S_OK, kNone, kNone, kNone},
-    {GetCustomProperty, kGetNames, 1, E_FAIL, E_FAIL, {L"1475 pCustomMgr->GetNames"}, kNone, kNone},
-    {GetCustomProperty, kGetNames, 1, S_OK, S_OK, kNone, kNone, kNone},
-    {GetCustomProperty, kGet3, 1, E_FAIL, S_OK, {L"1489 pCustomMgr->Get3: A"}, {L"B=2", L"C=3"}, kNone},
-    {GetCustomProperty, kGet3, 1, S_OK, S_OK, kNone, {L"A=", L"B=2", L"C=3"}, kNone},
-    {GetCustomProperty, kGet3, 2, E_FAIL, S_OK, {L"1489 pCustomMgr->Get3: B"}, {L"A=1", L"C=3"}, kNone},
-    {GetCustomProperty, kGet3, 2, S_OK, S_OK, kNone, {L"A=1", L"B=", L"C=3"}, kNone},
-    {GetCustomProperty, kGet3, 3, E_FAIL, E_FAIL, {L"1489 pCustomMgr->Get3: C"}, {L"A=1", L"B=2"}, kNone},
-    {GetCustomProperty, kGet3, 3, S_OK, S_OK, kNone, {L"A=1", L"B=2", L"C="}, kNone},
+    {kGetCustomProperty, kManager, 1, S_OK, S_OK, kNone, kNone, kNone},
+    {kGetCustomProperty, kGetNames, 1, E_FAIL, E_FAIL, {L"1475 pCustomMgr->GetNames"}, kNone, kNone},
+    {kGetCustomProperty, kGetNames, 1, S_OK, S_OK, kNone, kNone, kNone},
+    {kGetCustomProperty, kGet3, 1, E_FAIL, S_OK, {L"1489 pCustomMgr->Get3: A"}, {L"B=2", L"C=3"}, kNone},
+    {kGetCustomProperty, kGet3, 1, S_OK, S_OK, kNone, {L"A=", L"B=2", L"C=3"}, kNone},
+    {kGetCustomProperty, kGet3, 2, E_FAIL, S_OK, {L"1489 pCustomMgr->Get3: B"}, {L"A=1", L"C=3"}, kNone},
+    {kGetCustomProperty, kGet3, 2, S_OK, S_OK, kNone, {L"A=1", L"B=", L"C=3"}, kNone},
+    {kGetCustomProperty, kGet3, 3, E_FAIL, E_FAIL, {L"1489 pCustomMgr->Get3: C"}, {L"A=1", L"B=2"}, kNone},
+    {kGetCustomProperty, kGet3, 3, S_OK, S_OK, kNone, {L"A=1", L"B=2", L"C="}, kNone},
 
-    {PutAttributes, kActive, 1, E_FAIL, E_FAIL, {L"1183 iSwApp->get_IActiveDoc2"}, kAll, kNone},
-    {PutAttributes, kActive, 1, S_OK, S_OK, kNone, kAll, kNone},
-    {PutAttributes, kExtension, 1, E_FAIL, E_FAIL, {L"1189 pModelDoc2->get_Extension"}, kAll, kNone},
-    {PutAttributes, kExtension, 1, S_OK, E_POINTER, kNone, kAll, kNone},
-    {PutAttributes,
+    {kPutAttributes, kActive, 1, E_FAIL, E_FAIL, {L"1183 iSwApp->get_IActiveDoc2"}, kAll, kNone},
+    {kPutAttributes, kActive, 1, S_OK, S_OK, kNone, kAll, kNone},
+    {kPutAttributes, kExtension, 1, E_FAIL, E_FAIL, {L"1189 pModelDoc2->get_Extension"}, kAll, kNone},
+    {kPutAttributes, kExtension, 1, S_OK, E_POINTER, kNone, kAll, kNone},
+    {kPutAttributes,
      kManager,
      1,
      E_FAIL,
@@ -100,12 +100,12 @@ const FailingCall kFailingCalls[] = {
      {L"1193 pModelDocExtension->get_CustomPropertyManager"},
      kAll,
      kNone},
-    {PutAttributes, kManager, 1, S_OK, E_POINTER, kNone, kAll, kNone},
-    {PutAttributes, kGetAll, 1, E_FAIL, E_FAIL, {L"1198 pCustomPropertyManager->GetAll"}, kAll, kNone},
-    {PutAttributes, kGetAll, 1, S_OK, S_OK, kNone, kAll, kDone},
-    {PutAttributes, kSet, 1, E_FAIL, E_FAIL, {L"1214 pCustomPropertyManager->Set"}, kAll, kNone},
-    {PutAttributes, kSet, 1, S_OK, S_OK, kNone, {L"A=1", L"B=y", L"C=z"}, kDone},
-    {PutAttributes,
+    {kPutAttributes, kManager, 1, S_OK, E_POINTER, kNone, kAll, kNone},
+    {kPutAttributes, kGetAll, 1, E_FAIL, E_FAIL, {L"1198 pCustomPropertyManager->GetAll"}, kAll, kNone},
+    {kPutAttributes, kGetAll, 1, S_OK, S_OK, kNone, kAll, kDone},
+    {kPutAttributes, kSet, 1, E_FAIL, E_FAIL, {L"1214 pCustomPropertyManager->Set"}, kAll, kNone},
+    {kPutAttributes, kSet, 1, S_OK, S_OK, kNone, {L"A=1", L"B=y", L"C=z"}, kDone},
+    {kPutAttributes,
      kSet,
      2,
      E_FAIL,
@@ -113,8 +113,8 @@ const FailingCall kFailingCalls[] = {
      {L"1214 pCustomPropertyManager->Set"},
      {L"A=x", L"B=2", L"C=3"},
      kNone},
-    {PutAttributes, kSet, 2, S_OK, S_OK, kNone, {L"A=x", L"B=2", L"C=z"}, kDone},
-    {PutAttributes,
+    {kPutAttributes, kSet, 2, S_OK, S_OK, kNone, {L"A=x", L"B=2", L"C=z"}, kDone},
+    {kPutAttributes,
      kSet,
      3,
      E_FAIL,
@@ -122,7 +122,7 @@ const FailingCall kFailingCalls[] = {
      {L"1214 pCustomPropertyManager->Set"},
      {L"A=x", L"B=y", L"C=3"},
      kNone},
-    {PutAttributes, kSet, 3, S_OK, S_OK, kNone, {L"A=x", L"B=y", L"C=3"}, kDone},
+    {kPutAttributes, kSet, 3, S_OK, S_OK, kNone, {L"A=x", L"B=y", L"C=3"}, kDone},
 };
 
 class FailingAccess : public PropertyAccessTest {
@@ -130,18 +130,18 @@ class FailingAccess : public PropertyAccessTest {
   static constexpr const wchar_t* kValues = LR"({"A":"x","B":"y","C":"z"})";
 
   static const wchar_t* FunctionOf(Operation operation) {
-    return operation == GetAttributes       ? L"GetAttributes"
-           : operation == GetCustomProperty ? L"GetCustomProperty"
-                                            : L"PutAttributes";
+    return operation == kGetAttributes       ? L"GetAttributes"
+           : operation == kGetCustomProperty ? L"GetCustomProperty"
+                                             : L"PutAttributes";
   }
 
   HRESULT Run(Operation operation, const std::shared_ptr<CJsonObject>& json) {
     switch (operation) {
-      case GetAttributes:
+      case kGetAttributes:
         return m_class->GetAttributes(json);
-      case GetCustomProperty:
+      case kGetCustomProperty:
         return m_class->GetCustomProperty(m_given, json);
-      case PutAttributes:
+      case kPutAttributes:
         return m_class->PutAttributes(json);
     }
     return E_UNEXPECTED;
@@ -168,7 +168,7 @@ class FailingCallOf : public FailingAccess, public testing::WithParamInterface<F
 
 TEST_P(FailingCallOf, LeavesWhatTheTableSays) {
   const FailingCall& row = GetParam();
-  const bool writes = row.operation == PutAttributes;
+  const bool writes = row.operation == kPutAttributes;
   const auto document = OpenPartWithThree();
   m_given = ActiveFace();
   const auto json = Json(writes ? kValues : L"{}");
@@ -194,10 +194,10 @@ INSTANTIATE_TEST_SUITE_P(, FailingCallOf, testing::ValuesIn(kFailingCalls));
 TEST_F(FailingAccess, TableHasEveryCallOfEachOperationTwice) {
   OpenPartWithThree();
   m_given = ActiveFace();
-  for (const Operation operation : {GetAttributes, GetCustomProperty, PutAttributes}) {
+  for (const Operation operation : {kGetAttributes, kGetCustomProperty, kPutAttributes}) {
     m_host->GetJournal().Clear();
-    if (operation == PutAttributes) ExpectBoxes(1);
-    EXPECT_EQ(Run(operation, Json(operation == PutAttributes ? kValues : L"{}")), S_OK);
+    if (operation == kPutAttributes) ExpectBoxes(1);
+    EXPECT_EQ(Run(operation, Json(operation == kPutAttributes ? kValues : L"{}")), S_OK);
     const auto rows = std::count_if(std::begin(kFailingCalls), std::end(kFailingCalls),
                                     [&](const FailingCall& row) { return row.operation == operation; });
     EXPECT_EQ(static_cast<std::size_t>(rows), 2 * m_host->GetJournal().Calls().size())

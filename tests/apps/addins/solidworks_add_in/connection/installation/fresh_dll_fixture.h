@@ -32,7 +32,7 @@ class FreshDllTest : public testing::Test {
   ComApartment m_apartment;
   TempFolder m_folder;
   ScopedEnvironment m_home;
-  MessageBoxRecorder m_no_boxes;
+  MessageBoxRecorder m_noBoxes;
   std::optional<AddInDll> m_dll;
   std::optional<cad_host::Host> m_host;
 };
