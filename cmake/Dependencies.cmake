@@ -1,5 +1,4 @@
-# The libraries that the project uses and does not own, as imported targets. `./dev setup` builds or
-# copies them; CMake only finds them.
+# Third-party libraries, as imported targets. `./dev setup` builds or copies them; CMake only finds them.
 if(WIN32)
   set(prefix ${TAVO_DEPENDENCIES}/windows)
 else()

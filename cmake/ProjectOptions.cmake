@@ -7,7 +7,7 @@ if(WIN32)
   target_compile_definitions(project_options INTERFACE
     UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN
     _WIN32_WINNT=0x0A00 WINVER=0x0A00)  # Windows 10: the oldest system that a supported host runs on
-  # One DLL that brings its runtime along: nothing but system DLLs is imported.
+  # The DLL contains its C++ runtime: it imports only system DLLs.
   target_link_options(project_options INTERFACE -static -static-libgcc -static-libstdc++)
 endif()
 
@@ -15,13 +15,13 @@ endif()
 set(TAVO_PRECOMPILED_OPTIONS -Wno-array-bounds -Wno-restrict -Wno-stringop-overflow
     -Wno-stringop-overread)
 
-# The precompiled headers: what nearly every file of the cross build includes, compiled once. Every file
-# includes what it uses all the same, and is analysed that way.
+# The precompiled headers: headers that nearly every file of the cross build includes. Every file still
+# includes what it uses, and is analysed without precompiled headers.
 set(TAVO_PRECOMPILED_HEADERS
   <windows.h> <comdef.h> <oleauto.h>
   <algorithm> <functional> <map> <memory> <optional> <string> <string_view> <utility> <vector>)
 if(WIN32)
-  file(WRITE ${CMAKE_BINARY_DIR}/precompiled.cpp "// Carries the precompiled headers.\n")
+  file(WRITE ${CMAKE_BINARY_DIR}/precompiled.cpp "// Compiled only to build the precompiled headers.\n")
   add_library(precompiled_headers OBJECT ${CMAKE_BINARY_DIR}/precompiled.cpp)
   target_link_libraries(precompiled_headers PRIVATE project_options)
   target_precompile_headers(precompiled_headers PRIVATE ${TAVO_PRECOMPILED_HEADERS})
@@ -37,9 +37,9 @@ endfunction()
 
 # tavo_library(NAME SOURCES ... [PUBLIC ...] [PRIVATE ...] [INCLUDE FOLDER]): a static library of the project.
 #
-# PUBLIC are the libraries whose headers its own headers include: it gives them on to its users. PRIVATE are
-# those that only its sources use: their headers stay out of its users' sight. INCLUDE is the folder with the
-# headers that others may include; what lies beside the sources is for the library and its tests alone.
+# PUBLIC: libraries that its own headers include; targets that link it may include them, too. PRIVATE:
+# libraries that only its sources include. INCLUDE: the folder with the headers for other targets; the headers
+# next to the sources are only for the library itself and its tests.
 function(tavo_library name)
   cmake_parse_arguments(arg "" "INCLUDE" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
   add_library(${name} STATIC ${arg_SOURCES})

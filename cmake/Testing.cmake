@@ -1,6 +1,6 @@
-# Test programs. Tests are compiled more often than they run, so they are built fast: without optimisation and
-# with line numbers only, which a stack of a crash or hang shows. In this order: the other one would bring
-# back the full debug information. Wine's debug library reads version 4 of the format, not 5.
+# Test programs. Tests are compiled more often than they run, so they are built without optimisation and with
+# line numbers as the only debug information, for the stack of a crash or hang. -g1 must come last, because
+# -gdwarf-4 after it would select the full debug information. Wine's debug library reads DWARF 4, not DWARF 5.
 add_library(test_options INTERFACE)
 target_compile_options(test_options INTERFACE -O0 -gdwarf-4 -g1)
 target_link_libraries(test_options INTERFACE gtest project_options)
@@ -19,8 +19,8 @@ function(tavo_compile_as_test target)
   endif()
 endfunction()
 
-# tavo_test_library(NAME SOURCES ... [PUBLIC ...] [PRIVATE ...]): what several test programs share. Its headers
-# lie beside its sources.
+# tavo_test_library(NAME SOURCES ... [PUBLIC ...] [PRIVATE ...]): code that several test programs share. Its
+# headers are next to its sources.
 function(tavo_test_library name)
   cmake_parse_arguments(arg "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
   add_library(${name} STATIC ${arg_SOURCES})
@@ -29,12 +29,13 @@ function(tavo_test_library name)
   tavo_compile_as_test(${name})
 endfunction()
 
-# tavo_test(NAME SOURCES ... LIBRARIES ... [INNER FOLDER ...] [TIMEOUT SECONDS] [OWN_MAIN]): a test program, run
-# whole by ctest.
+# tavo_test(NAME SOURCES ... LIBRARIES ... [INNER FOLDER ...] [TIMEOUT SECONDS] [OWN_MAIN]): a test program,
+# which is one test for ctest.
 #
-# INNER are folders of the product whose inner headers the test sees. The program writes its results as XML into
-# test-results/; `./dev test` adds those up. A program that hangs prints the stacks of its threads shortly before
-# TIMEOUT and counts as failed. OWN_MAIN: it has a main() of its own, which calls RunTests() in its turn.
+# INNER: folders of the product with internal headers that the test includes. The program writes its results
+# as XML into test-results/; `./dev test` adds them up. A program that hangs prints the stacks of its threads
+# shortly before TIMEOUT and counts as failed. OWN_MAIN: the program has its own main(), which calls
+# RunTests().
 function(tavo_test name)
   cmake_parse_arguments(arg "OWN_MAIN" "TIMEOUT" "SOURCES;LIBRARIES;INNER" ${ARGN})
   if(NOT arg_TIMEOUT)

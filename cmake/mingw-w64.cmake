@@ -1,5 +1,5 @@
-# Cross build for 64-bit Windows with Debian's MinGW-w64, the variant with POSIX threads: the only one
-# whose standard library has std::mutex and std::thread.
+# Cross build for 64-bit Windows with Debian's MinGW-w64, in the variant with POSIX threads: only that variant
+# has std::mutex and std::thread.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
@@ -12,5 +12,5 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE BOTH)
 
-# A program for Windows runs here under Wine; ctest puts this in front of targets.
+# ctest runs programs with this command, which starts Wine.
 set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../scripts/wine)

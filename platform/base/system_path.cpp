@@ -6,7 +6,7 @@
 #include <string_view>
 
 namespace {
-// The shortest path that some file call refuses: a folder's path must leave room for a name of 8.3.
+// The shortest path that some file call rejects: the path of a new folder must leave room for an 8.3 name.
 constexpr std::size_t kShortestLongPath = 248;
 constexpr std::wstring_view kLocalPrefix = LR"(\\?\)";
 constexpr std::wstring_view kNetworkPrefix = LR"(\\?\UNC\)";
@@ -17,7 +17,7 @@ bool IsDrivePath(std::wstring_view path) {
   return path.size() > 2 && std::iswalpha(path[0]) && path[1] == L':' && IsSeparator(path[2]);
 }
 
-// `\\server\share`, but no device such as `\\.\` and nothing that is in the system's form already.
+// `\\server\share`; not a device such as `\\.\`, and not a path that already begins with `\\?\`.
 bool IsNetworkPath(std::wstring_view path) {
   return path.size() > 2 && IsSeparator(path[0]) && IsSeparator(path[1]) && !IsSeparator(path[2]) &&
          path[2] != L'?' && path[2] != L'.';
@@ -35,7 +35,7 @@ std::wstring SystemPath(const std::wstring& path) {
   if (path.size() < kShortestLongPath) return path;
   const bool network = IsNetworkPath(path);
   if (!network && !IsDrivePath(path)) return path;
-  // The system takes this form as it stands, so `/`, `.` and `..` must be gone before.
+  // The system does not resolve `/`, `.` and `..` in this form, so they must be resolved first.
   const std::wstring normalized = FullPath(path);
   if (normalized.empty()) return path;
   return network ? std::wstring(kNetworkPrefix) + normalized.substr(2)

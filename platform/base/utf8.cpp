@@ -7,7 +7,7 @@ namespace {
 
 constexpr char32_t kLastCodePoint = 0x10FFFF;
 
-/// The code point at the start of a text that is not empty, and how many units it takes.
+/// The first code point of a text that is not empty, and how many units it takes.
 struct Decoded {
   char32_t code_point;
   std::size_t length;
@@ -97,8 +97,8 @@ std::string Encode(std::basic_string_view<Unit> text) {
   bytes.reserve(text.size());
   while (!text.empty()) {
     const auto [code_point, length] = DecodeWide(text);
-    char form[kLongestForm];
-    bytes.append(form, Write(code_point, form));
+    char encoded[kMaximumBytes];
+    bytes.append(encoded, Write(code_point, encoded));
     text.remove_prefix(length);
   }
   return bytes;

@@ -23,7 +23,7 @@ std::wstring BoxText(const ZALErrorMsg& message) {
 
 long CDisplayErrorMsg::Display(const ZALErrorMsg& message, unsigned style) {
   if (SUCCEEDED(message.code)) return 0;
-  // Without an owner only this flag keeps a person from working in the host behind the box.
+  // The box has no owner, so only this flag keeps the user from working in the host while it is shown.
   return MessageBoxW(nullptr, BoxText(message).c_str(), caption_source.load()().c_str(),
                      style | MB_TASKMODAL);
 }

@@ -23,8 +23,8 @@ constexpr PlatformText kPlatformTexts[] = {
     {platform_code::kBackupFolderInvalid, L"The path of the backup folder is not valid."},
 };
 
-// Empty where `code` is none of the platform's.
-std::wstring TextOfPlatform(long code) {
+// Empty if `code` is not one of the platform's codes.
+std::wstring PlatformTextFor(long code) {
   for (const PlatformText& entry : kPlatformTexts) {
     if (entry.code == code) return entry.text;
   }
@@ -39,7 +39,7 @@ CZALCIHandlerContextHelper& CZALCIHandlerContextHelper::Instance() {
 }
 
 ZALErrorMsg CZALCIHandlerContextHelper::GetErrorMsg(long code) const {
-  std::wstring text = TextOfPlatform(code);
+  std::wstring text = PlatformTextFor(code);
   if (text.empty()) text = SystemText(static_cast<DWORD>(code));
   if (text.empty()) text = L"Unknown error " + HexCode(code) + L".";
   return {code, text};

@@ -11,7 +11,7 @@
 namespace {
 
 CaughtException Describe(const _com_error& error) {
-  // An error object's own description says more than the system's text for the code.
+  // The description in the error object is more specific than the system's text for the code.
   const _bstr_t description = error.Description();
   return {error.Error(),
           description.length() ? static_cast<const wchar_t*>(description) : error.ErrorMessage()};

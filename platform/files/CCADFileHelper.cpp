@@ -11,7 +11,7 @@ bool CCADFileHelper::IsProeFile(const std::wstring& path, std::wstring& version,
     return false;
   if (file.find_first_not_of(L"0123456789", version_point + 1) != std::wstring::npos) return false;
 
-  // Before the version there must be a name and an extension, neither of them empty.
+  // Before the version there must be a name and an extension, both not empty.
   const auto extension_point = file.rfind(L'.', version_point - 1);
   if (extension_point == std::wstring::npos || extension_point == 0 || extension_point + 1 == version_point) {
     return false;

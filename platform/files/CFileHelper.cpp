@@ -9,7 +9,7 @@
 
 namespace {
 
-// Goes up to the first folder that is there or can be made, then down again.
+// Walks up to the first folder that exists or can be created, then creates the folders below it.
 void MakeWithParents(const std::wstring& system_path) {
   std::vector<std::wstring> missing;
   std::wstring folder = system_path;

@@ -1,4 +1,4 @@
-/// @file A BSTR with an owner.
+/// @file An owner for a BSTR.
 #pragma once
 
 #include <windows.h>
@@ -15,7 +15,7 @@ class CComBSTR {
   CComBSTR() = default;
 
   /// A BSTR of the text's full length, embedded nulls included.
-  /// @throws _com_error E_OUTOFMEMORY where it cannot be allocated.
+  /// @throws _com_error E_OUTOFMEMORY if it cannot be allocated.
   explicit CComBSTR(std::wstring_view text)
       : m_string(SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))) {
     if (!m_string) _com_issue_error(E_OUTOFMEMORY);
@@ -33,16 +33,16 @@ class CComBSTR {
 
   operator BSTR() const noexcept { return m_string; }
 
-  /// For an out argument: frees what is held and gives the place.
+  /// For an out argument: frees the current string and returns the address of the pointer.
   BSTR* operator&() noexcept {
     SysFreeString(std::exchange(m_string, nullptr));
     return &m_string;
   }
 
-  /// Takes over `string`.
+  /// Takes ownership of `string`.
   void Attach(BSTR string) noexcept { SysFreeString(std::exchange(m_string, string)); }
 
-  /// Gives the string to the caller, who frees it.
+  /// Passes ownership of the string to the caller.
   [[nodiscard]] BSTR Detach() noexcept { return std::exchange(m_string, nullptr); }
 
   /// The characters; empty for a null BSTR.

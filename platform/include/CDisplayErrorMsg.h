@@ -1,4 +1,4 @@
-/// @file The platform's error notice.
+/// @file The platform's error message box.
 #pragma once
 
 #include <string>
@@ -7,15 +7,16 @@
 
 class CDisplayErrorMsg {
  public:
-  /// Shows a modal message box with the text, the code in hexadecimal and the path of the log folder; for
-  /// a success code nothing is shown.
+  /// Shows a modal message box with the text, the code in hexadecimal and the path of the log folder;
+  /// shows nothing for a success code.
   /// @param style of the message box, such as 16 for the error icon.
-  /// @return the button that ended the box (IDOK), 0 where none was shown.
+  /// @return the button that closed the box (IDOK); 0 if no box was shown.
   static long Display(const ZALErrorMsg& message, unsigned style);
 
-  /// Gives a caption, in the language of the thread.
+  /// Returns a caption, in the language of the thread.
   using CaptionSource = std::wstring (*)();
 
-  /// Chooses where the boxes of this module get their caption; it is "TAVO" without a source, or with null.
+  /// Sets the function that returns the caption of this module's boxes. If there is none, or it is null, the
+  /// caption is "TAVO".
   static void SetCaptionSource(CaptionSource source) noexcept;
 };

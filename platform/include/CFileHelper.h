@@ -5,8 +5,8 @@
 
 class CFileHelper {
  public:
-  /// Makes the folder `path` and the folders above it that are missing.
-  /// @param failIfExists whether a folder that is already there counts as a failure.
-  /// @return whether the folder is there now. Never throws.
+  /// Creates the folder `path` and its missing parent folders.
+  /// @param failIfExists whether an existing folder counts as a failure.
+  /// @return whether the folder exists now and there was no failure. Never throws.
   static bool CreateFolder(const std::wstring& path, bool failIfExists);
 };

@@ -1,4 +1,4 @@
-/// @file Paths as texts.
+/// @file Splitting paths.
 #pragma once
 
 #include <string>
@@ -6,6 +6,6 @@
 class CFilePathHelper {
  public:
   /// Splits `path` at its last `\` or `/` into `folder`, without that separator, and `name`. A path without
-  /// a separator is all name.
+  /// a separator consists of the name only.
   static void SplitFilePath(const std::wstring& path, std::wstring& folder, std::wstring& name);
 };

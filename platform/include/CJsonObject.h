@@ -1,4 +1,4 @@
-/// @file JSON objects over RapidJSON.
+/// @file JSON objects, built on RapidJSON.
 #pragma once
 
 #include <memory>
@@ -12,12 +12,12 @@
 #include "detail/json_member_index.h"
 #include "detail/rapidjson_config.h"
 
-/// A JSON value: the root of a document of its own, or a view on a value of another object's document.
+/// A JSON value: the root of a document of its own, or a view of a value in another object's document.
 ///
-/// Keys and strings cross this interface as wide strings and are UTF-8 inside. Keys are plain names,
-/// compared exactly; of equal names the first wins. The exported operations read a missing member, a
-/// member of the wrong type and a value that is no object alike, as each operation says; only the
-/// inline accessors and GetPropertyStringArrayValue throw.
+/// Keys and strings are wide strings in this interface and UTF-8 inside. Keys are plain names, compared
+/// exactly; if a name occurs twice, the first member counts. The exported operations handle a missing
+/// member, a member of the wrong type and a value that is not an object in the same way, which each
+/// operation documents; only the inline accessors and GetPropertyStringArrayValue throw.
 class CJsonObject {
  public:
   using Document = rapidjson::Document;
@@ -26,9 +26,8 @@ class CJsonObject {
   /// An empty object `{}` with a document of its own.
   CJsonObject();
 
-  /// A view on `value`, which lives in `document`: changes through the view are changes of the parent,
-  /// until the parent gets other content or a new member; then a new view is needed. The old one is safe
-  /// to use still.
+  /// A view of `value`, which belongs to `document`. Changes through the view change the parent, until the
+  /// parent gets other content or a new member; then a new view is needed. The old view remains safe.
   CJsonObject(std::shared_ptr<Document> document, rapidjson::Value* value)
       : m_pDocument(std::move(document)), m_pValue(value) {}
 
@@ -37,47 +36,47 @@ class CJsonObject {
   virtual ~CJsonObject() = default;
 
   /// Parses `text` into this object, replacing its content.
-  /// @return false, with this an empty object, where the text is empty, malformed or nested deeper than
-  ///         1,000 levels. Nothing is thrown.
+  /// @return false if the text is empty, malformed or nested deeper than 1,000 levels; this object is then
+  ///         empty. Never throws.
   bool CreateFrom(const std::wstring& text);
 
   /// Parses the UTF-8 file at `path` into this object, replacing its content; a byte-order mark is
   /// accepted.
-  /// @throws CZALException naming the path, and line and column of the first fault, where the file
-  ///         cannot be read or is malformed. This object is then unchanged.
+  /// @throws CZALException if the file cannot be read or is malformed; it names the path, and the line and
+  ///         column of the first fault. This object is then unchanged.
   void CreateFromFile(const std::wstring& path);
 
   /// The compact JSON text: members in order; only the quote, the backslash and control characters are
   /// escaped.
   std::wstring ToJson() const;
 
-  /// The string member `key`; the empty string where it is missing or no string.
+  /// The string member `key`; the empty string if it is missing or not a string.
   std::wstring GetStringValue(const std::wstring& key) const;
 
-  /// The integer member `key`; 0 where it is missing, no number, a fraction or beyond 32 bits.
+  /// The integer member `key`; 0 if it is missing, not a number, a fraction or beyond 32 bits.
   long GetLongValue(const std::wstring& key) const;
 
-  /// (found, value) of the boolean member `key`; (false, false) where it is missing or no boolean.
+  /// (found, value) of the boolean member `key`; (false, false) if it is missing or not a boolean.
   std::pair<bool, bool> GetPropertyBoolValue(const std::wstring& key) const;
 
-  /// (found, strings in array order) of the member `key`; (false, empty) where it is missing.
-  /// @throws CZALException 0xA3013001 "json member [KEY] is not Array!" where the member is anything but
-  ///         an array of strings.
+  /// (found, strings in array order) of the member `key`; (false, empty) if it is missing.
+  /// @throws CZALException 0xA3013001 "json member [KEY] is not Array!" if the member is anything but an
+  ///         array of strings.
   std::pair<bool, std::vector<std::wstring>> GetPropertyStringArrayValue(const std::wstring& key) const;
 
-  /// Whether the member `key` exists, of whatever type.
+  /// Whether the member `key` exists, with any type.
   bool IsExist(const std::wstring& key) const;
 
-  /// Adds the string member `key`, or replaces its value. A value that is no object becomes one.
+  /// Adds the string member `key`, or replaces its value. If this value is not an object, it becomes one.
   void SetStringValue(const std::wstring& key, const std::wstring& value);
 
-  /// The document, for making a view.
+  /// The document, for creating a view.
   const std::shared_ptr<Document>& Share() const { return m_pDocument; }
 
   /// One object per element of the array member `key`, each with a document of its own that holds a deep
   /// copy of the element's members.
-  /// @throws CZALException 0xA3013000 where the member is missing, 0xA3013001 where it is no array or an
-  ///         element is no object.
+  /// @throws CZALException 0xA3013000 if the member is missing, 0xA3013001 if it is not an array or an
+  ///         element is not an object.
   std::vector<Pointer> GetObjectArray(const std::wstring& key) const {
     const rapidjson::Value& array = FindMember(key);
     if (!array.IsArray()) throw WrongType(key, L"Array");
@@ -90,23 +89,23 @@ class CJsonObject {
   }
 
   /// The object member `key`, with a document of its own that holds a deep copy of the members.
-  /// @throws CZALException 0xA3013000 where the member is missing, 0xA3013001 where it is no object.
+  /// @throws CZALException 0xA3013000 if the member is missing, 0xA3013001 if it is not an object.
   Pointer GetObjectCopy(const std::wstring& key) const {
     const rapidjson::Value& object = FindMember(key);
     if (!object.IsObject()) throw WrongType(key, L"Object");
     return CopyOf(object);
   }
 
-  /// The object member `key` as a view on this object's document.
-  /// @throws CZALException 0xA3013000 where the member is missing, 0xA3013001 where it is no object.
+  /// The object member `key` as a view of this object's document.
+  /// @throws CZALException 0xA3013000 if the member is missing, 0xA3013001 if it is not an object.
   Pointer GetObjectShared(const std::wstring& key) const {
     rapidjson::Value& object = FindMember(key);
     if (!object.IsObject()) throw WrongType(key, L"Object");
     return std::make_shared<CJsonObject>(Share(), &object);
   }
 
-  /// Replaces this object's content by a deep copy of all members of `other`, which must be an object;
-  /// either may be a view on a part of the other.
+  /// Replaces this object's content with a deep copy of all members of `other`, which must be an object;
+  /// either may be a view of a part of the other.
   void CopyFrom(const CJsonObject& other) {
     rapidjson::Value copy(rapidjson::kObjectType);
     CopyMembers(*other.m_pValue, copy);
@@ -118,7 +117,7 @@ class CJsonObject {
     return {platform_code::kJsonWrongType, L"json member [" + key + L"] is not " + type + L"!"};
   }
 
-  /// The first member `key`; throws 0xA3013000 where there is none, also where this is no object.
+  /// The first member `key`; throws 0xA3013000 if it is missing or this is not an object.
   rapidjson::Value& FindMember(const std::wstring& key) const {
     rapidjson::Value* member = FindMemberOrNull(key);
     if (!member) {
@@ -151,8 +150,9 @@ class CJsonObject {
   /// A deep copy of `value`, strings included.
   static rapidjson::Value CopyValue(const rapidjson::Value& value, Document::AllocatorType& allocator);
 
-  /// Takes over what was parsed. Views on this object, or its parent, keep the document that they share.
-  void ReplaceBy(Document&& document);
+  /// Replaces the content with `document`. Views of this object, or its parent, keep the document that they
+  /// share.
+  void ReplaceWith(Document&& document);
 
   std::shared_ptr<Document> m_pDocument;
   rapidjson::Value* m_pValue;         // within *m_pDocument

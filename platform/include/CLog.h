@@ -5,11 +5,11 @@
 
 class CLog {
  public:
-  /// Writes one event. Never throws and never fails visibly; before the log is initialised the event is
+  /// Writes one event. Never throws and reports no failure. Before the log is initialised the event is
   /// dropped.
-  /// @param file, line, function where the event comes from; they go into the event.
+  /// @param file, line, function the source of the event; they become part of it.
   /// @param channel the logger's name.
-  /// @param level the priority as it stands (40000 error, 20000 information).
+  /// @param level the priority as a number (40000 error, 20000 information).
   static void Print(const char* file, int line, const char* function, const std::wstring& channel, int level,
                     const std::wstring& message) noexcept;
 };

@@ -1,10 +1,10 @@
-/// @file Setting the log up.
+/// @file Starting and ending the log.
 #pragma once
 
 #include <string>
 
-/// Owns the log's set-up: the object that set the log up shuts it down when it is destroyed, after which
-/// events are dropped. A static object of the module does it when the module is unloaded.
+/// Starts the log and ends it: the object that started the log ends it in its destructor; later events are
+/// dropped. With a static object the log ends when the module is unloaded.
 class CLogInitializer {
  public:
   CLogInitializer() = default;
@@ -12,14 +12,14 @@ class CLogInitializer {
   CLogInitializer& operator=(const CLogInitializer&) = delete;
   ~CLogInitializer();
 
-  /// Whether the log of this module is set up.
+  /// Whether the log of this module is running.
   static bool Initialized() noexcept;
 
-  /// Sets the log up, unless it is set up already: from `propertiesFile` if it exists and gives some
-  /// logger an appender, else with a UTF-8 file `<folder>\<application>.log` of 10 MB, five old files kept.
-  /// A folder that cannot be written counts as set up: every event tries again. What is wrong with the
-  /// properties file is logged under "platform".
-  /// @return whether the log is set up; false for an empty folder. Never throws.
+  /// Starts the log if it is not running yet: with `propertiesFile` if it exists and assigns an appender to
+  /// some logger, else with a UTF-8 file `<folder>\<application>.log` of up to 10 MB, keeping five old files.
+  /// If the folder is not writable, the log counts as running and every event tries again. Faults in the
+  /// properties file are logged under "platform".
+  /// @return whether the log is running; false for an empty folder. Never throws.
   bool Initialize(const std::wstring& folder, const std::wstring& application,
                   const std::wstring& propertiesFile) noexcept;
 

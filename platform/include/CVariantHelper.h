@@ -11,7 +11,7 @@
 
 class CVariantHelper {
  public:
-  /// Turns an array of BSTR into `list`, in array order. VT_EMPTY and VT_NULL are an array without names.
-  /// @return S_OK; DISP_E_TYPEMISMATCH, with `list` empty, for anything else.
+  /// Turns an array of BSTR into `list`, in array order. VT_EMPTY and VT_NULL count as an empty array.
+  /// @return S_OK; DISP_E_TYPEMISMATCH for anything else, and `list` is then empty.
   static HRESULT Var2StringList(const VARIANT& variant, std::vector<CComBSTR>& list);
 };

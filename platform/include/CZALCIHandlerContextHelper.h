@@ -13,6 +13,6 @@ class CZALCIHandlerContextHelper {
  public:
   static CZALCIHandlerContextHelper& Instance();
 
-  /// The text for `code`: the platform's own codes by table, others from the system.
+  /// The text for `code`: from a table for the platform's own codes, from the system for all others.
   ZALErrorMsg GetErrorMsg(long code) const;
 };

@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-/// A platform code and a message for a person, thrown by value.
+/// A platform code and a readable message, thrown by value.
 ///
 /// Known codes: 0xA3013000 a JSON member is missing, 0xA3013001 a JSON value is of the wrong type or the
 /// text is malformed.

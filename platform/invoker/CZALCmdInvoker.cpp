@@ -23,15 +23,15 @@ namespace {
 
 constexpr wchar_t kDefaultFile[] = L"PlmClient.json";
 
-/// Holds `busy` while a command is under way.
-class CommandUnderWay {
+/// Sets `busy` while a command is in progress.
+class CommandInProgress {
  public:
-  explicit CommandUnderWay(std::atomic<bool>& busy) : m_busy(busy) {
+  explicit CommandInProgress(std::atomic<bool>& busy) : m_busy(busy) {
     if (m_busy.exchange(true)) throw NoAnswer{L"another command is still waiting for its answer"};
   }
-  CommandUnderWay(const CommandUnderWay&) = delete;
-  CommandUnderWay& operator=(const CommandUnderWay&) = delete;
-  ~CommandUnderWay() { m_busy = false; }
+  CommandInProgress(const CommandInProgress&) = delete;
+  CommandInProgress& operator=(const CommandInProgress&) = delete;
+  ~CommandInProgress() { m_busy = false; }
 
  private:
   std::atomic<bool>& m_busy;
@@ -43,15 +43,15 @@ std::wstring ReasonOfException() {
     throw;
   } catch (const NoAnswer& failure) {
     return failure.reason;
-  } catch (...) {  // perhaps thrown by a window of the host, which was served during the wait
+  } catch (...) {  // perhaps thrown by a window procedure of the host during the wait
     return CaughtException::Describe().text;
   }
 }
 
-void TellNoAnswer(const std::wstring& command) noexcept {
+void LogNoAnswer(const std::wstring& command) noexcept {
   try {
     LogPlatformError(L"PLM command [" + command + L"] got no answer: " + ReasonOfException());
-  } catch (...) {  // no memory for the line: what fails while telling must not be the host's trouble
+  } catch (...) {  // no memory for the line: a failing log must not disturb the host
   }
 }
 
@@ -63,9 +63,9 @@ class CZALCmdInvoker::Impl {
       : m_name(std::move(name)), m_file(file.empty() ? kDefaultFile : std::move(file)) {}
 
   std::wstring Invoke(const std::wstring& command, const std::wstring& json) {
-    const CommandUnderWay under_way(m_busy);
+    const CommandInProgress in_progress(m_busy);
     const std::uint64_t id = ++m_lastId;
-    // Before connecting: what cannot be sent costs no connection and starts no client.
+    // Before connecting: a request that cannot be sent must not open a connection or start the client.
     const std::string request = invoker::MakeFrame(invoker::MakeRequest(id, command, json));
     ServingWait wait;
     PipeConnection connection = Connect(wait);
@@ -75,12 +75,12 @@ class CZALCmdInvoker::Impl {
   }
 
  private:
-  /// The kept connection if it is still usable, else a new one. It is kept again only after an answer: over
-  /// a connection that failed, something late may yet come.
+  /// The kept connection if it is still usable, else a new one. A connection is kept only after an answer: a
+  /// late answer may still arrive on one that failed.
   PipeConnection Connect(ServingWait& wait) {
     std::optional<PipeConnection> kept = std::exchange(m_kept, std::nullopt);
     if (kept && kept->IsUsable()) return std::move(*kept);
-    kept.reset();  // a client that serves one connection at a time must see this one end first
+    kept.reset();  // first, for a client that serves one connection at a time
     return PipeConnection(ConnectToClient(invoker::ReadClientConfiguration(m_name, m_file), wait));
   }
 
@@ -100,7 +100,7 @@ std::wstring CZALCmdInvoker::Invoke(const std::wstring& command, std::wstring js
   try {
     return m_impl->Invoke(command, json);
   } catch (...) {
-    TellNoAnswer(command);
+    LogNoAnswer(command);
   }
   return {};
 }

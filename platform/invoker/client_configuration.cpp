@@ -21,11 +21,11 @@ bool IsMissing(const std::wstring& path) {
   return GetLastError() == ERROR_FILE_NOT_FOUND || GetLastError() == ERROR_PATH_NOT_FOUND;
 }
 
-/// The members of the file, each only if it is of the type that it should be.
+/// The members of the file. A member of a wrong type is a fault and counts as missing.
 class Members {
  public:
   explicit Members(const CJsonObject& file) : m_root(*file.Share()) {
-    if (!m_root.IsObject()) m_faults = L" the root is no object;";
+    if (!m_root.IsObject()) m_faults = L" the root is not an object;";
   }
 
   std::optional<std::wstring> Text(const char* name) {
@@ -33,7 +33,7 @@ class Members {
     if (!value) return std::nullopt;
     if (value->IsString())
       return CStringHelper::UTF8ToUnicode({value->GetString(), value->GetStringLength()});
-    AddFault(name, L"is no text");
+    AddFault(name, L"is not a string");
     return std::nullopt;
   }
 
@@ -41,11 +41,11 @@ class Members {
     const rapidjson::Value* value = Find(name);
     if (!value) return std::nullopt;
     if (value->IsUint()) return std::chrono::milliseconds(value->GetUint());
-    AddFault(name, L"is no number of milliseconds");
+    AddFault(name, L"is not a whole number of milliseconds");
     return std::nullopt;
   }
 
-  /// What is wrong with the members looked at; empty where nothing is.
+  /// The faults of the members that were read; empty if there are none.
   const std::wstring& Faults() const { return m_faults; }
 
  private:
@@ -63,7 +63,7 @@ class Members {
   std::wstring m_faults;
 };
 
-/// Overwrites what the file at `path` says; returns what is wrong with it.
+/// Sets the members that the file at `path` contains. @return the file's faults.
 std::wstring ReadFile(const std::wstring& path, ClientConfiguration& configuration) {
   CJsonObject file;
   try {
@@ -86,7 +86,7 @@ ClientConfiguration ReadClientConfiguration(const std::wstring& name, const std:
   CZALCADPathHelper::GetCADCfgPath(name, file, path);
   if (!path.empty() && !IsMissing(path)) {
     const std::wstring faults = ReadFile(path, configuration);
-    if (!faults.empty()) LogPlatformError(L"defaults are used for what is wrong in " + path + L":" + faults);
+    if (!faults.empty()) LogPlatformError(L"using defaults for what is wrong in " + path + L":" + faults);
   }
   if (configuration.pipe.empty()) configuration.pipe = kDefaultPipePrefix + UserSidText();
   return configuration;

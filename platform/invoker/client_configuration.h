@@ -1,4 +1,4 @@
-/// @file How the client is reached.
+/// @file How to reach the client.
 #pragma once
 
 #include <chrono>
@@ -8,13 +8,13 @@ namespace invoker {
 
 struct ClientConfiguration {
   std::wstring pipe;     ///< the pipe's name, without `\\.\pipe\`
-  std::wstring program;  ///< the program that serves it; empty: none is started
+  std::wstring program;  ///< the program that serves the pipe; empty: no program is started
   std::chrono::milliseconds start_timeout{15'000};
 };
 
-/// Reads the configuration file `file` of the configuration `name`; what it leaves unsaid, or says
-/// wrongly, is the default. A malformed file and members of a wrong type are told in one log line.
-/// @throws NoAnswer where there is no default either: the user cannot be found out.
+/// Reads the file `file` of the configuration `name`. A member that is missing or wrong gets its default. A
+/// malformed file and members of a wrong type are logged in one line.
+/// @throws NoAnswer if the pipe's default name is needed and the user of this process cannot be determined.
 ClientConfiguration ReadClientConfiguration(const std::wstring& name, const std::wstring& file);
 
 }  // namespace invoker

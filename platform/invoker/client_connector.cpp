@@ -14,14 +14,14 @@ constexpr wchar_t kPipeFolder[] = LR"(\\.\pipe\)";
 constexpr milliseconds kBusyTimeout{2'000};
 constexpr milliseconds kPollInterval{20};
 
-/// One attempt to open the pipe. Null, with the reason as the last error, where that fails.
+/// One attempt to open the pipe. Null, with the reason as the last error, if it fails.
 UniqueHandle TryToOpen(const std::wstring& path) {
   return OwnHandle(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
                                FILE_FLAG_OVERLAPPED | SECURITY_SQOS_PRESENT | SECURITY_IDENTIFICATION,
                                nullptr));
 }
 
-/// Opens the pipe, waiting while it is busy. Null where there is none.
+/// Opens the pipe; waits if it is busy. Null if it does not exist.
 UniqueHandle Open(const std::wstring& path, ServingWait& wait) {
   const auto end = steady_clock::now() + kBusyTimeout;
   for (;;) {
@@ -35,13 +35,13 @@ UniqueHandle Open(const std::wstring& path, ServingWait& wait) {
   }
 }
 
-/// Starts the client and opens the pipe as soon as it serves it.
+/// Starts the client and opens the pipe as soon as the client serves it.
 UniqueHandle StartAndOpen(const ClientConfiguration& configuration, const std::wstring& path,
                           ServingWait& wait) {
   const UniqueHandle process = StartClientProgram(configuration.program);
   const auto end = steady_clock::now() + configuration.start_timeout;
   for (;;) {
-    // Looked at before the pipe: a launcher may end once the pipe is there.
+    // Checked before the pipe, because a launcher may end as soon as the pipe exists.
     const bool ended = wait.Pause(milliseconds(0), process.get());
     if (UniqueHandle pipe = Open(path, wait)) return pipe;
     if (ended) throw NoAnswer{configuration.program + L" ended without serving the pipe " + path};
@@ -62,7 +62,7 @@ UniqueHandle ConnectToClient(const ClientConfiguration& configuration, ServingWa
     throw NoAnswer{L"there is no pipe " + path + L", and no client program is configured"};
   }
   if (!pipe) pipe = StartAndOpen(configuration, path, wait);
-  if (GetFileType(pipe.get()) != FILE_TYPE_PIPE) throw NoAnswer{path + L" is no pipe"};
+  if (GetFileType(pipe.get()) != FILE_TYPE_PIPE) throw NoAnswer{path + L" is not a pipe"};
   CheckPipeOwner(pipe.get());
   return pipe;
 }

@@ -8,7 +8,7 @@
 namespace invoker {
 namespace {
 
-/// Keeps the system from asking the user about a drive without a disk, on this thread only.
+/// Keeps the system from showing a box about a drive without a disk, on this thread only.
 class NoSystemBoxes {
  public:
   NoSystemBoxes() { SetThreadErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX, &m_previous); }
@@ -24,7 +24,7 @@ class NoSystemBoxes {
 
 UniqueHandle StartClientProgram(const std::wstring& program) {
   const std::filesystem::path path(program);
-  if (!path.is_absolute()) throw NoAnswer{L"the client program " + program + L" is no full path"};
+  if (!path.is_absolute()) throw NoAnswer{L"the client program " + program + L" is not a full path"};
   const std::wstring folder = path.parent_path().wstring();
   std::wstring command_line = L"\"" + program + L"\"";
 

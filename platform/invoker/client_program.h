@@ -7,10 +7,10 @@
 
 namespace invoker {
 
-/// Starts `program`, a full path, without arguments, in its own folder. It inherits no handle, and the
-/// system shows no error box where it cannot be started.
+/// Starts `program`, a full path, without arguments, in its own folder. It inherits no handles, and the
+/// system shows no error box if it cannot be started.
 /// @return its process.
-/// @throws NoAnswer where it cannot be started.
+/// @throws NoAnswer if it cannot be started.
 UniqueHandle StartClientProgram(const std::wstring& program);
 
 }  // namespace invoker

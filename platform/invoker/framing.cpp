@@ -28,7 +28,7 @@ bool IsNameCharacter(char c) {
 
 bool IsControlCharacter(char c) { return (static_cast<unsigned char>(c) < ' ' && c != '\t') || c == '\x7F'; }
 
-/// Whether `line`, which may lack its rest, can be a line of a header.
+/// Whether `line`, which may be incomplete, can be a line of a header.
 bool CanBeHeaderLine(std::string_view line) {
   const std::string_view name = line.substr(0, line.find(':'));
   return std::all_of(name.begin(), name.end(), IsNameCharacter) &&
@@ -45,7 +45,7 @@ std::size_t ParseLength(std::string_view text) {
   std::size_t length = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), length);
   if (error == std::errc::invalid_argument || end != text.data() + text.size()) {
-    throw NoAnswer{L"the client sent a Content-Length that is no number"};
+    throw NoAnswer{L"the client sent a Content-Length that is not a number"};
   }
   if (error == std::errc::result_out_of_range || length > kMaxContentBytes) {
     throw NoAnswer{L"the client sent a frame over 64 MiB"};
@@ -70,7 +70,7 @@ void FrameReader::Append(std::string_view bytes) {
   }
 }
 
-/// @return whether there was a whole line, so that another may follow.
+/// @return whether a complete line was read, so that another may follow.
 bool FrameReader::ReadHeaderLine() {
   const std::size_t end = m_bytes.find(kLineEnd, m_lineStart);
   std::string_view line = std::string_view(m_bytes).substr(m_lineStart);

@@ -12,24 +12,24 @@ inline constexpr std::size_t kMaxHeaderBytes = 8 * 1024;
 inline constexpr std::size_t kMaxContentBytes = 64 * 1024 * 1024;
 
 /// `content` with its header in front.
-/// @throws NoAnswer where the content is larger than kMaxContentBytes.
+/// @throws NoAnswer if the content is larger than kMaxContentBytes.
 std::string MakeFrame(std::string_view content);
 
-/// Puts one frame together from the bytes of a connection, however they are split.
+/// Assembles one frame from the bytes of a connection, however they are split.
 class FrameReader {
  public:
-  /// Takes the next bytes. A header that can no longer become a valid one is refused as soon as that
-  /// shows, not when it is whole: a sender that forgot the header would be waited for forever.
-  /// @throws NoAnswer where they make no valid frame, or a header or content over its limit.
+  /// Adds the next bytes. A header that cannot become valid any more is rejected at once, not when it is
+  /// complete: otherwise a sender that forgot the header would make this side wait forever.
+  /// @throws NoAnswer if the frame is not valid, or the header or content exceeds its limit.
   void Append(std::string_view bytes);
 
-  /// Whether the whole frame is there.
+  /// Whether the frame is complete.
   bool IsComplete() const { return m_headerEnd && m_bytes.size() >= *m_headerEnd + m_contentLength; }
 
   /// Whether bytes came after the frame.
   bool HasSurplus() const { return m_headerEnd && m_bytes.size() > *m_headerEnd + m_contentLength; }
 
-  /// The content of the complete frame; the reader is used up.
+  /// The content of the complete frame. The reader must not be used again.
   std::string TakeContent();
 
  private:

@@ -4,7 +4,7 @@
 #include "detail/rapidjson_config.h"
 #include "json/json_parser.h"
 #include "no_answer.h"
-// After the configuration, which must come first.
+// After rapidjson_config.h, which must come first.
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
@@ -27,7 +27,7 @@ bool IsAnswerTo(const rapidjson::Value& message, std::uint64_t id) {
   return answered && answered->IsNumber() && answered->GetDouble() == static_cast<double>(id);
 }
 
-/// What the client says of its error, as part of one line.
+/// The client's description of its error, without line breaks.
 std::wstring Describe(const rapidjson::Value& error) {
   std::wstring text = L"the client answered with an error";
   const rapidjson::Value* code = Find(error, "code");
@@ -68,15 +68,16 @@ std::wstring ReadAnswer(std::string_view content, std::uint64_t id) {
   if (ParseJson(content, message)) throw NoAnswer{L"the client sent a message that is not valid JSON"};
   const rapidjson::Value* version = message.IsObject() ? Find(message, "jsonrpc") : nullptr;
   if (!version || *version != "2.0") throw NoAnswer{L"the client sent a message that is not JSON-RPC 2.0"};
-  if (Find(message, "method")) throw NoAnswer{L"the client sent a message of its own instead of the answer"};
-  // Before the id: a client that could not read the request answers with an error for the id null.
+  if (Find(message, "method"))
+    throw NoAnswer{L"the client sent a request or notification instead of the answer"};
+  // Checked before the id: a client that could not read the request answers with an error for the id null.
   const rapidjson::Value* error = Find(message, "error");
   if (error && error->IsObject()) throw NoAnswer{Describe(*error)};
-  if (!IsAnswerTo(message, id)) throw NoAnswer{L"the client answered another request than the awaited one"};
+  if (!IsAnswerTo(message, id)) throw NoAnswer{L"the client's answer does not have the id of the request"};
 
   const rapidjson::Value* result = Find(message, "result");
   const rapidjson::Value* answer = result && result->IsObject() ? Find(*result, "answer") : nullptr;
-  if (!answer || !answer->IsString()) throw NoAnswer{L"the client's result has no text in \"answer\""};
+  if (!answer || !answer->IsString()) throw NoAnswer{L"the client's result has no string in \"answer\""};
   return TextOf(*answer);
 }
 

@@ -7,11 +7,11 @@
 
 namespace invoker {
 
-/// The request that asks the client for `command`; `json` travels as a string, as it stands.
+/// The request that sends `command` to the client; `json` is sent as a string, unchanged.
 std::string MakeRequest(std::uint64_t id, std::wstring_view command, std::wstring_view json);
 
 /// The text in the answer to request `id`.
-/// @throws NoAnswer where `content` is anything but that answer, or tells of an error.
+/// @throws NoAnswer if `content` is not that answer, or reports an error.
 std::wstring ReadAnswer(std::string_view content, std::uint64_t id);
 
 }  // namespace invoker

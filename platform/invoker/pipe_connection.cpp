@@ -11,12 +11,12 @@ namespace {
 
 constexpr std::size_t kChunkBytes = 64 * 1024;
 
-/// A frame on its way to the client, chunk by chunk.
+/// Sends a frame to the client, chunk by chunk.
 class Sending {
  public:
   Sending(HANDLE pipe, std::string_view frame) : m_left(frame), m_operation(pipe) { StartChunk(); }
 
-  bool IsUnderWay() const { return m_operation.IsUnderWay(); }
+  bool IsPending() const { return m_operation.IsPending(); }
   HANDLE ChunkDone() const { return m_operation.Done(); }
 
   void Continue() {
@@ -31,7 +31,7 @@ class Sending {
   PipeOperation m_operation;
 };
 
-/// A frame on its way from the client.
+/// Receives a frame from the client, chunk by chunk.
 class Receiving {
  public:
   explicit Receiving(HANDLE pipe) : m_operation(pipe) { m_operation.StartRead(m_buffer); }
@@ -55,20 +55,20 @@ class Receiving {
 
 bool PipeConnection::IsUsable() const {
   DWORD unread = 0;
-  return m_inStep && PeekNamedPipe(m_pipe.get(), nullptr, 0, nullptr, &unread, nullptr) && unread == 0;
+  return m_inSync && PeekNamedPipe(m_pipe.get(), nullptr, 0, nullptr, &unread, nullptr) && unread == 0;
 }
 
 std::wstring PipeConnection::Ask(const std::string& request, std::uint64_t id, ServingWait& wait) {
   return ReadAnswer(Exchange(request, wait), id);
 }
 
-/// Sends and receives at the same time: a client that begins to answer before it has read everything
-/// would otherwise wait for us while we wait for it.
+/// Sends and receives at the same time. Otherwise a client that begins to answer before it has read the whole
+/// request would wait for this side, which waits for the client.
 std::string PipeConnection::Exchange(const std::string& frame, ServingWait& wait) {
   Receiving answer(m_pipe.get());
   Sending request(m_pipe.get(), frame);
   while (!answer.IsComplete()) {
-    if (!request.IsUnderWay()) {
+    if (!request.IsPending()) {
       wait.Until({answer.ChunkDone()});
       answer.Continue();
     } else if (wait.Until({request.ChunkDone(), answer.ChunkDone()}) == 0) {
@@ -77,7 +77,7 @@ std::string PipeConnection::Exchange(const std::string& frame, ServingWait& wait
       answer.Continue();
     }
   }
-  m_inStep = !request.IsUnderWay() && !answer.Reader().HasSurplus();
+  m_inSync = !request.IsPending() && !answer.Reader().HasSurplus();
   return answer.Reader().TakeContent();
 }
 

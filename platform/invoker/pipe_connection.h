@@ -9,25 +9,25 @@
 
 namespace invoker {
 
-/// An open connection, over which one request at a time is answered. After anything but an answer it must
-/// be given up: what the client may still send must never answer a later request.
+/// An open connection, which handles one request at a time. After a failed request it must be closed: a late
+/// answer must never be treated as the answer to a later request.
 class PipeConnection {
  public:
   explicit PipeConnection(UniqueHandle pipe) : m_pipe(std::move(pipe)) {}
 
-  /// Whether the next request may go over this connection: the client keeps it open, has read everything,
-  /// and has sent nothing that was not awaited.
+  /// Whether this connection can be used for the next request: the client keeps it open, has read everything,
+  /// and has sent nothing but its answers.
   bool IsUsable() const;
 
   /// Sends `request`, the frame of the request `id`, and waits for the answer.
-  /// @throws NoAnswer where the client closes the connection or sends anything but the answer.
+  /// @throws NoAnswer if the client closes the connection or sends anything but the answer.
   std::wstring Ask(const std::string& request, std::uint64_t id, ServingWait& wait);
 
  private:
   std::string Exchange(const std::string& frame, ServingWait& wait);
 
   UniqueHandle m_pipe;
-  bool m_inStep = true;  // no byte is left over, on either side
+  bool m_inSync = true;  // no bytes of the last request or answer are left
 };
 
 }  // namespace invoker

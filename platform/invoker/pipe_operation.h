@@ -1,4 +1,4 @@
-/// @file One read or write under way.
+/// @file One overlapped read or write.
 #pragma once
 
 #include <windows.h>
@@ -10,37 +10,38 @@
 
 namespace invoker {
 
-/// An overlapped read or write on a pipe, one at a time. Its end cancels what is still under way, so that
-/// the system never writes into a buffer that is gone.
+/// An overlapped read or write on a pipe, one at a time. The destructor cancels a pending operation, so that
+/// the system never writes into a buffer that no longer exists.
 class PipeOperation {
  public:
-  /// @throws NoAnswer where the system has no event for it.
+  /// @throws NoAnswer if the event cannot be created.
   explicit PipeOperation(HANDLE pipe);
   PipeOperation(const PipeOperation&) = delete;
   PipeOperation& operator=(const PipeOperation&) = delete;
   ~PipeOperation();
 
   /// Starts to read into `buffer`, or to write `bytes`; both must outlive the operation.
-  /// @throws NoAnswer where the client has closed the connection.
+  /// @throws NoAnswer if the client has closed the connection.
   void StartRead(std::span<char> buffer);
   void StartWrite(std::string_view bytes);
 
   /// Signalled when the operation that was started is done.
   HANDLE Done() const { return m_event.get(); }
 
-  bool IsUnderWay() const { return m_underWay; }
+  bool IsPending() const { return m_isPending; }
 
-  /// Ends an operation that is done: the number of bytes it moved.
-  /// @throws NoAnswer where the client has closed the connection.
+  /// Ends an operation that is done.
+  /// @return the number of bytes that it transferred.
+  /// @throws NoAnswer if the client has closed the connection.
   std::size_t Finish();
 
  private:
-  void Started(BOOL completed);
+  void CheckStarted(BOOL completed);
 
   HANDLE m_pipe;
   UniqueHandle m_event;
   OVERLAPPED m_overlapped{};
-  bool m_underWay = false;
+  bool m_isPending = false;
 };
 
 }  // namespace invoker

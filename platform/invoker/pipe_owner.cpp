@@ -12,7 +12,7 @@
 namespace invoker {
 namespace {
 
-/// One piece of information about the token of this process, in a buffer of its own.
+/// One kind of information about the token of this process.
 template <class Information>
 class TokenInformation {
  public:
@@ -29,7 +29,7 @@ class TokenInformation {
   const Information* operator->() const { return reinterpret_cast<const Information*>(m_buffer.data()); }
 
  private:
-  static NoAnswer Failure() { return SystemFailure(L"the user of this process cannot be found out"); }
+  static NoAnswer Failure() { return SystemFailure(L"the user of this process cannot be determined"); }
 
   std::vector<std::byte> m_buffer;
 };
@@ -43,7 +43,7 @@ std::wstring UserSidText() {
   const TokenUserInformation user(TokenUser);
   wchar_t* text = nullptr;
   if (!ConvertSidToStringSidW(user->User.Sid, &text))
-    throw SystemFailure(L"the user's SID cannot be written");
+    throw SystemFailure(L"the user's SID cannot be converted to text");
   const LocalMemory<wchar_t> owned(text);
   return text;
 }
@@ -58,7 +58,7 @@ void CheckPipeOwner(HANDLE pipe) {
   const DWORD error = GetSecurityInfo(pipe, SE_KERNEL_OBJECT, OWNER_SECURITY_INFORMATION, &owner, nullptr,
                                       nullptr, nullptr, &descriptor);
   const LocalMemory<void> owned(descriptor);
-  if (error != ERROR_SUCCESS) throw PipeFailure(L"the owner of the pipe cannot be found out", error);
+  if (error != ERROR_SUCCESS) throw PipeFailure(L"the owner of the pipe cannot be determined", error);
   const TokenUserInformation user(TokenUser);
   const TokenOwnerInformation default_owner(TokenOwner);
   if (!IsTrustedOwner(owner, user->User.Sid, default_owner->Owner)) {

@@ -1,4 +1,4 @@
-/// @file Whose pipe it is.
+/// @file Checking the owner of the pipe.
 #pragma once
 
 #include <windows.h>
@@ -8,15 +8,14 @@
 namespace invoker {
 
 /// The user of this process as "S-1-5-...".
-/// @throws NoAnswer where the system does not tell.
+/// @throws NoAnswer if it cannot be determined.
 std::wstring UserSidText();
 
-/// Whether a pipe of `owner` may be talked to by a process of `user` whose new objects belong to
-/// `defaultOwner`. An object without an owner is one that no other account has made its own.
+/// Whether a process of `user` may use a pipe of `owner`. `default_owner` is the owner of the process's new
+/// objects. An object without an owner does not belong to another account, so it is trusted.
 bool IsTrustedOwner(PSID owner, PSID user, PSID default_owner);
 
-/// @throws NoAnswer where the pipe belongs to another than the user of this process, or to nobody who can
-///         be found out.
+/// @throws NoAnswer if the pipe belongs to another user, or its owner cannot be determined.
 void CheckPipeOwner(HANDLE pipe);
 
 }  // namespace invoker

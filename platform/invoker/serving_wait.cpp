@@ -15,7 +15,7 @@ bool IsInSingleThreadedApartment() {
   return SUCCEEDED(CoGetApartmentType(&type, &qualifier)) && (type == APTTYPE_STA || type == APTTYPE_MAINSTA);
 }
 
-/// The time that is left of a wait, as system calls take it.
+/// The remaining time of a wait, as system calls take it.
 class Deadline {
  public:
   explicit Deadline(std::optional<std::chrono::milliseconds> timeout) {
@@ -44,8 +44,9 @@ std::optional<std::size_t> WaitInApartment(std::initializer_list<HANDLE> handles
   return signalled;
 }
 
-/// Serves sent messages and repaints, without an apartment that calls could come into.
-std::optional<std::size_t> WaitWithWindows(std::initializer_list<HANDLE> handles, const Deadline& deadline) {
+/// Serves sent messages and repaints. For a thread to which COM sends no calls through its message queue.
+std::optional<std::size_t> WaitOutsideApartment(std::initializer_list<HANDLE> handles,
+                                                const Deadline& deadline) {
   const auto count = static_cast<DWORD>(handles.size());
   for (;;) {
     const DWORD result =
@@ -66,14 +67,14 @@ ServingWait::ServingWait() {
 std::optional<std::size_t> ServingWait::Until(std::initializer_list<HANDLE> handles,
                                               std::optional<std::chrono::milliseconds> timeout) {
   const Deadline deadline(timeout);
-  DispatchSentMessagesAndPaint();  // the system's waits wake up only for what comes from now on
-  return m_filter ? WaitInApartment(handles, deadline, *m_filter) : WaitWithWindows(handles, deadline);
+  DispatchSentMessagesAndPaint();  // the system's waits react to new messages only
+  return m_filter ? WaitInApartment(handles, deadline, *m_filter) : WaitOutsideApartment(handles, deadline);
 }
 
 bool ServingWait::Pause(std::chrono::milliseconds time, HANDLE handle) {
   if (handle) return Until({handle}, time).has_value();
   const UniqueHandle never = OwnHandle(CreateEventW(nullptr, TRUE, FALSE, nullptr));
-  if (!never) throw SystemFailure(L"an event cannot be made");
+  if (!never) throw SystemFailure(L"an event cannot be created");
   return Until({never.get()}, time).has_value();
 }
 

@@ -11,21 +11,21 @@
 
 namespace invoker {
 
-/// Waits for kernel objects while the thread goes on serving what comes from outside: COM calls into its
-/// apartment and messages that other threads send; its windows repaint. Input and everything else that is
-/// posted stays in the queue. One object for all the waits of one command.
+/// Waits for kernel objects. Meanwhile the thread serves COM calls into its apartment and messages that other
+/// threads send, and its windows repaint. Input and other posted messages stay in the queue. Use one object
+/// for all the waits of one command.
 class ServingWait {
  public:
   ServingWait();
 
-  /// Waits until one of `handles` (one at least) is signalled.
-  /// @return the first that is, by its place; nothing where `timeout` passed.
-  /// @throws NoAnswer where the system cannot wait; what a window of the thread throws that is served.
+  /// Waits until one of `handles` (at least one) is signalled.
+  /// @return the index of the first signalled handle; nothing after the timeout.
+  /// @throws NoAnswer if the system cannot wait; any exception of a window procedure called meanwhile.
   std::optional<std::size_t> Until(std::initializer_list<HANDLE> handles,
                                    std::optional<std::chrono::milliseconds> timeout = std::nullopt);
 
-  /// Waits for `time`, or until `handle`, if there is one, is signalled.
-  /// @return whether it was.
+  /// Waits for `time`, or until `handle`, if it is not null, is signalled.
+  /// @return whether `handle` was signalled.
   bool Pause(std::chrono::milliseconds time, HANDLE handle = nullptr);
 
  private:

@@ -1,4 +1,4 @@
-/// @file Failed system calls as reasons for no answer.
+/// @file Failed system calls as NoAnswer exceptions.
 #pragma once
 
 #include <windows.h>
@@ -9,12 +9,12 @@
 
 namespace invoker {
 
-/// "... (error 5)": the reason with the system's code.
+/// The reason `what`, followed by the system's code: "... (error 5)".
 inline NoAnswer SystemFailure(const std::wstring& what, DWORD code = GetLastError()) {
   return {what + L" (error " + std::to_wstring(code) + L")"};
 }
 
-/// A call on the pipe that failed with `code`, mostly because the client is gone.
+/// The reason for a call on the pipe that failed with `code`, usually because the client has closed it.
 inline NoAnswer PipeFailure(const std::wstring& what, DWORD code = GetLastError()) {
   if (code == ERROR_BROKEN_PIPE || code == ERROR_NO_DATA || code == ERROR_PIPE_NOT_CONNECTED) {
     return {L"the client has closed the connection"};

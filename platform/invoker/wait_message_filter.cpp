@@ -16,31 +16,31 @@ constexpr DWORD kCancelRejectedCall = static_cast<DWORD>(-1);
 }  // namespace
 
 void DispatchSentMessagesAndPaint() {
-  // A window that does not validate what it paints would be due for ever.
-  constexpr int kAtMost = 100;
+  // Limited, because a window that does not validate its update region gets WM_PAINT forever.
+  constexpr int kMaximumMessages = 100;
   MSG message;
-  for (int i = 0; i < kAtMost; ++i) {
+  for (int i = 0; i < kMaximumMessages; ++i) {
     if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_PAINT | PM_QS_SENDMESSAGE)) return;
     DispatchMessageW(&message);
   }
 }
 
-/// The COM object. A host that replaced it may keep it as its previous filter and put it back long after
-/// the wait: from the end of the wait on it only passes on to the host's filter.
+/// The COM object. A host that replaces it may keep it as the previous filter and restore it long after the
+/// wait. So after the wait it only forwards calls to the host's filter.
 class WaitMessageFilter::Filter final : public IMessageFilter {
  public:
-  /// @return whether the filter is in place now.
-  bool Register() { return SUCCEEDED(CoRegisterMessageFilter(this, &m_hosts)); }
+  /// @return whether the filter is registered now.
+  bool Register() { return SUCCEEDED(CoRegisterMessageFilter(this, &m_hostFilter)); }
 
-  /// Puts the host's filter back, unless the host replaced this one by another.
+  /// Restores the host's filter, unless the host has replaced this one with another.
   void Restore() {
-    ComPtr<IMessageFilter> in_place;
+    ComPtr<IMessageFilter> current;
     m_waiting = false;
-    if (FAILED(CoRegisterMessageFilter(m_hosts.Get(), &in_place)) || in_place.Get() == this) return;
-    CoRegisterMessageFilter(in_place.Get(), nullptr);
+    if (FAILED(CoRegisterMessageFilter(m_hostFilter.Get(), &current)) || current.Get() == this) return;
+    CoRegisterMessageFilter(current.Get(), nullptr);
   }
 
-  std::exception_ptr TakeThrown() { return std::exchange(m_thrown, nullptr); }
+  std::exception_ptr TakeException() { return std::exchange(m_exception, nullptr); }
 
   ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
 
@@ -63,38 +63,38 @@ class WaitMessageFilter::Filter final : public IMessageFilter {
 
   DWORD STDMETHODCALLTYPE HandleInComingCall(DWORD call_type, HTASK caller, DWORD ticks,
                                              INTERFACEINFO* info) override {
-    if (m_hosts) return m_hosts->HandleInComingCall(call_type, caller, ticks, info);
+    if (m_hostFilter) return m_hostFilter->HandleInComingCall(call_type, caller, ticks, info);
     return SERVERCALL_ISHANDLED;
   }
 
   DWORD STDMETHODCALLTYPE RetryRejectedCall(HTASK callee, DWORD ticks, DWORD reject_type) override {
-    return m_hosts ? m_hosts->RetryRejectedCall(callee, ticks, reject_type) : kCancelRejectedCall;
+    return m_hostFilter ? m_hostFilter->RetryRejectedCall(callee, ticks, reject_type) : kCancelRejectedCall;
   }
 
   DWORD STDMETHODCALLTYPE MessagePending(HTASK callee, DWORD ticks, DWORD pending_type) override {
     if (m_waiting) return ServeWindows();
-    if (m_hosts) return m_hosts->MessagePending(callee, ticks, pending_type);
+    if (m_hostFilter) return m_hostFilter->MessagePending(callee, ticks, pending_type);
     return PENDINGMSG_WAITDEFPROCESS;
   }
 
  private:
   ~Filter() = default;
 
-  /// No exception may go through COM, which called this: it ends the wait and is thrown behind it.
+  /// Exceptions must not pass through COM, which calls this: one ends the wait and is rethrown after it.
   DWORD ServeWindows() {
     try {
       DispatchSentMessagesAndPaint();
       return PENDINGMSG_WAITNOPROCESS;
     } catch (...) {
-      m_thrown = std::current_exception();
+      m_exception = std::current_exception();
       return PENDINGMSG_CANCELCALL;
     }
   }
 
   std::atomic<ULONG> m_references = 0;
   bool m_waiting = true;
-  ComPtr<IMessageFilter> m_hosts;
-  std::exception_ptr m_thrown;
+  ComPtr<IMessageFilter> m_hostFilter;
+  std::exception_ptr m_exception;
 };
 
 WaitMessageFilter::WaitMessageFilter() {
@@ -108,7 +108,7 @@ WaitMessageFilter::~WaitMessageFilter() {
 
 void WaitMessageFilter::RethrowFromWindows() {
   if (!m_filter) return;
-  if (const std::exception_ptr thrown = m_filter->TakeThrown()) std::rethrow_exception(thrown);
+  if (const std::exception_ptr exception = m_filter->TakeException()) std::rethrow_exception(exception);
 }
 
 }  // namespace invoker

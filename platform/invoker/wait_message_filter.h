@@ -1,4 +1,4 @@
-/// @file What COM does with messages while a command waits.
+/// @file How messages are handled while a command waits.
 #pragma once
 
 #include <windows.h>
@@ -8,16 +8,16 @@
 
 namespace invoker {
 
-/// Handles the messages that other threads sent to this one and the repaints that are due; leaves
-/// everything else in the queue.
+/// Handles the messages that other threads sent to this thread, and pending repaints; leaves everything else
+/// in the queue.
 void DispatchSentMessagesAndPaint();
 
-/// Puts a message filter of its own in place of the host's as long as it lives, on a thread in a
-/// single-threaded apartment. Where the system refuses it, the host's stays.
+/// Replaces the host's message filter with its own during its lifetime, on a thread in a single-threaded
+/// apartment. If the system refuses that, the host's filter stays.
 ///
-/// A host's own filter would rule over our wait as over a call of its own: show a "server busy" box after
-/// some seconds, dispatch input, or cancel the wait. Whether calls from outside may come in remains the
-/// host's decision. A filter that the host puts in place meanwhile stays there at the end.
+/// The host's filter would handle this wait like a call of the host: show a "server busy" box after some
+/// seconds, dispatch input, or cancel the wait. The host's filter still decides whether incoming calls are
+/// accepted. If the host registers another filter meanwhile, that one stays.
 class WaitMessageFilter {
  public:
   WaitMessageFilter();
@@ -25,12 +25,12 @@ class WaitMessageFilter {
   WaitMessageFilter& operator=(const WaitMessageFilter&) = delete;
   ~WaitMessageFilter();
 
-  /// Throws what a window of the thread threw while COM waited; COM itself ended the wait with an error.
+  /// Rethrows the exception of a window procedure that COM called during the wait, if there is one.
   void RethrowFromWindows();
 
  private:
   class Filter;
-  Microsoft::WRL::ComPtr<Filter> m_filter;  // null where the host's stayed
+  Microsoft::WRL::ComPtr<Filter> m_filter;  // null if the host's filter stayed
 };
 
 }  // namespace invoker

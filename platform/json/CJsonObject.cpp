@@ -16,7 +16,7 @@ std::wstring Text(const rapidjson::Value& value) {
   return CStringHelper::UTF8ToUnicode({value.GetString(), value.GetStringLength()});
 }
 
-/// A deep copy of a value as a document. RapidJSON's own copy keeps strings that it holds by reference.
+/// A deep copy of a value as a document. RapidJSON's own copy does not copy constant strings.
 class CopiedDocument : public Document {
  public:
   CopiedDocument(const rapidjson::Value& value, AllocatorType& allocator) : Document(&allocator) {
@@ -38,16 +38,16 @@ bool CJsonObject::CreateFrom(const std::wstring& text) {
   try {
     Document document(rapidjson::kObjectType);
     const bool well_formed = !ParseJson(CStringHelper::UnicodeToUTF8(text), document);
-    ReplaceBy(std::move(document));
+    ReplaceWith(std::move(document));
     return well_formed;
-  } catch (const std::bad_alloc&) {  // a text too large for the memory reads like a malformed one
+  } catch (const std::bad_alloc&) {  // a text that needs too much memory counts as malformed
     m_members.Clear();
     m_pValue->SetObject();
     return false;
   }
 }
 
-void CJsonObject::CreateFromFile(const std::wstring& path) { ReplaceBy(ReadJsonFile(path)); }
+void CJsonObject::CreateFromFile(const std::wstring& path) { ReplaceWith(ReadJsonFile(path)); }
 
 std::wstring CJsonObject::ToJson() const {
   rapidjson::StringBuffer buffer;
@@ -107,7 +107,7 @@ rapidjson::Value CJsonObject::CopyValue(const rapidjson::Value& value, Document:
   return rapidjson::Value(std::move(static_cast<rapidjson::Value&>(copy)));
 }
 
-void CJsonObject::ReplaceBy(Document&& document) {
+void CJsonObject::ReplaceWith(Document&& document) {
   const bool is_sole_owner = m_pValue == m_pDocument.get() && m_pDocument.use_count() == 1;
   if (is_sole_owner) {
     m_members.Clear();

@@ -6,6 +6,7 @@
 #include "detail/rapidjson_config.h"
 
 /// The content of the UTF-8 file at `path`, with or without a byte-order mark.
-/// @throws CZALException 0xA3013001: names the path and the system's reason where the file cannot be read,
-///         the path, line, column (both from 1, the column in characters) and fault where it is malformed.
+/// @throws CZALException 0xA3013001. If the file cannot be read, it names the path and the system's reason.
+///         If the file is malformed, it names the path, line, column (both from 1, the column in characters)
+///         and fault.
 rapidjson::Document ReadJsonFile(const std::wstring& path);

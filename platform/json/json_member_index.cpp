@@ -5,7 +5,7 @@ using rapidjson::Value;
 
 namespace {
 
-// Up to here looking through all is as fast.
+// Up to this number a linear search is as fast.
 constexpr SizeType kFewMembers = 32;
 
 std::string_view NameOf(const Value::Member& member) {
@@ -31,13 +31,13 @@ void JsonMemberIndex::Clear() {
   m_count = 0;
 }
 
-/// The memory of members is never used anew as long as their document lives: members at another place are
-/// others, members at the same place are the same and perhaps some more.
+/// A document does not reuse the memory of members before it is destroyed. So members at another address are
+/// different members; members at the same address are the same, and new ones may follow them.
 void JsonMemberIndex::Update(Value& object) {
   const void* const members = &*object.MemberBegin();
   if (members != m_members || object.MemberCount() < m_count) Clear();
   m_members = members;
   for (; m_count < object.MemberCount(); ++m_count) {
-    m_places.emplace(NameOf(*(object.MemberBegin() + m_count)), m_count);  // of equal names the first stays
+    m_places.emplace(NameOf(*(object.MemberBegin() + m_count)), m_count);  // keeps the first of equal names
   }
 }

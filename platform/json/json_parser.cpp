@@ -14,12 +14,12 @@ namespace {
 
 constexpr int kMaximumLevels = 1000;
 
-// Not RapidJSON's full precision: that reads outside its tables for fractions with hundreds of zeros.
+// Without RapidJSON's full precision, which reads outside its tables for fractions with hundreds of zeros.
 constexpr unsigned kParseFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag;
 
-/// The place of the first escape of a low surrogate without a high one before it, which the parser lets
-/// through. `text` is what the parser accepted: backslashes stand in strings only, escapes are whole and
-/// a high surrogate has its low one.
+/// The position of the first escaped low surrogate without a high one before it, which the parser accepts.
+/// `text` is what the parser has accepted: backslashes are in strings only, escapes are complete and every
+/// high surrogate is followed by a low one.
 std::optional<std::size_t> FindLoneLowSurrogate(std::string_view text) {
   constexpr std::size_t kEscapeLength = 6;  // \uXXXX
   std::size_t place = 0;
@@ -37,12 +37,12 @@ std::optional<std::size_t> FindLoneLowSurrogate(std::string_view text) {
   return std::nullopt;
 }
 
-/// The document that a text makes. The parser sends it the parts; it refuses some that the parser takes.
+/// A document that receives the parts of a text from the parser. It rejects some that the parser accepts.
 class ParsedDocument : public Document {
  public:
   explicit ParsedDocument(std::string_view text) : m_text(text), m_stream(text.data(), text.size()) {}
 
-  /// Takes in the whole text. @return nothing, or the first fault.
+  /// Parses the whole text. @return nothing, or the first fault.
   std::optional<JsonFault> Read() {
     std::optional<JsonFault> fault;
     const auto generator = [&](Document&) {
@@ -64,11 +64,11 @@ class ParsedDocument : public Document {
     return Document::EndArray(count);
   }
 
-  /// The number that ends where the stream stands; `approximate` may miss it by some units.
+  /// The number that ends at the stream's position; the last digits of `approximate` may be wrong.
   bool Double(double approximate) {
     const std::string_view before = m_text.substr(0, m_stream.Tell());
     const std::string_view number = before.substr(before.find_last_not_of("+-.0123456789eE") + 1);
-    double exact = approximate;  // stays, as 0 or infinity, for a number beyond the range
+    double exact = approximate;  // remains 0 or infinity for a number beyond the range
     std::from_chars(number.data(), number.data() + number.size(), exact);
     if (std::isfinite(exact)) return Document::Double(exact);
     return Refuse(rapidjson::GetParseError_En(rapidjson::kParseErrorNumberTooBig));
@@ -86,7 +86,7 @@ class ParsedDocument : public Document {
     }
     if (m_refusal) return JsonFault{end, m_refusal};
     if (result.IsError()) return JsonFault{end, rapidjson::GetParseError_En(result.Code())};
-    // The parser takes a null character for the end of the text.
+    // The parser stops at a null character as if the text ended there.
     if (end < m_text.size()) {
       return JsonFault{end, rapidjson::GetParseError_En(rapidjson::kParseErrorDocumentRootNotSingular)};
     }

@@ -1,4 +1,4 @@
-/// @file Reading a file at once. The two systems open files and give their reasons differently.
+/// @file Reading a whole file. Opening a file and getting the reason of a failure differ between systems.
 #pragma once
 
 #include <string>

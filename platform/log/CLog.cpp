@@ -9,6 +9,6 @@ void CLog::Print(const char* file, int line, const char* function, const std::ws
   if (!CLogInitializer::Initialized()) return;
   try {
     log4cplus::Logger::getInstance(channel).log(level, message, file, line, function);
-  } catch (...) {  // a log that fails must not be the host's trouble
+  } catch (...) {  // a failing log must not disturb the host
   }
 }

@@ -13,8 +13,8 @@
 namespace {
 constinit std::atomic<bool> is_running = false;
 
-// A file whose locale could not write some text throws when it is closed, and is closed after that. Left to
-// its destructor the exception would end the host.
+// Closing a file throws if its locale could not encode some text; the second attempt succeeds. In a
+// destructor this exception would terminate the host.
 void Close(log4cplus::Appender& appender) {
   for (int attempt = 0; attempt < 2 && !appender.isClosed(); ++attempt) {
     try {
@@ -56,6 +56,6 @@ CLogInitializer::~CLogInitializer() {
   try {
     CloseAppenders();
     log4cplus::Logger::getDefaultHierarchy().resetConfiguration();
-  } catch (...) {  // whatever it was, the host goes on unloading
+  } catch (...) {  // no failure may stop the host from unloading
   }
 }

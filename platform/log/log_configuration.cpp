@@ -30,7 +30,7 @@ constexpr std::wstring_view kThreadedAppenders[] = {L"log4cplus::AsyncAppender",
 
 bool Exists(const std::wstring& path) { return FileAttributes(path) != INVALID_FILE_ATTRIBUTES; }
 
-// @return false where the file cannot be read.
+// @return false if the file cannot be read.
 bool Read(const std::wstring& path, Properties& properties) {
   std::ifstream file(SystemPath(path).c_str(), std::ios::binary);
   if (!file) return false;
@@ -54,7 +54,7 @@ void SetIfMissing(Properties& properties, const std::wstring& key, const std::ws
   if (!properties.exists(key)) properties.setProperty(key, value);
 }
 
-// @return the names of the appenders that were left out.
+// @return the names of the removed appenders.
 std::vector<std::wstring> RemoveThreadedAppenders(Properties& properties) {
   std::vector<std::wstring> removed;
   for (const std::wstring& key : AppenderKeys(properties)) {
@@ -77,15 +77,15 @@ void Apply(Properties& properties, const std::wstring& folder) {
       .configure();
 }
 
-// Whether events can arrive anywhere, or are not wanted.
-bool IsOfUse() {
+// Whether some logger has an appender, or logging is switched off.
+bool IsUsable() {
   log4cplus::Logger root = log4cplus::Logger::getRoot();
   if (root.getLogLevel() == log4cplus::OFF_LOG_LEVEL || !root.getAllAppenders().empty()) return true;
   return std::ranges::any_of(log4cplus::Logger::getCurrentLoggers(),
                              [](log4cplus::Logger& logger) { return !logger.getAllAppenders().empty(); });
 }
 
-// The blanks after the time: a runtime may cut a time that is longer than its pattern.
+// Blanks follow the time because a runtime may cut a time that is longer than its pattern.
 Properties DefaultProperties(const std::wstring& application) {
   const std::pair<const wchar_t*, std::wstring> defaults[] = {
       {L"log4cplus.rootLogger", L"INFO, file"},
@@ -105,7 +105,7 @@ Properties DefaultProperties(const std::wstring& application) {
 
 std::vector<std::wstring> ConfigureLog(const std::wstring& folder, const std::wstring& application,
                                        const std::wstring& propertiesFile) {
-  // The library tells of its own faults on the standard error stream, which is the host's.
+  // The library reports its own faults on the standard error stream, which belongs to the host.
   log4cplus::helpers::getLogLog().setQuietMode(true);
   RegisterUtf8Locale();
   RegisterSharedFileAppender();
@@ -115,18 +115,18 @@ std::vector<std::wstring> ConfigureLog(const std::wstring& folder, const std::ws
   if (!Exists(propertiesFile)) {
     properties = DefaultProperties(application);
   } else if (!Read(propertiesFile, properties)) {
-    faults.push_back(L"cannot read " + propertiesFile + L"; logging goes on with the built-in set-up");
+    faults.push_back(L"cannot read " + propertiesFile + L"; using the built-in log configuration");
     properties = DefaultProperties(application);
   }
   for (const std::wstring& name : RemoveThreadedAppenders(properties)) {
     faults.push_back(propertiesFile);
-    faults.back() += L": the appender \"" + name +
-                     L"\" runs a thread of its own, which the host cannot unload; it is left out";
+    faults.back() += L": ignoring the appender \"" + name +
+                     L"\", which runs a thread of its own: the host could not unload the add-in";
   }
   Apply(properties, folder);
-  if (!IsOfUse()) {
+  if (!IsUsable()) {
     faults.push_back(propertiesFile +
-                     L" gives no logger an appender; logging goes on with the built-in set-up");
+                     L" assigns no appender to any logger; using the built-in log configuration");
     properties = DefaultProperties(application);
     Apply(properties, folder);
   }

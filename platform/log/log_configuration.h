@@ -1,16 +1,16 @@
-/// @file What the logging library is set up with.
+/// @file The configuration of the logging library.
 #pragma once
 
 #include <string>
 #include <vector>
 
-/// Sets the logging library up from `propertiesFile` if it exists and is of use, else with the built-in
+/// Configures the logging library with `propertiesFile` if it exists and is usable, else with the built-in
 /// default: `<folder>\<application>.log`.
 ///
-/// Other than with the library alone: the file is UTF-8, with or without a byte-order mark; `${LogFolder}`
-/// is `folder` and other variables are properties of the file before those of the environment; a file
-/// appender that names no locale writes UTF-8; appenders with a thread of their own are left out, because
-/// a host that unloads this module would wait for that thread forever.
-/// @return what is wrong with `propertiesFile`, one text for each fault, naming the file.
+/// Differences from the library's own behaviour: the file is UTF-8, with or without a byte-order mark;
+/// `${LogFolder}` is `folder`; other variables are looked up among the properties of the file, then in the
+/// environment; a file appender without a locale writes UTF-8; appenders with a thread of their own are
+/// ignored, because a host that unloads this module would wait for that thread forever.
+/// @return the faults of `propertiesFile`, one text for each, naming the file.
 std::vector<std::wstring> ConfigureLog(const std::wstring& folder, const std::wstring& application,
                                        const std::wstring& propertiesFile);

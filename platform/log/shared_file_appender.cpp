@@ -17,36 +17,36 @@
 
 namespace {
 constexpr unsigned long long kDefaultMaxFileSize = 10 * 1024 * 1024;
-// What another process is given to finish its line; one that was stopped in it must not stop this one.
-constexpr DWORD kTurnMilliseconds = 500;
+// How long to wait while another process writes its line. A process that hangs there must not block this one.
+constexpr DWORD kLockTimeoutMilliseconds = 500;
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-// Null where the file cannot be opened.
+// Null if the file cannot be opened.
 UniqueHandle Open(const std::wstring& path, DWORD access, DWORD disposition) {
   return OwnHandle(
       CreateFileW(SystemPath(path).c_str(), access, kShareAll, nullptr, disposition, 0, nullptr));
 }
 
-/// This process's turn among those that share the file, if it came in time.
-class Turn {
+/// Locks the mutex of the processes that share the file, unless the wait times out.
+class FileLock {
  public:
-  explicit Turn(HANDLE mutex) : m_mutex(mutex) {
-    const DWORD result = WaitForSingleObject(mutex, kTurnMilliseconds);
-    m_came = result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
+  explicit FileLock(HANDLE mutex) : m_mutex(mutex) {
+    const DWORD result = WaitForSingleObject(mutex, kLockTimeoutMilliseconds);
+    m_isHeld = result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
   }
-  Turn(const Turn&) = delete;
-  Turn& operator=(const Turn&) = delete;
-  ~Turn() {
-    if (m_came) ReleaseMutex(m_mutex);
+  FileLock(const FileLock&) = delete;
+  FileLock& operator=(const FileLock&) = delete;
+  ~FileLock() {
+    if (m_isHeld) ReleaseMutex(m_mutex);
   }
-  bool Came() const { return m_came; }
+  bool IsHeld() const { return m_isHeld; }
 
  private:
   HANDLE m_mutex;
-  bool m_came;
+  bool m_isHeld;
 };
 
-// The name of a kernel object cannot be as long as a path.
+// A hash, because the name of a kernel object cannot be as long as a path.
 std::wstring MutexName(const std::wstring& path) {
   return L"Global\\tavo-log-" + std::to_wstring(std::hash<std::wstring>()(CStringHelper::ToLower(path)));
 }
@@ -59,7 +59,7 @@ unsigned long long ParseSize(const std::wstring& text) {
   return name == L"MB" ? count * 1024 * 1024 : name == L"KB" ? count * 1024 : count;
 }
 
-// 0 where there is no such file.
+// 0 if there is no such file.
 unsigned long long FileSize(const std::wstring& path) {
   WIN32_FILE_ATTRIBUTE_DATA data{};
   if (!GetFileAttributesExW(SystemPath(path).c_str(), GetFileExInfoStandard, &data)) return 0;
@@ -70,7 +70,7 @@ void Rename(const std::wstring& from, const std::wstring& to) {
   MoveFileExW(SystemPath(from).c_str(), SystemPath(to).c_str(), MOVEFILE_REPLACE_EXISTING);
 }
 
-// Lines end as other programs on this system end them.
+// Lines end with CR LF, as usual on this system.
 std::string WithSystemLineEnds(const std::string& text) {
   std::string result;
   result.reserve(text.size() + 1);
@@ -81,7 +81,7 @@ std::string WithSystemLineEnds(const std::string& text) {
   return result;
 }
 
-// @return whether the file is there and open; what cannot be written is lost.
+// @return whether the file could be opened; what cannot be written is lost.
 bool AppendTo(const std::wstring& path, const std::string& bytes) {
   const UniqueHandle file = Open(path, FILE_APPEND_DATA, OPEN_ALWAYS);
   if (!file) return false;
@@ -101,21 +101,21 @@ SharedFileAppender::SharedFileAppender(const log4cplus::helpers::Properties& pro
 
 void SharedFileAppender::append(const log4cplus::spi::InternalLoggingEvent& event) {
   const std::string line = WithSystemLineEnds(CStringHelper::UnicodeToUTF8(formatEvent(event)));
-  const Turn turn(m_mutex.get());
-  if (turn.Came() && IsFullFor(line.size())) Roll();
+  const FileLock lock(m_mutex.get());
+  if (lock.IsHeld() && ExceedsMaximumWith(line.size())) Roll();
   if (AppendTo(m_file, line)) return;
   std::wstring folder, file_name;
   CFilePathHelper::SplitFilePath(m_file, folder, file_name);
   if (CFileHelper::CreateFolder(folder, false)) AppendTo(m_file, line);
 }
 
-bool SharedFileAppender::IsFullFor(std::size_t added) const {
+bool SharedFileAppender::ExceedsMaximumWith(std::size_t added) const {
   const unsigned long long size = FileSize(m_file);
   return size > 0 && size + added > m_maxFileSize;
 }
 
 void SharedFileAppender::Roll() const {
-  // Somebody may read the file in a way that keeps it from being renamed: then the old files stay, too.
+  // If another program has opened the file without allowing a rename, the old files must stay, too.
   if (!Open(m_file, DELETE, OPEN_EXISTING)) return;
 
   for (unsigned number = m_maxBackupIndex; number > 1; --number) Rename(OldFile(number - 1), OldFile(number));

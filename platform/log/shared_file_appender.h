@@ -1,4 +1,4 @@
-/// @file The log file that several processes may share.
+/// @file A log file that several processes may write.
 #pragma once
 
 #include <log4cplus/appender.h>
@@ -9,14 +9,14 @@
 
 /// Appends events to a UTF-8 file that several processes may write at the same time.
 ///
-/// The library's own rolling appender keeps its file open, which keeps others from renaming it, and then
-/// empties a file that it could not rename. This one opens the file for each event: whole lines of
-/// several processes alternate, the file can be moved or deleted at any time, and a full file that
-/// somebody holds just goes on growing until it can be renamed.
+/// The library's own rolling appender keeps its file open, so that other processes cannot rename it, and
+/// empties a file that it cannot rename. This one opens the file for each event: the lines of several
+/// processes are not mixed, the file can be moved or deleted at any time, and a full file that another
+/// program has open grows until it can be renamed.
 ///
 /// Properties: File; MaxFileSize in bytes, or with KB or MB (10MB); MaxBackupIndex, the number of old files
-/// `<File>.1` (the youngest) and up (5). A missing folder is made. A file that cannot be written is tried
-/// again at the next event.
+/// `<File>.1` (the newest) and up (5). A missing folder is created. If the file cannot be written, the event
+/// is lost and the next event tries again.
 class SharedFileAppender : public log4cplus::Appender {
  public:
   explicit SharedFileAppender(const log4cplus::helpers::Properties& properties);
@@ -29,7 +29,7 @@ class SharedFileAppender : public log4cplus::Appender {
 
  private:
   std::wstring OldFile(unsigned number) const { return m_file + L"." + std::to_wstring(number); }
-  bool IsFullFor(std::size_t added) const;
+  bool ExceedsMaximumWith(std::size_t added) const;
   void Roll() const;
 
   std::wstring m_file;
@@ -38,8 +38,8 @@ class SharedFileAppender : public log4cplus::Appender {
   UniqueHandle m_mutex;  // shared by the processes that write this file
 };
 
-/// The name under which a properties file finds the appender.
+/// The appender's name in a properties file.
 inline constexpr wchar_t kSharedFileAppenderName[] = L"tavo::SharedFileAppender";
 
-/// Makes the appender known to the logging library.
+/// Registers the appender with the logging library.
 void RegisterSharedFileAppender();

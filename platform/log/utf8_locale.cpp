@@ -8,7 +8,7 @@
 #include "base/utf8.h"
 
 namespace {
-/// Turns UTF-16 into UTF-8. The state is a high surrogate that waits for its other half, or 0.
+/// Converts UTF-16 to UTF-8. The state is a pending high surrogate, or 0.
 class Utf8Encoder : public std::codecvt<wchar_t, char, std::mbstate_t> {
  protected:
   result do_out(state_type& state, const wchar_t* from, const wchar_t* from_end, const wchar_t*& from_next,
@@ -31,7 +31,7 @@ class Utf8Encoder : public std::codecvt<wchar_t, char, std::mbstate_t> {
     return ok;
   }
 
-  // The end of the text: a half that still waits stays alone.
+  // At the end of the text: a pending high surrogate is a lone one.
   result do_unshift(state_type& state, char* to, char* to_end, char*& to_next) const override {
     to_next = to;
     if (state == 0) return noconv;
@@ -51,7 +51,7 @@ class Utf8Encoder : public std::codecvt<wchar_t, char, std::mbstate_t> {
   int do_length(state_type&, const char*, const char*, std::size_t) const override { return 0; }
   int do_encoding() const noexcept override { return -1; }  // depends on the state
   bool do_always_noconv() const noexcept override { return false; }
-  // A half that stays alone, and the unit after it.
+  // A lone high surrogate, and the unit after it.
   int do_max_length() const noexcept override { return 6; }
 
  private:

@@ -3,12 +3,12 @@
 
 #include <locale>
 
-/// The name under which an appender's property `Locale` finds Utf8Locale().
+/// The name of Utf8Locale() in an appender's property `Locale`.
 inline constexpr wchar_t kUtf8LocaleName[] = L"UTF8";
 
-/// A locale with which a wide output stream writes UTF-8. Pairs of surrogates may arrive in pieces; a lone
-/// surrogate is written as U+FFFD. No text makes the stream fail. Not for reading.
+/// A locale with which a wide output stream writes UTF-8. The two halves of a surrogate pair may be written
+/// separately; a lone surrogate is written as U+FFFD. No text makes the stream fail. Not for reading.
 std::locale Utf8Locale();
 
-/// Makes Utf8Locale() known to the logging library.
+/// Registers Utf8Locale() with the logging library.
 void RegisterUtf8Locale();

@@ -14,15 +14,15 @@ std::wstring& ChosenName() {
   return name;
 }
 
-// The variable's value; empty where it is not set. Not by the C runtime, which copied the environment
-// when the process began.
+// The variable's value; empty if it is not set. Does not use the C runtime, which copied the environment when
+// the process started.
 std::wstring EnvironmentVariable(const wchar_t* name) {
   std::wstring value(GetEnvironmentVariableW(name, nullptr, 0), L'\0');
   value.resize(GetEnvironmentVariableW(name, value.data(), static_cast<DWORD>(value.size())));
   return value;
 }
 
-// Without a separator at its end; empty where there is none.
+// Without a separator at its end; empty if there is no root folder.
 std::wstring RootFolder() {
   std::wstring root = EnvironmentVariable(L"TAVO_HOME");
   if (root.empty()) {
@@ -33,7 +33,7 @@ std::wstring RootFolder() {
   return root;
 }
 
-// The folder of the module that this code is linked into; empty where the system does not tell it.
+// The folder of the module that this code is linked into; empty if the system does not know it.
 std::wstring ModuleFolder() {
   const HMODULE module = OwnModule();
   std::wstring folder, name;
@@ -41,7 +41,7 @@ std::wstring ModuleFolder() {
   return folder;
 }
 
-// The default that is installed beside the module; empty where its folder is not known.
+// The default that is installed next to the module; empty if its folder is not known.
 std::wstring InstalledPath(const std::wstring& file) {
   const std::wstring folder = ModuleFolder();
   return folder.empty() ? folder : folder + L"\\config\\" + file;

@@ -5,7 +5,7 @@
 
 namespace {
 
-// The functions of the system take lengths as int, and no null pointers.
+// The system's functions take lengths as int and do not accept null pointers.
 int Length(std::wstring_view text) { return static_cast<int>(text.size()); }
 const wchar_t* Data(std::wstring_view text) { return text.empty() ? L"" : text.data(); }
 

@@ -24,7 +24,7 @@ void CDrawingHelper::InsertChildFile(const ISldWorksPtr& application, const std:
   result = OpenSilently(application, name, GetDocumentType(path), CComBSTR(L""), model);
   if (FAILED(result) || !model) return LogFailure(site::kOpenDoc, result, path);
 
-  // The model's window is in front now: views go into the drawing that was active before.
+  // Opening made the model the active document, so views go into the drawing that was active before.
   ISelectionMgrPtr selection;
   result = active->get_ISelectionManager(&selection);
   SelectionPoint point;

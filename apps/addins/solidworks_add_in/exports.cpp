@@ -1,4 +1,4 @@
-// The DLL as the system sees it: its start and its four exports.
+// The DLL's entry point and its four exports.
 #include <windows.h>
 
 #include "module/application.h"
@@ -35,7 +35,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE handle, DWORD reason, void*) {
   return TRUE;
 }
 
-/// S_OK where no object lives, no lock is held and no thread is inside a method.
+/// S_OK if no object exists, no lock is held and no thread is inside a method.
 STDAPI DllCanUnloadNow() {
   const bool unused =
       CSolidWorksAddInApp::Instance().CanUnload() && CSolidWorksAddInModule::Instance().LockCount() == 0;

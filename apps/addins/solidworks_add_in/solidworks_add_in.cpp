@@ -11,7 +11,7 @@ CSolidWorksAddIn::CSolidWorksAddIn() {
 }
 
 CSolidWorksAddIn::~CSolidWorksAddIn() {
-  // First of all: its final release deletes the icon files.
+  // Before all other members: its final release deletes the icon files.
   m_bitmapHandler = nullptr;
 }
 
@@ -30,7 +30,7 @@ STDMETHODIMP CSolidWorksAddIn::GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT c
 
 STDMETHODIMP CSolidWorksAddIn::Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters,
                                       VARIANT* result, EXCEPINFO* exception, UINT* bad_argument) {
-  // While a command waits the host may let go of the add-in.
+  // The host may release the add-in while a command waits.
   const IUnknownPtr self(static_cast<IUnknown*>(static_cast<ISolidWorksAddIn*>(this)));
   return add_in_dispatch::Invoke(*this, id, iid, locale, flags, parameters, result, exception, bad_argument);
 }

@@ -24,8 +24,8 @@ class CDrawingHelper;
 /// The one object of the add-in. The host creates it, connects and disconnects it through ISwAddin, and
 /// calls the methods of ISolidWorksAddIn by name when the user picks an item of the menu or toolbar.
 ///
-/// All calls come on the host's user-interface thread. The class is spread over one .cpp file per
-/// concern. A command method lets exceptions go; Invoke, through which the host calls, is where they end.
+/// All calls come on the host's user-interface thread. The class is implemented in one .cpp file per concern.
+/// Command methods do not catch exceptions; Invoke, which the host calls, catches them all.
 class CSolidWorksAddIn : public ISolidWorksAddIn, public ISwAddin {
  public:
   CSolidWorksAddIn();
@@ -33,7 +33,7 @@ class CSolidWorksAddIn : public ISolidWorksAddIn, public ISwAddin {
   CSolidWorksAddIn& operator=(const CSolidWorksAddIn&) = delete;
   virtual ~CSolidWorksAddIn();
 
-  /// The interfaces that the object answers; see ComObject.
+  /// The interfaces of the object; see ComObject.
   void* FindInterface(REFIID iid) noexcept { return FindInterfaceOf<ISolidWorksAddIn, ISwAddin>(this, iid); }
 
   /// @name IDispatch (solidworks_add_in.cpp)
@@ -45,18 +45,19 @@ class CSolidWorksAddIn : public ISolidWorksAddIn, public ISwAddin {
 
   /// @name ISwAddin (connection.cpp)
   /// Connects to the host and builds the command interface.
-  /// @return S_OK always. What a null host pointer, View.json or a second connection raises leaves as an
-  ///         exception, with one line in the log.
+  /// @return S_OK always.
+  /// @throws after one line in the log, if the host pointer is null, View.json is faulty or the add-in is
+  ///         connected already.
   STDMETHODIMP ConnectToSW(IDispatch* ThisSW, long Cookie, VARIANT_BOOL* IsConnected) override;
-  /// Takes everything back that ConnectToSW put into the host, and logs out.
-  /// @return S_OK always; `IsDisconnected` tells whether the event sink could be unadvised.
+  /// Removes everything that ConnectToSW added to the host, and logs out.
+  /// @return S_OK always; `IsDisconnected` says whether the event sink could be unadvised.
   STDMETHODIMP DisconnectFromSW(VARIANT_BOOL* IsDisconnected) override;
 
   /// @name Login (login.cpp)
   STDMETHODIMP PlmLogin() override;
   STDMETHODIMP PlmLogOut() override;
 
-  /// @name Files chosen in the PLM client (data_selector.cpp)
+  /// @name Files that the user chose in the PLM client (data_selector.cpp)
   STDMETHODIMP OpenDataSelector() override;
   STDMETHODIMP PlmMyCheckOutList() override;
   STDMETHODIMP PlmQuery() override;
@@ -94,43 +95,43 @@ class CSolidWorksAddIn : public ISolidWorksAddIn, public ISwAddin {
 
   /// @name Documents (open_document.cpp)
   /// Opens the file at `path` in the host, silently, and makes it the active document.
-  /// @return whether the host gave a document; where not, one log line and one message box have said so.
+  /// @return whether the host opened it; if not, this was logged and shown in a message box.
   bool OpenFilePath(const std::wstring& path);
-  /// The full path of the active document, if there is one whose file exists.
-  /// @return whether `path` was set; it stays untouched where not.
+  /// The full path of the active document, if there is one and its file exists.
+  /// @return whether `path` was set; if not, it is unchanged.
   bool GetCurrentFilePath(std::wstring& path);
   /// Inserts the part or assembly at `path` into the active assembly, at the point that the user picked
-  /// (insert_component.cpp). What fails is told in the log or in a message box.
-  /// @throws _com_error E_POINTER where the host gives no selection manager.
+  /// (insert_component.cpp). A failure is logged or shown in a message box.
+  /// @throws _com_error E_POINTER if the host returns no selection manager.
   void InsertChildFile(const std::wstring& path);
   /// Lets the host replace the selected component by the file at `path` (replace_component.cpp).
-  /// @return whether it did; where not, one message box and one log line have said so.
-  /// @throws _com_error E_POINTER where no document is open; the host's code where it fails to say whether
-  ///         the active document is an assembly.
+  /// @return whether it did; if not, this was logged and shown in a message box.
+  /// @throws _com_error E_POINTER if no document is open; the host's code if the query for the assembly fails
+  ///         with anything but E_NOINTERFACE.
   bool ReplaceCurrentFile(const std::wstring& path);
-  /// Puts the downloaded file in the place of the selected component's file (cover_component.cpp).
-  /// @return false after a failure that the user and the log were told of.
-  /// @throws as ReplaceCurrentFile.
+  /// Replaces the selected component's file with the downloaded file (cover_component.cpp).
+  /// @return false after a failure that was logged and shown to the user.
+  /// @throws like ReplaceCurrentFile.
   bool ReplaceCurrentFileByCovering(const std::wstring& download_path);
   /// Moves a component's file to the backup folder and copies the download to its place (swap_file.cpp).
-  /// @return 0, or a platform code after a log line. Nothing is taken back on a failure: the old file then
-  ///         lies in the backup folder. The download stays where it is in every case.
+  /// @return 0, or a platform code after a log line. A failure does not undo the move: the old file stays in
+  ///         the backup folder. The download always stays where it is.
   static long SwapFile(const std::wstring& component_folder, const std::wstring& component_name,
                        const std::wstring& download_folder, const std::wstring& download_name,
                        const std::wstring& backup_folder);
 
   /// @name Properties (property_reader.cpp, property_writer.cpp)
   /// Adds the raw text of each property of the active document to `json`.
-  /// @return S_OK, also without a document; the host's code where a call fails, which ends the reading.
+  /// @return S_OK, also without a document; the host's code if a call fails, which ends the reading.
   HRESULT GetAttributes(const std::shared_ptr<CJsonObject>& json);
   /// Adds the resolved value of each property of `document` to `json`; a property that cannot be read is
-  /// passed over.
-  /// @return the result of the last step, so a failure only where the last property could not be read.
+  /// skipped.
+  /// @return the result of the last step: a failed property is reported only if it is the last one.
   /// @throws _com_error E_POINTER for a null document.
   HRESULT GetCustomProperty(const IModelDoc2Ptr& document, const std::shared_ptr<CJsonObject>& json);
-  /// Writes the members of `json` into those properties of the active document that have their names, and
-  /// tells the user that it is done.
-  /// @return S_OK, also without a document; the host's code where a call fails, which ends the writing.
+  /// Writes the members of `json` into the properties of the active document with the same names, and shows
+  /// the user a message when done.
+  /// @return S_OK, also without a document; the host's code if a call fails, which ends the writing.
   HRESULT PutAttributes(const std::shared_ptr<CJsonObject>& json);
 
  private:

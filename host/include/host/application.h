@@ -1,4 +1,4 @@
-/// @file The host application and the interface by which it drives an add-in.
+/// @file The host application and the interface through which it controls an add-in.
 #pragma once
 
 #include "host/interfaces_fwd.h"
@@ -30,14 +30,14 @@ struct SldWorks_176 : ReserveSlots<SldWorks_165, 166, 176> {
 };
 }  // namespace layout
 
-/// The host application. A dual interface of 336 (release 2016) to 368 (2023) slots.
+/// The host application. A dual interface with 336 (release 2016) to 368 (release 2023) slots.
 struct ISldWorks : ReserveSlots<layout::SldWorks_176, 177, 231> {
   virtual HRESULT STDMETHODCALLTYPE GetCommandManager(long Cookie, ICommandManager** retval) = 0;
 };
 __CRT_UUID_DECL(ISldWorks, 0x83a33d22, 0x27c5, 0x11ce, 0xbf, 0xd4, 0x00, 0x40, 0x05, 0x13, 0xbb, 0x57)
 _COM_SMARTPTR_TYPEDEF(ISldWorks, __uuidof(ISldWorks));
 
-/// The face of an add-in that the host connects and disconnects. Derives from IUnknown, not IDispatch.
+/// The interface through which the host connects and disconnects an add-in. Not derived from IDispatch.
 struct ISwAddin : IUnknown {
   virtual HRESULT STDMETHODCALLTYPE ConnectToSW(IDispatch* ThisSW, long Cookie,
                                                 VARIANT_BOOL* IsConnected) = 0;

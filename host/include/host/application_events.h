@@ -1,4 +1,4 @@
-/// @file The host's application events: a dispinterface that a sink is advised of.
+/// @file The host's application events: a dispinterface that a sink implements.
 #pragma once
 
 #include "host/interfaces_fwd.h"
@@ -13,7 +13,7 @@ inline constexpr GUID kTypeLibraryId = {
 inline constexpr GUID kApplicationEventsId = {
     0x83a33d22, 0x37c5, 0x11ce, {0xbf, 0xd4, 0x00, 0x40, 0x05, 0x13, 0xbb, 0x57}};
 
-/// Dispatch ids of the application events that a program here raises or receives.
+/// Dispatch ids of the application events that programs of this project raise or handle.
 namespace application_event {
 inline constexpr DISPID kActiveDocChange = 4;
 inline constexpr DISPID kActiveModelDocChange = 5;

@@ -32,7 +32,7 @@ struct AssemblyDoc_153 : ReserveSlots<IDispatch, 7, 153> {
 };
 }  // namespace layout
 
-/// What an assembly document answers beside IModelDoc2.
+/// The interface of assembly documents, in addition to IModelDoc2.
 struct IAssemblyDoc : ReserveSlots<layout::AssemblyDoc_153, 154, 193> {
   virtual HRESULT STDMETHODCALLTYPE ReplaceComponents2(BSTR FileName, BSTR ConfigName,
                                                        VARIANT_BOOL ReplaceAllInstance, long UseConfigChoice,

@@ -1,4 +1,4 @@
-/// @file The command interface that an add-in puts into the host.
+/// @file The command interface that an add-in adds to the host.
 #pragma once
 
 #include "host/interfaces_fwd.h"

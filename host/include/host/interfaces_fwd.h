@@ -1,7 +1,7 @@
-/// @file The names of the host's interfaces, for headers that only point at them.
+/// @file Forward declarations of the host's interfaces, for headers that only use pointers to them.
 ///
-/// Interface ids, slots and arguments are those of the host's published type library; what stands here
-/// was the same in the releases 2016, 2020 and 2023. Interfaces only ever grow at the end.
+/// Interface ids, slots and arguments are those of the host's published type library. The parts declared here
+/// are identical in the releases 2016, 2020 and 2023; new methods are only added at the end of an interface.
 #pragma once
 
 #include "base/com_pointers.h"

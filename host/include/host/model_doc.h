@@ -29,7 +29,7 @@ struct IModelDoc2 : ReserveSlots<layout::ModelDoc2_473, 474, 798> {
 __CRT_UUID_DECL(IModelDoc2, 0xb90793fb, 0xef3d, 0x4b80, 0xa5, 0xc4, 0x99, 0x95, 0x9c, 0xdb, 0x6c, 0xeb)
 _COM_SMARTPTR_TYPEDEF(IModelDoc2, __uuidof(IModelDoc2));
 
-/// The later half of IModelDoc2: here, the way to a document's custom properties.
+/// The extension of IModelDoc2, with access to a document's custom properties.
 struct IModelDocExtension : ReserveSlots<IDispatch, 7, 92> {
   virtual HRESULT STDMETHODCALLTYPE get_CustomPropertyManager(BSTR ConfigName,
                                                               ICustomPropertyManager** retval) = 0;

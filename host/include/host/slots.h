@@ -1,20 +1,19 @@
-/// @file Reserved vtable slots: how a header states that a method sits on slot N without spelling out
-/// the N - 1 methods before it.
+/// @file Reserved vtable slots: they put a method on slot N without declaring the N - 1 methods before it.
 #pragma once
 
 #include <windows.h>
 
 #include <oaidl.h>
 
-/// Names one vtable slot, so that every reserved slot is a method of its own.
+/// A type for each vtable slot, so that every reserved slot is a separate method.
 template <int Slot>
 struct SlotTag {};
 
-/// `Base` followed by reserved methods on the slots `From` up to, not including, `To`.
+/// `Base` followed by reserved methods on the slots from `From` up to, but not including, `To`.
 ///
-/// A reserved method answers E_NOTIMPL. On x64 the caller cleans the stack, so that holds whatever
-/// arguments a caller passes. Slots come in blocks of 64, of 8 and single ones: each base class costs a
-/// vtable of its own, and the time to compile it.
+/// A reserved method returns E_NOTIMPL. On x64 the caller cleans up the stack, so this works with any
+/// arguments. Slots are reserved in blocks of 64, in blocks of 8 and singly, because each base class has its
+/// own vtable, which takes time to compile.
 template <class Base, int From, int To>
 struct ReserveSlots : ReserveSlots<Base, From, To - 1> {
   virtual HRESULT STDMETHODCALLTYPE Reserved(SlotTag<To - 1>) { return E_NOTIMPL; }

@@ -1,4 +1,4 @@
-/// @file Looking members of large JSON objects up.
+/// @file Fast lookup of members in large JSON objects.
 #pragma once
 
 #include <string_view>
@@ -6,22 +6,22 @@
 
 #include "detail/rapidjson_config.h"
 
-/// Finds members of one object by name in a time that does not grow with their number, where RapidJSON looks
-/// through all. It notices by itself that the object got other members or more of them, as long as nobody
-/// takes single members away.
+/// Finds members of one object by name in a time that does not grow with their number; RapidJSON's own search
+/// checks every member. It notices if all members were replaced or members were added, but not if single
+/// members were removed.
 class JsonMemberIndex {
  public:
-  /// The value of the first member `name` of `object`; null if there is none.
+  /// The value of the first member `name` of `object`; null if it is missing.
   rapidjson::Value* Find(rapidjson::Value& object, std::string_view name);
 
-  /// To be called when the memory of the object's members may be used anew.
+  /// Call this when the memory of the object's members may be reused.
   void Clear();
 
  private:
   void Update(rapidjson::Value& object);
 
-  // The texts are those of the members themselves.
+  // The keys refer to the text of the members' own names.
   std::unordered_map<std::string_view, rapidjson::SizeType> m_places;
   const void* m_members = nullptr;
-  rapidjson::SizeType m_count = 0;  // how many members, from the first on, have been looked at
+  rapidjson::SizeType m_count = 0;  // the number of members indexed so far
 };

@@ -1,9 +1,9 @@
-/// @file How RapidJSON is built here. Include this and never RapidJSON's headers first: the assertion
-/// must be the same in every translation unit.
+/// @file RapidJSON's configuration. Include this before any header of RapidJSON: the assertion must be the
+/// same in every translation unit.
 #pragma once
 
-/// A violated assertion of RapidJSON raises CZALException 0xA3013001 that names the expression, header
-/// path and line. It stays active in every build and never ends the host.
+/// A failed assertion of RapidJSON throws CZALException 0xA3013001, which names the expression, header path
+/// and line. Assertions are active in every build and never terminate the host.
 [[noreturn]] void RaiseRapidJsonAssertion(const char* expression, const char* file, int line);
 
 #define RAPIDJSON_ASSERT(expression) \

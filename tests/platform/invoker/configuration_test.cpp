@@ -77,7 +77,7 @@ TEST_P(ConfigurationFaults, MeanTheDefaultAndOneLineThatNamesThem) {
 const Fault kFaults[] = {
     {"Empty", "", {}},
     {"Malformed", "{\"pipe\":\"a\",", {}},
-    {"NoObject", "[]", {L"the root is no object"}},
+    {"NoObject", "[]", {L"the root is not an object"}},
     {"WrongTypes",
      R"({"pipe":5,"client":null,"startTimeoutMs":"1"})",
      {L"\"pipe\"", L"\"client\"", L"\"startTimeoutMs\""}},

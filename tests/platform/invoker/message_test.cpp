@@ -71,9 +71,9 @@ TEST_P(Refusals, SayWhy) {
 
 constexpr wchar_t kNotJson[] = L"the client sent a message that is not valid JSON";
 constexpr wchar_t kNotRpc[] = L"the client sent a message that is not JSON-RPC 2.0";
-constexpr wchar_t kOwnMessage[] = L"the client sent a message of its own instead of the answer";
-constexpr wchar_t kOtherId[] = L"the client answered another request than the awaited one";
-constexpr wchar_t kNoText[] = L"the client's result has no text in \"answer\"";
+constexpr wchar_t kOwnMessage[] = L"the client sent a request or notification instead of the answer";
+constexpr wchar_t kOtherId[] = L"the client's answer does not have the id of the request";
+constexpr wchar_t kNoText[] = L"the client's result has no string in \"answer\"";
 
 const Refusal kRefusals[] = {
     {"Nothing", "", kNotJson},

@@ -245,7 +245,7 @@ TEST_F(Start, NeedsAFullPath) {
   for (const wchar_t* path : {L"cmd.exe", L"..\\client.exe", L"C:client.exe", L"\\client.exe"}) {
     ConfigureProgram(path);
     EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
-    ExpectOneLine(L"QD_PLMLogin", L"is no full path");
+    ExpectOneLine(L"QD_PLMLogin", L"is not a full path");
   }
 }
 

@@ -143,7 +143,7 @@ TEST(PropertiesFile, OfNoUseGivesTheBuiltInSetUpAndALineThatSaysSo) {
     const std::vector<std::wstring> lines = log.Lines();
     ASSERT_EQ(lines.size(), 2u);
     EXPECT_NE(lines[0].find(L" ERROR platform "), std::wstring::npos);
-    EXPECT_NE(lines[0].find(L"/Log4cplus.properties gives no logger an appender"), std::wstring::npos);
+    EXPECT_NE(lines[0].find(L"/Log4cplus.properties assigns no appender to any logger"), std::wstring::npos);
     EXPECT_TRUE(lines[1].ends_with(L"text"));
   }
 }

@@ -1,11 +1,11 @@
-// Files that the user chose in a panel of the PLM client: opened, inserted, put in the place of others.
+// Opens, inserts or replaces the files that the user chose in a panel of the PLM client.
 #include "module/module_state.h"
 #include "plm_commands.h"
 #include "solidworks_add_in.h"
 
 namespace {
 
-// Members of an answer: what is to be done with the files under it.
+// Members of an answer: each is the list of files for one action.
 constexpr const wchar_t* kOpenFile = L"OpenFile";
 constexpr const wchar_t* kInsertFile = L"InsertFile";
 constexpr const wchar_t* kReplaceFileByCovering = L"ReplaceFileByCovering";
@@ -43,8 +43,8 @@ STDMETHODIMP CSolidWorksAddIn::PlmTaskManage() {
   return S_OK;
 }
 
-/// Sends `command` with the login's text and acts on the files of the answer: kind by kind in a fixed
-/// order, whatever the order of its members. A file that fails does not stop the next one.
+/// Sends `command` with the login's text and handles the files in the answer. The order of the actions is
+/// fixed and does not depend on the order of the members. A file that fails does not stop the next one.
 void CSolidWorksAddIn::ApplyFileSelection(const wchar_t* command) {
   CJsonObject selection;
   selection.CreateFrom(SendCommand(command, LoginText()));

@@ -1,5 +1,4 @@
-// Which items the host greys out. Only the login state counts: not the active document, and not what
-// the login answered.
+// Which items the host greys out. Only the login state counts, not the active document or the login's answer.
 #include "solidworks_add_in.h"
 
 namespace {

@@ -1,4 +1,4 @@
-// Work that the host hands over to the PLM client: the active document, or a lot of files.
+// Imports into the PLM system: the active document, or a lot of files.
 #include "diagnostics/diagnostics.h"
 #include "module/module_state.h"
 #include "plm_commands.h"
@@ -19,19 +19,19 @@ STDMETHODIMP CSolidWorksAddIn::PlmLotimport() {
   return SendImport(plm_command::kLotImport, {}, log_site::import::kLotFailed);
 }
 
-/// Sends the active document's path with `command`; without such a path nothing is done.
+/// Sends the active document's path with `command`; does nothing if there is no such path.
 HRESULT CSolidWorksAddIn::ImportActiveDocument(const wchar_t* command, const LogSite& failed) {
   std::wstring path;
   if (!GetCurrentFilePath(path)) return S_OK;
   CJsonObject request;
   request.SetStringValue(L"file_path", path);
-  // By exact case and anywhere in the path: the PLM client has relied on both.
+  // Case-sensitive and anywhere in the path: the PLM client relies on both.
   if (path.rfind(L".slddrw") != std::wstring::npos) request.SetStringValue(L"Method", L"LotinputDrawing");
   return SendImport(command, request.ToJson(), failed);
 }
 
 HRESULT CSolidWorksAddIn::SendImport(const wchar_t* command, std::wstring request, const LogSite& failed) {
-  if (AnswerTellsSuccess(SendCommand(command, std::move(request)))) return S_OK;
+  if (ReportsSuccess(SendCommand(command, std::move(request)))) return S_OK;
   LogFailure(failed, E_FAIL);
   return E_FAIL;
 }

@@ -1,4 +1,4 @@
-// Login and logout, and what they leave behind.
+// Login and logout, and the login's result.
 #include "diagnostics/diagnostics.h"
 #include "module/module_state.h"
 #include "module/string_table.h"
@@ -9,13 +9,13 @@
 STDMETHODIMP CSolidWorksAddIn::PlmLogin() {
   const ModuleState state;
   const std::wstring answer = SendCommand(plm_command::kLogin);
-  // Loaded on every login, shown on none: the PLM client tells the user itself.
+  // Loaded but never shown: the PLM client itself shows the user why a login failed.
   [[maybe_unused]] const std::wstring failed = LoadResourceString(IDS_LOGIN_FAILED);
   if (answer.empty()) {
     LogFailure(log_site::login::kEmptyAnswer, platform_code::kNoAnswer);
     return platform_code::kNoAnswer;
   }
-  if (!AnswerTellsSuccess(answer)) {
+  if (!ReportsSuccess(answer)) {
     LogFailure(log_site::login::kFailed, E_FAIL);
     return E_FAIL;
   }
@@ -27,8 +27,8 @@ STDMETHODIMP CSolidWorksAddIn::PlmLogin() {
 
 STDMETHODIMP CSolidWorksAddIn::PlmLogOut() {
   const ModuleState state;
-  if (AnswerTellsSuccess(SendCommand(plm_command::kLogout))) {
-    // Login writes without the lock, logout under it: a waiter sleeps until the user is out.
+  if (ReportsSuccess(SendCommand(plm_command::kLogout))) {
+    // Only logout takes the lock: waiters wait for the logout.
     const std::lock_guard lock(m_loginMutex);
     DropLoginResult();
     m_loggedIn = false;
@@ -39,7 +39,7 @@ STDMETHODIMP CSolidWorksAddIn::PlmLogOut() {
 
 void CSolidWorksAddIn::DropLoginResult() {
   if (!m_loginResult || m_loginResult.use_count() != 1) {
-    // Others hold the old object, which stays theirs as it is: let go of a copy instead.
+    // Other owners keep the old object unchanged: release a copy instead.
     auto detached = std::make_shared<CJsonObject>();
     if (m_loginResult) detached->CopyFrom(*m_loginResult);
     m_loginResult = std::move(detached);

@@ -1,4 +1,4 @@
-// Creating a material in the PLM system from the active document, and filling the document from one.
+// Creates a material in the PLM system from the active document, and fills the document from a material.
 #include "CCADFileHelper.h"
 #include "CCADStringHelper.h"
 #include "CDisplayErrorMsg.h"
@@ -18,7 +18,7 @@ constexpr const wchar_t* kNothing = L"{}";
 constexpr const wchar_t* kCreatedMaterial = L"data";
 constexpr const wchar_t* kBackFill = L"material_property_back_fill";
 
-/// The text after the last point of the file's name, without a version number that follows it.
+/// The file's extension: the text after the last dot, not counting a version number at the end.
 std::wstring FileExtension(const std::wstring& path) {
   std::wstring version;
   std::wstring name;
@@ -31,12 +31,12 @@ bool Ask(unsigned text_id, unsigned caption_id) {
   return ShowCaptionedMessage(text_id, caption_id, MB_OKCANCEL) == IDOK;
 }
 
-/// The platform's notice for `code`; it shows nothing for a success.
+/// Shows the platform's error box for `code`; shows nothing for a success code.
 void DisplayError(HRESULT code) {
   CDisplayErrorMsg::Display(CZALCIHandlerContextHelper::Instance().GetErrorMsg(code), MB_ICONERROR);
 }
 
-/// An object of one member whose value is the JSON text `value`, put there as it stands.
+/// An object with one member; `value` is its JSON text, which is inserted unchanged.
 std::wstring Wrap(const wchar_t* member, const std::wstring& value) {
   return std::wstring(L"{\"") + member + L"\":" + value + L"}";
 }
@@ -59,7 +59,7 @@ STDMETHODIMP CSolidWorksAddIn::PlmCreateMaterial() {
     request = Wrap(L"extract_info", properties->ToJson());
   }
   const std::wstring answer = SendCommand(plm_command::kCreateMaterial, std::move(request));
-  document = nullptr;  // held while the PLM client is at work
+  document = nullptr;  // kept until the PLM client has answered
   if (answer == kNothing) return S_OK;
   if (!Ask(IDS_BACKFILL_PROPERTIES_QUESTION, IDS_BACKFILL_PROPERTIES)) return S_OK;
 
@@ -72,15 +72,15 @@ STDMETHODIMP CSolidWorksAddIn::PlmCreateMaterial() {
       SendCommand(plm_command::kMaterialBackFill, Wrap(L"backfill_info_from_create_material", material)));
   if (!back_fill->IsExist(kBackFill)) return S_OK;
   const HRESULT result = PutAttributes(back_fill->GetObjectShared(kBackFill));
-  // Told after every write, successful or not, unlike in PlmMaterialBackFill.
+  // Logged after every write, successful or not, unlike in PlmMaterialBackFill.
   LogFailure(site::kBackFill, result);
   DisplayError(result);
   return result;
 }
 
 /// Reads the properties of the active document, whose path is m_currentFilePath.
-/// @param document the document; null where they were not read, and the log has been told why.
-/// @return the result of the step that failed; a success also where the host opened no document.
+/// @param document the document; null if the properties were not read, which has then been logged.
+/// @return the result of the step that failed; a success code also if the host returned no document.
 HRESULT CSolidWorksAddIn::ExtractProperties(const std::shared_ptr<CJsonObject>& properties,
                                             IModelDoc2Ptr& document) {
   namespace site = log_site::create_material;

@@ -1,4 +1,4 @@
-// Commands that open a panel of the PLM client and leave all work to it: the answer is not read.
+// Commands that open a panel of the PLM client, which does all the work: the answer is ignored.
 #include "module/module_state.h"
 #include "plm_commands.h"
 #include "solidworks_add_in.h"

@@ -1,4 +1,4 @@
-/// @file The commands that the PLM client knows, and how their answers tell success.
+/// @file The commands that the PLM client knows, and how their answers report success.
 #pragma once
 
 #include <string>
@@ -21,6 +21,6 @@ inline constexpr const wchar_t* kTaskManage = L"QD_PLMTaskManage";
 inline constexpr const wchar_t* kMaterialBackFill = L"QD_PLMMaterialBackFill";
 }  // namespace plm_command
 
-/// Whether the JSON text `answer` is an object whose "__InvokeResult__" is true. An empty or malformed
-/// answer tells failure.
-bool AnswerTellsSuccess(const std::wstring& answer);
+/// Whether the JSON text `answer` is an object with "__InvokeResult__" true. An empty or malformed answer
+/// reports a failure.
+bool ReportsSuccess(const std::wstring& answer);

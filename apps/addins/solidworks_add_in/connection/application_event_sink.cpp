@@ -21,7 +21,7 @@ constexpr DISPID kHandledEvents[] = {
 
 using ParameterTypes = std::array<VARTYPE, kMaximumArguments>;
 
-/// A function's description, given back to its type information at the end.
+/// A function's description. The destructor returns it to its type information.
 class FunctionDescription {
  public:
   FunctionDescription(ITypeInfo* info, DISPID id) : m_info(info) {
@@ -51,7 +51,7 @@ class FunctionDescription {
 };
 
 /// Puts the arguments of a call in the order of the parameters.
-/// @return E_FAIL where one lies beyond the eighth position.
+/// @return E_FAIL if a position is beyond the eighth.
 HRESULT OrderArguments(const DISPPARAMS& call, std::array<VARIANTARG*, kMaximumArguments>& ordered) {
   if (call.cArgs > kMaximumArguments) return E_FAIL;
   for (UINT index = 0; index < call.cArgs; ++index) {

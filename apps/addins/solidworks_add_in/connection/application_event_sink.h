@@ -3,8 +3,8 @@
 
 #include "base/com_pointers.h"
 
-/// What the sink does on each event that it handles: nothing so far. The order is that of the sink's
-/// table, whose rows are the methods' vtable slots.
+/// The sink's handlers, which do nothing so far. They must be in the order of kHandledEvents, because the
+/// index of an event there is the vtable slot of its handler.
 struct IApplicationEventHandlers {
   virtual HRESULT STDMETHODCALLTYPE OnActiveDocChange() = 0;
   virtual HRESULT STDMETHODCALLTYPE OnDocumentLoad(BSTR title, BSTR path) = 0;
@@ -13,10 +13,10 @@ struct IApplicationEventHandlers {
   virtual HRESULT STDMETHODCALLTYPE OnFileOpenPost(BSTR file_name) = 0;
 };
 
-/// An object of its own, so that a host that keeps it longer than the add-in holds nothing of the add-in.
+/// A separate object, so that a host that keeps it longer than the add-in does not refer to the add-in.
 class ApplicationEventSink : public IDispatch, private IApplicationEventHandlers {
  public:
-  /// @param major of the host's type library, from which the parameters of an event are taken.
+  /// @param major the major version of the host's type library, which describes the parameters of events.
   explicit ApplicationEventSink(WORD major) : m_libraryMajor(major) {}
   virtual ~ApplicationEventSink() = default;
 
@@ -43,20 +43,20 @@ class ApplicationEventSink : public IDispatch, private IApplicationEventHandlers
   ITypeInfo* EventTypeInfo(LCID locale);
 
   WORD m_libraryMajor;
-  ITypeInfoPtr m_typeInfo;  // once it could be had
+  ITypeInfoPtr m_typeInfo;  // null until it could be loaded
 };
 
-/// The advice of one sink at the host: made on connecting, taken back on disconnecting.
+/// The connection of one sink to the host: advised on connecting, unadvised on disconnecting.
 class ApplicationEventAdvice {
  public:
-  /// Advises a new sink of the application events of `host`. A host without such events is let be.
-  /// @param host_major the host's major version; below 14 the type library's version is taken for 0.
-  /// @throws _com_error E_FAIL where a sink is advised already.
+  /// Advises a new sink of the application events of `host`. Does nothing if the host has no such events.
+  /// @param host_major the host's major version; below 14, version 0 of the type library is used.
+  /// @throws _com_error E_FAIL if a sink is advised already.
   void Advise(IUnknown* host, long host_major);
 
-  /// Takes the sink back.
-  /// @return S_OK; E_INVALIDARG where `host` is null; the result of the first call that failed. The sink
-  ///         counts as not advised afterwards in every case.
+  /// Unadvises the sink.
+  /// @return S_OK; E_INVALIDARG if `host` is null; the result of the first call that failed. In every case
+  ///         the sink counts as not advised afterwards.
   HRESULT Unadvise(IUnknown* host);
 
  private:

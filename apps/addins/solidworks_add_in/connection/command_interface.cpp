@@ -22,14 +22,14 @@ constexpr const wchar_t* kConfigurationName = L"New TAVO SolidWorks AddOn";
 constexpr long kUserId = 0;
 constexpr long kLastPosition = -1;
 
-// What a command tab box has room for; items past that are left out of the group as well.
+// The capacity of a command tab box; further items are not added to the group either.
 constexpr std::size_t kMaximumItems = 16;
 
 constexpr swDocumentTypes_e kTabDocumentTypes[] = {swDocASSEMBLY, swDocDRAWING, swDocPART};
 
 using Items = std::vector<std::shared_ptr<CJsonObject>>;
 
-/// What the host saved of the group on an earlier start.
+/// What the host saved about the group on an earlier start.
 struct SavedGroup {
   bool found = false;
   bool ignore_previous = false;
@@ -39,13 +39,13 @@ SavedGroup ReadSavedGroup(const ICommandManagerPtr& manager) {
   long count = 0;
   manager->GetCommandIDsCount(kUserId, &count);
   count = std::max(count, 0L);
-  std::vector<long> saved(static_cast<std::size_t>(count) + 1);  // an array has an address, also of none
+  std::vector<long> saved(static_cast<std::size_t>(count) + 1);  // never empty, so that data() is not null
   VARIANT_BOOL found = VARIANT_FALSE;
   manager->IGetGroupDataFromRegistry(kUserId, count, saved.data(), &found);
   if (!found) return {};
   saved.resize(static_cast<std::size_t>(count));
-  // Every item has the one user id, so a saved list of several items never matches: a menu that was
-  // there before is built anew at every start.
+  // All items have the same user id, so a saved list of several items never matches: a saved menu is built
+  // again at every start.
   std::vector<long> known = {kUserId};
   std::sort(saved.begin(), saved.end());
   std::sort(known.begin(), known.end());
@@ -60,7 +60,7 @@ ICommandGroupPtr CreateGroup(const ICommandManagerPtr& manager, const CComBSTR& 
   return group;
 }
 
-/// A file of the icon strip; the empty text where none can be made.
+/// Creates a file with the icon strip. @return its path; the empty text if it cannot be created.
 CComBSTR MakeIconFile(IBitmapHandler& bitmaps) {
   CComBSTR path;
   return SUCCEEDED(bitmaps.CreateBitmapFileFromResource(IDB_TOOLBAR, &path)) ? path : CComBSTR(L"");
@@ -107,7 +107,7 @@ void BuildTab(const ICommandManagerPtr& manager, swDocumentTypes_e type, const C
   FillTab(tab, group, indices);
 }
 
-/// The items of the menu that there is room for; what is left out is told in the log.
+/// The items of the menu, up to the maximum number; logs if some are left out.
 Items ReadItems(const CJsonObject& view, const std::wstring& view_file) {
   Items items = view.GetObjectArray(L"Menu");
   if (items.size() > kMaximumItems) {

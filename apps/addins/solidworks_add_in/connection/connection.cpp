@@ -12,15 +12,15 @@
 
 namespace {
 
-// The command group that command_interface.cpp builds, and a flyout group that nothing builds; the host
-// is asked to remove both.
+// The command group that command_interface.cpp builds, and a flyout group that is never built. The add-in
+// asks the host to remove both.
 constexpr long kCommandGroup = 0;
 constexpr long kFlyoutGroup = 99;
 
-// Bytes that one UTF-16 unit can take in any ANSI code page.
+// The largest number of bytes for one UTF-16 unit in any ANSI code page.
 constexpr std::size_t kLongestCharacter = 4;
 
-/// The leading integer of a revision number such as "31.2.0"; 0 without one.
+/// The leading integer of a revision number such as "31.2.0"; 0 if there is none.
 long MajorVersion(const CComBSTR& revision) {
   const std::wstring_view text = revision.View();
   std::string narrow(kLongestCharacter * text.size(), '\0');
@@ -29,17 +29,17 @@ long MajorVersion(const CComBSTR& revision) {
   return std::strtol(narrow.c_str(), nullptr, 10);
 }
 
-/// The host takes the module's handle as a long, so only its low half arrives, as with every add-in.
+/// The host takes the module's handle as a long, so only its low half is passed, as with every add-in.
 long ModuleHandle() {
   return static_cast<long>(reinterpret_cast<LONG_PTR>(CSolidWorksAddInModule::Instance().ModuleHandle()));
 }
 
-/// Tells the log of the exception being handled.
+/// Logs the exception being handled.
 void LogFailedConnection() noexcept {
-  InitialiseLog();  // what failed may have come before
+  InitialiseLog();  // the failure may have happened before the log was started
   try {
     LogPlatformError(L"connecting to the host failed" + CodeSuffix(CaughtException::Describe().code));
-  } catch (...) {  // no memory for the line; what failed goes its way all the same
+  } catch (...) {  // no memory for the line; the original exception must still be rethrown
   }
 }
 
@@ -48,7 +48,7 @@ void LogFailedConnection() noexcept {
 STDMETHODIMP CSolidWorksAddIn::ConnectToSW(IDispatch* ThisSW, long Cookie, VARIANT_BOOL* IsConnected) {
   try {
     Connect(ThisSW, Cookie);
-  } catch (const CZALException&) {  // told, with the file's name, where it was caught first
+  } catch (const CZALException&) {  // already logged with the file's name
     throw;
   } catch (...) {
     LogFailedConnection();

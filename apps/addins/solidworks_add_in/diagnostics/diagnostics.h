@@ -1,4 +1,4 @@
-/// @file Log lines and message boxes, each in the one shape that all commands use.
+/// @file Log lines and message boxes, in the same form for all commands.
 #pragma once
 
 #include <windows.h>
@@ -24,17 +24,17 @@ void LogSystemFailure(const LogSite& site, HRESULT code, DWORD system_error, std
 /// Logs information: the site's text and `detail`.
 void LogInformation(const LogSite& site, std::wstring_view detail);
 
-/// Shows `text` with the add-in's title and an OK button, and waits.
+/// Shows `text` with the add-in's title and an OK button, and waits until the box is closed.
 void ShowMessage(const std::wstring& text);
 
 /// Shows a text of the string table like ShowMessage.
 void ShowMessage(unsigned text_id);
 
-/// Shows a text of the string table under a caption of the string table, without an owner window, and
-/// waits.
+/// Shows a text of the string table with a caption of the string table, without an owner window, and waits
+/// until the box is closed.
 /// @param style of the message box, MB_OK or MB_OKCANCEL.
-/// @return the button: IDOK or IDCANCEL, the latter also when the box was closed.
+/// @return IDOK or IDCANCEL; IDCANCEL also if the box was closed without a button.
 int ShowCaptionedMessage(unsigned text_id, unsigned caption_id, unsigned style);
 
-/// Tells the log, at `site`, and the user that the host did not open the file `path`.
+/// Logs, with `site`, and shows the user that the host did not open the file `path`.
 void ReportFailedOpen(const LogSite& site, const std::wstring& path, HRESULT code);

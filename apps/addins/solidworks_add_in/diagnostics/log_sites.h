@@ -1,10 +1,9 @@
-/// @file Every place from which the add-in writes to its log: function, line and text.
+/// @file The function, line and text of every log event of the add-in.
 ///
-/// The lines are part of what support and administrators know of the log: they stay as they are when
-/// the code moves.
+/// Support staff and administrators know these lines from the log, so they do not change when the code moves.
 #pragma once
 
-/// Where a log event says that it comes from, and what it says.
+/// The source position and the text of a log event.
 struct LogSite {
   const char* file;
   const char* function;
@@ -12,7 +11,7 @@ struct LogSite {
   const wchar_t* text;
 };
 
-/// Full paths of the two source files that log events name, as the build knew them.
+/// The full paths, in the build, of the two source files that log events name.
 extern const char kAddInSourceFile[];
 extern const char kDrawingHelperSourceFile[];
 
@@ -34,7 +33,7 @@ inline constexpr LogSite kFailed = AddIn(kFunction, 374, L"m_invok->Invoke comma
 namespace import {
 inline constexpr LogSite kCurrentFailed =
     AddIn("CSolidWorksAddIn::PlmImportCurrent", 646, L"m_invok->Invoke command [QD_PLMImportCurrent] failed");
-// Names the command of kCurrentFailed, not its own: support tools look for this text.
+// Names the command of kCurrentFailed, not its own: support tools search for this text.
 inline constexpr LogSite kChangeItemFailed = AddIn("CSolidWorksAddIn::PlmImportChangeItem", 675,
                                                    L"m_invok->Invoke command [QD_PLMImportCurrent] failed");
 inline constexpr LogSite kLotFailed =
@@ -118,7 +117,7 @@ inline constexpr LogSite kBackFill = AddIn(kFunction, 1308, L"AttributesBackFill
 }  // namespace create_material
 
 namespace material_back_fill {
-// With a point, unlike create_material::kBackFill.
+// With a full stop, unlike create_material::kBackFill.
 inline constexpr LogSite kBackFill =
     AddIn("CSolidWorksAddIn::PlmMaterialBackFill", 1417, L"AttributesBackFill failed.");
 }  // namespace material_back_fill
@@ -128,7 +127,7 @@ inline constexpr const char* kFunction = "CSolidWorksAddIn::GetCustomProperty";
 inline constexpr LogSite kExtension = AddIn(kFunction, 1460, L"get_Extension");
 inline constexpr LogSite kManager = AddIn(kFunction, 1468, L"pDocExten->get_CustomPropertyManager");
 inline constexpr LogSite kGetNames = AddIn(kFunction, 1475, L"pCustomMgr->GetNames");
-// The class that is named is another one; support tools look for this text.
+// Names a different class: support tools search for this text.
 inline constexpr LogSite kNameList = AddIn(kFunction, 1479, L"CSolidWorksFileAnalyser::Var2StringList");
 inline constexpr LogSite kGet = AddIn(kFunction, 1489, L"pCustomMgr->Get3: ");
 }  // namespace get_custom_property

@@ -1,5 +1,6 @@
-// Replacing the selected component by covering its file: by a copy beside it under the download's name,
-// or, where both have one name, by exchanging the file itself.
+// Replaces the selected component's file. If the download has a different name, it is copied next to the
+// component's file and the host replaces the component with that copy. If both have the same name, the file
+// itself is exchanged.
 #include <shlwapi.h>
 
 #include "CFileHelper.h"
@@ -20,7 +21,7 @@ namespace {
 
 namespace site = log_site::cover;
 
-/// A file as its folder and its name with extension.
+/// A path split into folder and file name.
 struct FilePath {
   std::wstring folder;
   std::wstring name;
@@ -28,7 +29,7 @@ struct FilePath {
   explicit FilePath(const std::wstring& path) { CFilePathHelper::SplitFilePath(path, folder, name); }
 };
 
-/// The selected component; nothing, after a message and a log line, where none is selected.
+/// The selected component; null, after a message box and a log line, if no component is selected.
 IComponent2Ptr GetSelectedComponent(const IModelDoc2Ptr& document) {
   ISelectionMgrPtr selection;
   HRESULT result = document->get_ISelectionManager(&selection);
@@ -42,8 +43,8 @@ IComponent2Ptr GetSelectedComponent(const IModelDoc2Ptr& document) {
   return component;
 }
 
-/// The path of the component's file. An empty one counts as a failure: the folder derived from it would be
-/// the root of the current drive.
+/// Reads the path of the component's file. An empty path counts as a failure: its folder would be the root of
+/// the current drive.
 bool GetComponentPath(const IComponent2Ptr& component, std::wstring& path) {
   CComBSTR name;
   const HRESULT result = component->GetPathName(&name);
@@ -52,13 +53,13 @@ bool GetComponentPath(const IComponent2Ptr& component, std::wstring& path) {
   return !path.empty() || FailReplacement(site::kComponentPath, S_OK);
 }
 
-/// Makes the backup folder where it is missing; a failure is told in the log only.
+/// Creates the backup folder if it is missing. A failure is only logged.
 bool MakeBackupFolder(const std::wstring& folder) {
   if (PathIsDirectoryW(SystemPath(folder).c_str())) return true;
   try {
     if (CFileHelper::CreateFolder(folder, false)) return true;
     LogFailure(site::kBackupFolderNotMade, platform_code::kBackupFolderNotMade, folder);
-  } catch (...) {  // whatever a platform library of another make throws
+  } catch (...) {  // a different implementation of CFileHelper may throw
     LogFailure(site::kBackupFolderInvalid, platform_code::kBackupFolderInvalid, folder + L"  is not valid");
   }
   return false;
@@ -88,15 +89,15 @@ bool CSolidWorksAddIn::ReplaceCurrentFileByCovering(const std::wstring& download
   if (FAILED(result)) return FailReplacement(site::kSuppress, result);
   result = SwapFile(current.folder, current.name, download.folder, download.name, backup_folder);
   if (FAILED(result)) {
-    // The component stays suppressed: resolving it would load a file that may be gone.
+    // The component stays suppressed: resolving it would load a file that may be missing.
     return FailReplacement(site::kSwap, result, component_path + L", download file: " + download_path);
   }
   result = component->SetSuppression2(swComponentResolved, &changed);
   return SUCCEEDED(result) || FailReplacement(site::kResolve, result);
 }
 
-/// Copies the download to `target`, beside the component's file, and lets the host replace the component
-/// by that copy.
+/// Copies the download to `target`, next to the component's file, and makes the host replace the component
+/// with that copy.
 bool CSolidWorksAddIn::ReplaceByCopy(const IAssemblyDocPtr& assembly, const std::wstring& download_path,
                                      const std::wstring& target) {
   IDispatchPtr open;
@@ -109,7 +110,7 @@ bool CSolidWorksAddIn::ReplaceByCopy(const IAssemblyDocPtr& assembly, const std:
   const std::wstring source = download.folder + L"\\" + download.name;
   if (const SystemError error = CopyOver(source, target)) {
     ShowMessage(IDS_REPLACEMENT_FAILED);
-    LogSystemFailure(site::kCopy, platform_code::kCopyFailed, *error, TransferFailed(source, target));
+    LogSystemFailure(site::kCopy, platform_code::kCopyFailed, *error, TransferFailureText(source, target));
     return false;
   }
   return ReplaceSelectedComponent(iSwApp, assembly, target, download_path, site::kReplace);

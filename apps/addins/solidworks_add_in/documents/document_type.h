@@ -1,18 +1,18 @@
-/// @file Which type of document a path names.
+/// @file The type of document that a path names.
 ///
-/// All tests look anywhere in the path, folders included, and without regard to case.
+/// All functions search the whole path, including folders, and ignore case.
 #pragma once
 
 #include <string_view>
 
 #include "host/constants.h"
 
-/// The type of document that `path` names: by ".sldprt", ".sldasm", ".slddrw", looked for in that order;
-/// swDocNONE without any of them.
+/// The type of the document `path`, by the first of ".sldprt", ".sldasm" and ".slddrw" that occurs in it,
+/// checked in this order; swDocNONE if none of them occurs.
 swDocumentTypes_e GetDocumentType(std::wstring_view path);
 
 /// Whether ".sldprt" occurs in `path`.
 bool NamesPart(std::wstring_view path);
 
-/// Whether ".sldasm" occurs in `path`, also where ".sldprt" does.
+/// Whether ".sldasm" occurs in `path`, even if ".sldprt" occurs as well.
 bool NamesAssembly(std::wstring_view path);

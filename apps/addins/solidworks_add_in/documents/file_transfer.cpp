@@ -28,6 +28,6 @@ SystemError CopyOver(const std::wstring& from, const std::wstring& to) {
   return ErrorOf(CopyFileW(source.c_str(), target.c_str(), FALSE));
 }
 
-std::wstring TransferFailed(const std::wstring& from, const std::wstring& to) {
+std::wstring TransferFailureText(const std::wstring& from, const std::wstring& to) {
   return from + L" to " + to + L" failed. Get Last Error: ";
 }

@@ -6,10 +6,10 @@
 #include <optional>
 #include <string>
 
-/// The system's error number of a call that failed, which may be 0; nothing where the call succeeded.
+/// The system's error number of a failed call, which may be 0; nothing if the call succeeded.
 using SystemError = std::optional<DWORD>;
 
-/// Whether something exists at `path`: if not, why the system finds nothing there.
+/// Checks that a file or folder exists at `path`. @return why not, if nothing is found there.
 SystemError CheckExists(const std::wstring& path);
 
 /// Moves the file `from` to `to`, replacing what is there. Never copies to another drive.
@@ -18,5 +18,5 @@ SystemError MoveOver(const std::wstring& from, const std::wstring& to);
 /// Copies the file `from` to `to`, replacing what is there.
 SystemError CopyOver(const std::wstring& from, const std::wstring& to);
 
-/// What a log line says after "MoveFileEx from " or "CopyFile from ", up to the system's error number.
-std::wstring TransferFailed(const std::wstring& from, const std::wstring& to);
+/// The text of a log line between "MoveFileEx from " or "CopyFile from " and the system's error number.
+std::wstring TransferFailureText(const std::wstring& from, const std::wstring& to);

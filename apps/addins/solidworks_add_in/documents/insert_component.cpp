@@ -1,4 +1,4 @@
-// Inserting a file as a new component of the active assembly, at the point that the user picked.
+// Inserts a file as a new component of the active assembly, at the point that the user picked.
 #include "CStringHelper.h"
 #include "diagnostics/diagnostics.h"
 #include "document_type.h"
@@ -30,7 +30,7 @@ void CSolidWorksAddIn::InsertChildFile(const std::wstring& path) {
   if (FAILED(result)) return LogFailure(site::kActiveDocument, result, path);
   if (!active) return;
   long type = swDocNONE;
-  active->GetType(&type);  // the query for the assembly below decides; hosts are used to be asked
+  active->GetType(&type);  // not used, but keeps the sequence of host calls; the query below decides
 
   const CComBSTR name = CStringHelper::String2CComBSTR(path);
   IModelDoc2Ptr inserted;

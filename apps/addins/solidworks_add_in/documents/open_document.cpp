@@ -1,4 +1,4 @@
-// Opening a file in the host, and the path of the file that is active in it.
+// Opens a file in the host; finds the path of the active document's file.
 #include <shlwapi.h>
 
 #include "CStringHelper.h"

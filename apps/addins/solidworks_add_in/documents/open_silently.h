@@ -6,10 +6,10 @@
 #include "host/constants.h"
 #include "host/model_doc.h"
 
-/// Opens the file `path` as a document of `type`, silently, in the named configuration; an empty or null
-/// name stands for the default one.
-/// @return the host's result. `document` stays null where the host gave none, also on a success. The
-///         host's error and warning numbers are not told.
+/// Opens the file `path` as a document of `type`, silently, in the named configuration; an empty or null name
+/// means the default configuration.
+/// @return the host's result. `document` stays null if the host returned no document, which can happen on
+///         success, too. The host's error and warning numbers are ignored.
 inline HRESULT OpenSilently(const ISldWorksPtr& application, const CComBSTR& path, long type,
                             BSTR configuration, IModelDoc2Ptr& document) {
   long errors = 0;

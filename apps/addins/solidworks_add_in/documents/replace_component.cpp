@@ -1,4 +1,4 @@
-// Replacing the selected component by another file, by the host's own replacement.
+// Replaces the selected component with another file, using the host's own replacement.
 #include "replacement.h"
 #include "solidworks_add_in.h"
 

@@ -41,7 +41,7 @@ bool ReplaceSelectedComponent(const ISldWorksPtr& application, const IAssemblyDo
   const HRESULT result =
       assembly->ReplaceComponents2(CStringHelper::String2CComBSTR(path), CComBSTR(L""), VARIANT_TRUE,
                                    kConfigurationByName, VARIANT_TRUE, &replaced);
-  // The result alone counts: hosts answer false in `replaced` for replacements that they made.
+  // Only the result counts: hosts may return false in `replaced` although they replaced the component.
   if (SUCCEEDED(result) && result != S_FALSE) return true;
   FailReplacement(site, result);
   application->CloseDoc(CStringHelper::String2CComBSTR(downloaded));

@@ -1,4 +1,4 @@
-/// @file The steps that replacing a component and covering it have in common.
+/// @file The common steps of replace_component.cpp and cover_component.cpp.
 #pragma once
 
 #include <string_view>
@@ -8,11 +8,11 @@
 #include "host/assembly.h"
 #include "host/model_doc.h"
 
-/// Tells the user that the replacement failed, then the log why.
+/// Shows the user that the replacement failed, then logs why.
 /// @return false.
 bool FailReplacement(const LogSite& site, HRESULT code, std::wstring_view detail = {});
 
-/// Where the way to the active assembly can fail.
+/// The log sites for the steps of GetActiveAssembly that can fail.
 struct ActiveAssemblySites {
   const LogSite& document;
   const LogSite& type;
@@ -27,14 +27,14 @@ struct ActiveAssembly {
   explicit operator bool() const { return assembly != nullptr; }
 };
 
-/// @return the active assembly; nothing, after a message and a log line, where another document is active
-///         or the host fails.
-/// @throws _com_error E_POINTER where no document is open; the host's code where its answer to the query
-///         for the assembly is any failure but that there is none.
+/// @return the active assembly; an empty result, after a message box and a log line, if the active document
+///         is not an assembly or the host fails.
+/// @throws _com_error E_POINTER if no document is open; the host's code if the query for the assembly fails
+///         with anything but E_NOINTERFACE.
 ActiveAssembly GetActiveAssembly(const ISldWorksPtr& application, const ActiveAssemblySites& sites);
 
-/// Lets the host replace the selected component, in all its instances, by the file `path`.
-/// @return whether the host did; where not, the user and the log have been told and the host has been
-///         asked to close `downloaded`.
+/// Makes the host replace all instances of the selected component with the file `path`.
+/// @return whether the host did; if not, this was logged and shown to the user, and the host was asked to
+///         close `downloaded`.
 bool ReplaceSelectedComponent(const ISldWorksPtr& application, const IAssemblyDocPtr& assembly,
                               const std::wstring& path, const std::wstring& downloaded, const LogSite& site);

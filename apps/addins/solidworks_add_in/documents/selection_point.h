@@ -1,4 +1,4 @@
-/// @file Where the user picked the first selected object.
+/// @file The point where the user picked the first selected object.
 #pragma once
 
 #include "host/selection.h"
@@ -16,7 +16,7 @@ struct SelectionPoint {
 
 /// Reads the pick point of the first selected object.
 /// @return the host's result; `point` is set on success only.
-/// @throws _com_error E_POINTER without a selection manager.
+/// @throws _com_error E_POINTER if `selection` is null.
 inline HRESULT ReadSelectionPoint(const ISelectionMgrPtr& selection, SelectionPoint& point) {
   double coordinates[3] = {};
   const HRESULT result = selection->IGetSelectionPoint2(kFirstSelection, kAnyMark, coordinates);

@@ -1,4 +1,4 @@
-// Exchanging a component's file for a downloaded one of the same name.
+// Exchanges a component's file for a downloaded file of the same name.
 #include "base/platform_codes.h"
 #include "diagnostics/diagnostics.h"
 #include "file_transfer.h"
@@ -16,17 +16,17 @@ long CSolidWorksAddIn::SwapFile(const std::wstring& component_folder, const std:
   if (CheckExists(current) == std::nullopt) {
     if (const SystemError error = MoveOver(current, backup)) {
       LogSystemFailure(site::kMove, platform_code::kMoveToBackupFailed, *error,
-                       TransferFailed(current, backup));
+                       TransferFailureText(current, backup));
       return platform_code::kMoveToBackupFailed;
     }
   }
-  // No way back from here: where a step fails, the old file stays in the backup folder.
+  // From here on nothing is undone: if a step fails, the old file stays in the backup folder.
   if (const SystemError error = CheckExists(download)) {
     LogSystemFailure(site::kAttributes, platform_code::kDownloadMissing, *error);
     return platform_code::kDownloadMissing;
   }
   if (const SystemError error = CopyOver(download, target)) {
-    LogSystemFailure(site::kCopy, platform_code::kCopyFailed, *error, TransferFailed(download, target));
+    LogSystemFailure(site::kCopy, platform_code::kCopyFailed, *error, TransferFailureText(download, target));
     return platform_code::kCopyFailed;
   }
   return S_OK;

@@ -20,7 +20,7 @@ std::wstring CSolidWorksAddInApp::Title() const {
 
 int CSolidWorksAddInApp::ShowMessageBox(const std::wstring& text) const {
   HWND owner = GetActiveWindow();
-  // Without an owner to disable, all windows of the thread are.
+  // Without an owner window, all windows of the thread are disabled.
   const UINT modality = owner ? MB_APPLMODAL : MB_TASKMODAL;
   return MessageBoxW(owner, text.c_str(), Title().c_str(), MB_OK | MB_ICONEXCLAMATION | modality);
 }

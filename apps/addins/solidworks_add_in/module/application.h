@@ -5,12 +5,12 @@
 
 #include <string>
 
-/// What the DLL is as a program, one per process: its start-up and shut-down, its title and its notices.
+/// The DLL's start-up and shut-down, its title and its message boxes. One per process.
 class CSolidWorksAddInApp {
  public:
   static CSolidWorksAddInApp& Instance() noexcept;
 
-  /// Called when the DLL is loaded. @return false where the system has no room for another DLL's state.
+  /// Called when the DLL is loaded. @return false if the system has no free thread-local slot.
   bool InitInstance() noexcept;
 
   /// Called when the DLL is unloaded.
@@ -21,7 +21,7 @@ class CSolidWorksAddInApp {
 
   /// Shows `text` in a modal box with an OK button and the exclamation icon. The caption is the title, the
   /// owner the thread's active window.
-  /// @return the button that ended the box: IDOK, or 0 where no box could be shown.
+  /// @return the button that closed the box: IDOK, or 0 if no box could be shown.
   int ShowMessageBox(const std::wstring& text) const;
 
   /// Whether no thread is inside a method of the DLL.

@@ -11,8 +11,8 @@
 
 namespace {
 
-/// The bitmap resource `id` of the DLL as the bytes of a bitmap file: the resource lacks nothing but the
-/// file header. Empty where there is no such bitmap.
+/// The bitmap resource `id` of the DLL as the bytes of a bitmap file: the resource plus the missing file
+/// header. Empty if there is no such bitmap.
 std::vector<BYTE> BitmapFile(WORD id) {
   HINSTANCE module = CSolidWorksAddInModule::Instance().ModuleHandle();
   HRSRC resource = FindResourceW(module, MAKEINTRESOURCEW(id), RT_BITMAP);
@@ -38,7 +38,7 @@ std::vector<BYTE> BitmapFile(WORD id) {
   return file;
 }
 
-/// Makes an empty file with a new name in the temporary folder. @return its path, empty after a failure.
+/// Creates an empty file with a new name in the temporary folder. @return its path; empty after a failure.
 std::wstring MakeTemporaryFile() {
   wchar_t folder[MAX_PATH];
   const DWORD length = GetTempPathW(MAX_PATH, folder);
@@ -102,6 +102,6 @@ STDMETHODIMP CBitmapHandler::Invoke(DISPID id, REFIID iid, LCID, WORD flags, DIS
     return DispInvoke(static_cast<IBitmapHandler*>(this), info, id, flags, parameters, result, exception,
                       bad_argument);
   } catch (...) {
-    return AnswerException(L"IBitmapHandler", L"CreateBitmapFileFromResource", exception);
+    return ReturnException(L"IBitmapHandler", L"CreateBitmapFileFromResource", exception);
   }
 }

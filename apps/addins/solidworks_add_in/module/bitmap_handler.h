@@ -13,8 +13,7 @@
 
 _COM_SMARTPTR_TYPEDEF(IBitmapHandler, __uuidof(IBitmapHandler));
 
-/// Writes bitmap resources of the add-in to temporary files and deletes them when it is disposed of, at the
-/// latest when it goes.
+/// Writes bitmap resources of the add-in to temporary files. Dispose and the destructor delete the files.
 class CBitmapHandler : public IBitmapHandler {
  public:
   CBitmapHandler() = default;
@@ -30,14 +29,14 @@ class CBitmapHandler : public IBitmapHandler {
   STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters, VARIANT* result,
                       EXCEPINFO* exception, UINT* bad_argument) override;
 
-  /// Writes the bitmap `resID` (its low 16 bits count) to a new file in the temporary folder.
+  /// Writes the bitmap `resID` (only the low 16 bits count) to a new file in the temporary folder.
   /// @param retval the file's full path; null after a failure.
-  /// @return S_OK, or E_FAIL where there is no such bitmap or the file cannot be written. An empty file
-  ///         may then be left, which no Dispose deletes.
-  /// @throws _com_error E_OUTOFMEMORY where the path cannot be handed over.
+  /// @return S_OK, or E_FAIL if there is no such bitmap or the file cannot be written. Then an empty file may
+  ///         be left, which Dispose does not delete.
+  /// @throws _com_error E_OUTOFMEMORY if the returned path cannot be allocated.
   STDMETHODIMP CreateBitmapFileFromResource(LONG resID, BSTR* retval) override;
 
-  /// Deletes all files made so far; one that cannot be deleted is let be. @return S_OK.
+  /// Deletes all files created so far; ignores files that cannot be deleted. @return S_OK.
   STDMETHODIMP Dispose() override;
 
  private:

@@ -8,7 +8,7 @@
 #include "com_module.h"
 #include "com_object.h"
 
-/// A standard COM class object: every CreateInstance makes a new object of the one class.
+/// A standard COM class object: every CreateInstance creates a new object of its class.
 class ClassFactory : public IClassFactory {
  public:
   explicit ClassFactory(const CreatableClass& creatable) : m_class(creatable) {}
@@ -18,7 +18,7 @@ class ClassFactory : public IClassFactory {
 
   void* FindInterface(REFIID iid) noexcept { return FindInterfaceOf<IClassFactory>(this, iid); }
 
-  /// @return CLASS_E_NOAGGREGATION where there is an `outer` object; what the creation says.
+  /// @return CLASS_E_NOAGGREGATION if `outer` is not null; else the result of creating the object.
   STDMETHODIMP CreateInstance(IUnknown* outer, REFIID iid, void** object) override;
 
   STDMETHODIMP LockServer(BOOL lock) override;

@@ -1,4 +1,4 @@
-/// @file The COM side of the DLL: what keeps it loaded, which classes it creates, how it is registered.
+/// @file The DLL as a COM server: its locks, its classes and their registration.
 #pragma once
 
 #include <windows.h>
@@ -28,7 +28,7 @@ class CSolidWorksAddInModule {
   /// The full path of the DLL. @throws _com_error.
   std::wstring Path() const;
 
-  /// A lock keeps the DLL loaded: one for each living object and each LockServer(TRUE).
+  /// A lock keeps the DLL loaded: one for each existing object and each LockServer(TRUE).
   void Lock() noexcept { ++m_locks; }
   void Unlock() noexcept { --m_locks; }
   long LockCount() const noexcept { return m_locks; }
@@ -41,7 +41,7 @@ class CSolidWorksAddInModule {
   /// @return the first failure, at which it stops, or S_OK.
   HRESULT Register() const noexcept;
 
-  /// Takes back what Register wrote; what is not there is passed over.
+  /// Removes what Register wrote; ignores missing entries.
   /// @return the first failure or S_OK; a failure does not stop the rest.
   HRESULT Unregister() const noexcept;
 
@@ -51,7 +51,7 @@ class CSolidWorksAddInModule {
   std::atomic<long> m_locks = 0;
 };
 
-/// Holds one lock of the module while it lives.
+/// Holds one lock of the module during its lifetime.
 class ModuleLock {
  public:
   ModuleLock() noexcept { CSolidWorksAddInModule::Instance().Lock(); }

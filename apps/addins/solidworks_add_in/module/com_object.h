@@ -12,8 +12,8 @@
 #include "com_module.h"
 #include "errors/caught_exception.h"
 
-/// Looks `iid` up among interfaces that `Object` derives from; `Identity` also answers IUnknown and, where
-/// it is a dispatch interface, IDispatch.
+/// Finds `iid` among interfaces that `Object` derives from. `Identity` is also returned for IUnknown and, if
+/// it is a dispatch interface, for IDispatch.
 /// @return the interface without a reference, or null.
 template <class Identity, class... Others, class Object>
 void* FindInterfaceOf(Object* object, REFIID iid) noexcept {
@@ -27,13 +27,13 @@ void* FindInterfaceOf(Object* object, REFIID iid) noexcept {
   return found;
 }
 
-/// The class T as a COM object. T has a public method `void* FindInterface(REFIID) noexcept` that answers
-/// like FindInterfaceOf, which is all that most classes need:
+/// The class T as a COM object. T must have a public method `void* FindInterface(REFIID) noexcept` that
+/// returns what FindInterfaceOf would return. Most classes only call it:
 ///
 ///     void* FindInterface(REFIID iid) noexcept { return FindInterfaceOf<IFirst, ISecond>(this, iid); }
 ///
-/// Objects live on the heap, start with one reference and keep the module locked until they are gone.
-/// Counting is safe between threads. Use CreateComObject.
+/// Objects are allocated on the heap, start with one reference and lock the module until they are destroyed.
+/// Reference counting is thread-safe. Use CreateComObject.
 template <class T>
 class ComObject final : public T {
  public:
@@ -53,8 +53,8 @@ class ComObject final : public T {
   STDMETHODIMP_(ULONG) Release() override {
     const ULONG left = --m_references;
     if (left == 0) {
-      // The object's own lock is released before T's destructor has run.
-      const ModuleLock until_gone;
+      // m_lock is released before T's destructor runs.
+      const ModuleLock until_deleted;
       delete this;
     }
     return left;
@@ -67,7 +67,7 @@ class ComObject final : public T {
   ModuleLock m_lock;
 };
 
-/// Creates a T as a COM object and gives its interface `iid`.
+/// Creates a T as a COM object and returns its interface `iid` in `object`.
 /// @return S_OK; E_NOINTERFACE; the code of an exception that T's constructor throws. `*object` is null
 ///         after a failure.
 template <class T, class... Arguments>

@@ -1,4 +1,4 @@
-// What the module does for COM: the class objects of its classes, and their registration.
+// The module as a COM server: class objects, and the registration of classes.
 #include <algorithm>
 
 #include "class_factory.h"
@@ -8,8 +8,8 @@
 
 namespace {
 
-/// The thread's locale is the system's while this lives: what registration writes must not depend on who
-/// runs it.
+/// Gives the thread the system's locale during its lifetime: what registration writes must not depend on the
+/// user who runs it.
 class SystemLocale {
  public:
   SystemLocale() noexcept : m_saved(GetThreadLocale()) { SetThreadLocale(LOCALE_SYSTEM_DEFAULT); }

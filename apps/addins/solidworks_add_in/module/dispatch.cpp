@@ -7,7 +7,7 @@
 
 namespace {
 
-/// A command and the method that tells whether it is enabled. Row r has the dispatch ids 2r + 1 and 2r + 2.
+/// A command and its enable method. Row r has the dispatch ids 2r + 1 and 2r + 2.
 struct MethodPair {
   const wchar_t* command_name;
   HRESULT (STDMETHODCALLTYPE ISolidWorksAddIn::*command)();
@@ -53,7 +53,7 @@ DISPID FindId(const wchar_t* name) {
   return DISPID_UNKNOWN;
 }
 
-/// Whether the method `id` can be called so; S_OK or the code to return.
+/// Whether the method `id` can be called with these arguments. @return S_OK or the code to return.
 HRESULT CheckCall(DISPID id, WORD flags, const DISPPARAMS& parameters, UINT* bad_argument) {
   if (id < kFirstId || id > kLastId || !(flags & DISPATCH_METHOD)) return DISP_E_MEMBERNOTFOUND;
   if (parameters.cArgs > (IsEnable(id) ? 1u : 0u)) return DISP_E_BADPARAMCOUNT;
@@ -106,9 +106,9 @@ HRESULT Invoke(ISolidWorksAddIn& target, DISPID id, REFIID iid, LCID, WORD flags
   try {
     const HRESULT called =
         IsEnable(id) ? CallEnable(target, id, *parameters, result) : (target.*PairOf(id).command)();
-    return FAILED(called) ? AnswerFailure(called, exception) : S_OK;
+    return FAILED(called) ? ReturnFailure(called, exception) : S_OK;
   } catch (...) {
-    return AnswerException(L"ISolidWorksAddIn", NameOf(id), exception);
+    return ReturnException(L"ISolidWorksAddIn", NameOf(id), exception);
   }
 }
 

@@ -16,17 +16,17 @@ HRESULT GetTypeInfoCount(UINT* count) noexcept;
 HRESULT GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) noexcept;
 
 /// Finds the method `names[0]`, without regard to case.
-/// @return S_OK; DISP_E_UNKNOWNNAME where a name is unknown, whose id is DISPID_UNKNOWN then (so are the
-///         names of arguments, which methods here do not take by name); DISP_E_UNKNOWNINTERFACE where `iid`
-///         is not IID_NULL; E_INVALIDARG without names.
+/// @return S_OK; DISP_E_UNKNOWNNAME if a name is unknown, and its id is then DISPID_UNKNOWN (names of
+///         arguments always are, because no method here takes named arguments); DISP_E_UNKNOWNINTERFACE if
+///         `iid` is not IID_NULL; E_INVALIDARG without names.
 HRESULT GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) noexcept;
 
-/// Calls the method `id` of `target`. A command takes no argument. An enable method writes its status into
-/// a long passed by reference, or into `result` where none is passed.
-/// @return S_OK; DISP_E_EXCEPTION where the method returned a failure or threw: `exception` has the code,
-///         and of an exception the text, which is logged as well; DISP_E_MEMBERNOTFOUND for an unknown id or
-///         flags without DISPATCH_METHOD; DISP_E_BADPARAMCOUNT, DISP_E_NONAMEDARGS; DISP_E_TYPEMISMATCH,
-///         with the position in `bad_argument`; DISP_E_UNKNOWNINTERFACE where `iid` is not IID_NULL;
+/// Calls the method `id` of `target`. A command takes no argument. An enable method writes its status into a
+/// long passed by reference, or into `result` if no argument is passed.
+/// @return S_OK; DISP_E_EXCEPTION if the method returned a failure or threw: `exception` contains the code
+///         and, for a C++ exception, its text, which is also logged; DISP_E_MEMBERNOTFOUND for an unknown id
+///         or flags without DISPATCH_METHOD; DISP_E_BADPARAMCOUNT, DISP_E_NONAMEDARGS; DISP_E_TYPEMISMATCH,
+///         with the position in `bad_argument`; DISP_E_UNKNOWNINTERFACE if `iid` is not IID_NULL;
 ///         E_INVALIDARG without `parameters`.
 HRESULT Invoke(ISolidWorksAddIn& target, DISPID id, REFIID iid, LCID locale, WORD flags,
                DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception, UINT* bad_argument) noexcept;

@@ -9,7 +9,7 @@
 #include "log/platform_log.h"
 #include "log_set_up.h"
 
-HRESULT AnswerFailure(HRESULT code, EXCEPINFO* information) noexcept {
+HRESULT ReturnFailure(HRESULT code, EXCEPINFO* information) noexcept {
   if (information) {
     *information = {};
     information->scode = code;
@@ -17,21 +17,21 @@ HRESULT AnswerFailure(HRESULT code, EXCEPINFO* information) noexcept {
   return DISP_E_EXCEPTION;
 }
 
-HRESULT AnswerException(const wchar_t* interface_name, const wchar_t* method,
+HRESULT ReturnException(const wchar_t* interface_name, const wchar_t* method,
                         EXCEPINFO* information) noexcept {
   try {
     const CaughtException caught = CaughtException::Describe();
-    AnswerFailure(caught.code, information);
+    ReturnFailure(caught.code, information);
     if (information) {
       information->bstrSource = SysAllocString(L"solidworks_add_in");
       information->bstrDescription = SysAllocString(caught.text.c_str());
     }
-    InitialiseLog();  // the host may call before it connects
+    InitialiseLog();  // the host may call before it connects the add-in
     LogPlatformError(std::wstring(interface_name) + L"::" + method + L" raised " + HexCode(caught.code) +
                      L": " + caught.text);
   } catch (...) {
-    // No memory even for the text.
-    AnswerFailure(E_OUTOFMEMORY, information);
+    // Not even memory for the text.
+    ReturnFailure(E_OUTOFMEMORY, information);
   }
   return DISP_E_EXCEPTION;
 }

@@ -1,5 +1,5 @@
-// The one place where the GUIDs of solidworks_add_in.idl become objects. windows.h comes first: what it
-// declares is defined by the system's own libraries.
+// Defines the GUIDs of solidworks_add_in.idl. The system's headers come before initguid.h, because the
+// system's libraries define the GUIDs that those headers declare.
 #include <windows.h>
 
 #include <ole2.h>

@@ -7,7 +7,7 @@ namespace {
 
 constexpr const wchar_t* kApplicationName = L"SolidWorks";
 
-// The process's log, made when the DLL loads and ended when it unloads.
+// Created when the DLL is loaded; ends the log when the DLL is unloaded.
 CLogInitializer log_initializer;
 
 }  // namespace
@@ -18,7 +18,7 @@ bool InitialiseLog() noexcept {
     std::wstring folder;
     CZALCADPathHelper::GetCADCfgLogPath(folder);
     return log_initializer.Initialize(folder, kApplicationName, folder + L"/Log4cplus.properties");
-  } catch (...) {  // no memory for the folder's name: no log
+  } catch (...) {  // no memory for the path: no log
     return false;
   }
 }

@@ -1,7 +1,7 @@
-/// @file The log's set-up.
+/// @file Starting the add-in's log.
 #pragma once
 
-/// Sets the log up where this process has not done so yet: in the platform's log folder, as its
-/// Log4cplus.properties says. It ends when the DLL is unloaded.
-/// @return whether there is a log now.
+/// Starts the log if it is not running yet: in the platform's log folder, configured by the
+/// Log4cplus.properties there. It ends when the DLL is unloaded.
+/// @return whether the log is running.
 bool InitialiseLog() noexcept;

@@ -9,8 +9,8 @@ namespace {
 
 constinit std::atomic<long> states_alive = 0;
 
-// The current module of each thread. A slot of the system's rather than a thread_local, which would leave
-// memory behind in every thread of the host that outlives the DLL.
+// The current module of each thread. A TLS slot instead of a thread_local, which would leak memory in every
+// host thread that outlives the DLL.
 constinit DWORD current_module = TLS_OUT_OF_INDEXES;
 
 }  // namespace

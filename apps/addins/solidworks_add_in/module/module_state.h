@@ -1,10 +1,10 @@
-/// @file Entering the DLL.
+/// @file The thread's state inside the DLL.
 #pragma once
 
 #include <windows.h>
 
-/// The first object of every method that the host calls: while it lives, this thread takes resources from
-/// the add-in's DLL. Scopes nest; each restores what was there before.
+/// Create one first in every method that the host calls: during its lifetime this thread loads resources from
+/// the add-in's DLL. Objects may be nested; each restores the previous module.
 class ModuleState {
  public:
   ModuleState() noexcept;
@@ -12,15 +12,14 @@ class ModuleState {
   ModuleState& operator=(const ModuleState&) = delete;
   ~ModuleState();
 
-  /// Before the first state, when the DLL is loaded. @return false where the system has no room for another
-  /// DLL's state.
+  /// Call this when the DLL is loaded. @return false if the system has no free thread-local slot.
   static bool Initialize() noexcept;
 
-  /// After the last state, when the DLL is unloaded.
+  /// Call this when the DLL is unloaded.
   static void Terminate() noexcept;
 
-  /// The module that this thread takes resources from: that of the innermost state, and the program itself
-  /// where there is none.
+  /// The module from which this thread loads resources: the add-in's DLL during the lifetime of a
+  /// ModuleState, else the program itself.
   static HINSTANCE ResourceModule() noexcept;
 
   /// Whether a thread is inside a method of the DLL.

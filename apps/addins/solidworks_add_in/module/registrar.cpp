@@ -22,7 +22,7 @@ HKEY HandleOf(registry_script::RootKey root) {
   return root == registry_script::RootKey::kClassesRoot ? HKEY_CLASSES_ROOT : HKEY_LOCAL_MACHINE;
 }
 
-HRESULT PassOverAbsent(LSTATUS status) {
+HRESULT IgnoreMissing(LSTATUS status) {
   return status == ERROR_FILE_NOT_FOUND ? S_OK : HRESULT_FROM_WIN32(status);
 }
 
@@ -43,7 +43,7 @@ HRESULT WriteValue(HKEY key, const Value& value) {
 
 HRESULT WriteKey(HKEY parent, const Key& key) {
   HRESULT result = S_OK;
-  if (key.removal == Removal::kWhole) result = PassOverAbsent(RegDeleteTreeW(parent, key.name.c_str()));
+  if (key.removal == Removal::kWithContents) result = IgnoreMissing(RegDeleteTreeW(parent, key.name.c_str()));
   if (FAILED(result)) return result;
   HKEY created = nullptr;
   result = HRESULT_FROM_WIN32(RegCreateKeyExW(parent, key.name.c_str(), 0, nullptr, 0, KEY_READ | KEY_WRITE,
@@ -66,18 +66,18 @@ bool HasSubkeys(HKEY key) {
 }
 
 HRESULT RemoveKey(HKEY parent, const Key& key) {
-  if (key.removal == Removal::kWhole) return PassOverAbsent(RegDeleteTreeW(parent, key.name.c_str()));
+  if (key.removal == Removal::kWithContents) return IgnoreMissing(RegDeleteTreeW(parent, key.name.c_str()));
   HKEY found = nullptr;
   const LSTATUS status = RegOpenKeyExW(parent, key.name.c_str(), 0, KEY_READ | KEY_WRITE, &found);
-  if (status != ERROR_SUCCESS) return PassOverAbsent(status);
+  if (status != ERROR_SUCCESS) return IgnoreMissing(status);
   const UniqueRegistryKey opened(found);
   HRESULT first = S_OK;
   for (const Value& value : key.values) {
-    KeepFirstFailure(first, PassOverAbsent(RegDeleteValueW(opened.get(), value.name.c_str())));
+    KeepFirstFailure(first, IgnoreMissing(RegDeleteValueW(opened.get(), value.name.c_str())));
   }
   for (const Key& child : key.keys) KeepFirstFailure(first, RemoveKey(opened.get(), child));
   if (key.removal != Removal::kNever && !HasSubkeys(opened.get())) {
-    KeepFirstFailure(first, PassOverAbsent(RegDeleteKeyW(parent, key.name.c_str())));
+    KeepFirstFailure(first, IgnoreMissing(RegDeleteKeyW(parent, key.name.c_str())));
   }
   return first;
 }
@@ -107,7 +107,7 @@ std::vector<registry_script::Root> ReadScript(const CreatableClass& registered) 
   return registry_script::Parse(LoadScript(registered.registration_script), replacements);
 }
 
-/// Runs `apply(root, key)` for every top key of the class's script; any exception becomes a result.
+/// Calls `apply(root, key)` for every top-level key of the class's script; turns exceptions into results.
 template <class Apply>
 HRESULT ForEachKey(const CreatableClass& registered, Apply apply) noexcept {
   try {

@@ -49,7 +49,7 @@ class Lexer {
       }
       token += m_text[m_at];
     }
-    throw Error(m_line, L"a quote that is not closed", m_text.substr(start, m_at - start));
+    throw Error(m_line, L"the closing quote is missing", m_text.substr(start, m_at - start));
   }
 
   std::wstring Word() {
@@ -66,7 +66,7 @@ class Lexer {
         continue;
       }
       const std::size_t end = token.find(L'%', at + 1);
-      if (end == token.npos) throw Error(line, L"a per cent sign without its partner", token);
+      if (end == token.npos) throw Error(line, L"the closing percent sign is missing", token);
       result += Replacement(token.substr(at + 1, end - at - 1), line);
       at = end;
     }
@@ -76,7 +76,7 @@ class Lexer {
   std::wstring Replacement(std::wstring_view name, unsigned line) const {
     if (name.empty()) return L"%";
     const auto found = m_replacements.find(name);
-    if (found == m_replacements.end()) throw Error(line, L"an unknown replacement", name);
+    if (found == m_replacements.end()) throw Error(line, L"unknown replacement", name);
     return found->second;
   }
 
@@ -97,7 +97,8 @@ class Parser {
       Expect(L"{");
       Key all{};
       Contents(all);
-      if (!all.values.empty()) throw Error(Last().line, L"a value outside any key", all.values.front().name);
+      if (!all.values.empty())
+        throw Error(Last().line, L"the value is not inside a key", all.values.front().name);
       roots.push_back({root, std::move(all.keys)});
     }
     return roots;
@@ -110,7 +111,7 @@ class Parser {
     throw Error(token.line, L"HKCR or HKLM expected", token.text);
   }
 
-  // What stands between the braces of a key; the opening one has been read.
+  // Reads up to the closing brace of a key; the opening one has been read.
   void Contents(Key& parent) {
     while (!TakeIf(L"}")) {
       if (TakeIf(L"val")) {
@@ -128,7 +129,7 @@ class Parser {
     if (TakeIf(L"NoRemove"))
       key.removal = Removal::kNever;
     else if (TakeIf(L"ForceRemove"))
-      key.removal = Removal::kWhole;
+      key.removal = Removal::kWithContents;
     key.name = Name(L"the name of a key");
     if (TakeIf(L"=")) key.values.push_back({L"", Data()});
     if (TakeIf(L"{")) Contents(key);
@@ -158,7 +159,7 @@ class Parser {
       if (digit < L'0' || digit > L'9') throw Error(token.line, L"a decimal number expected", token.text);
       number = number * 10 + static_cast<unsigned>(digit - L'0');
       if (number > std::numeric_limits<std::uint32_t>::max())
-        throw Error(token.line, L"a number of more than 32 bits", token.text);
+        throw Error(token.line, L"the number does not fit into 32 bits", token.text);
     }
     if (token.text.empty()) throw Error(token.line, L"a decimal number expected", token.text);
     return static_cast<std::uint32_t>(number);
@@ -166,7 +167,7 @@ class Parser {
 
   const Token& Next(std::wstring_view what) {
     if (m_at == m_tokens.size()) {
-      throw Error(m_at ? Last().line : 1, L"the script ends where there should be", what);
+      throw Error(m_at ? Last().line : 1, L"unexpected end of the script; expected", what);
     }
     return m_tokens[m_at++];
   }
@@ -175,7 +176,7 @@ class Parser {
 
   bool TakeIf(std::wstring_view word) {
     if (m_at == m_tokens.size()) {
-      if (word == L"}") throw Error(Last().line, L"the script ends where there should be", word);
+      if (word == L"}") throw Error(Last().line, L"unexpected end of the script; expected", word);
       return false;
     }
     if (!m_tokens[m_at].Is(word)) return false;

@@ -1,4 +1,4 @@
-/// @file The language of registration scripts.
+/// @file The parser of registration scripts.
 #pragma once
 
 #include <cstdint>
@@ -10,17 +10,17 @@
 
 namespace registry_script {
 
-/// A value; the default value of a key has no name.
+/// A value; the default value of a key has an empty name.
 struct Value {
   std::wstring name;
   std::variant<std::wstring, std::uint32_t> data;
 };
 
-/// What becomes of a key on unregistration.
+/// What happens to a key on unregistration.
 enum class Removal {
-  kWhenWithoutSubkeys,  ///< removed if no keys of others are under it
-  kNever,               ///< NoRemove: it belongs to others as well
-  kWhole,               ///< ForceRemove: removed with all its contents, and before it is written anew
+  kIfWithoutSubkeys,  ///< removed if it has no subkeys left, which would belong to others
+  kNever,             ///< NoRemove: other programs use it as well
+  kWithContents,      ///< ForceRemove: removed with all its contents, also before it is written again
 };
 
 struct Key {
@@ -39,7 +39,7 @@ struct Root {
   std::vector<Key> keys;
 };
 
-/// What is wrong with a script, with the line and the token.
+/// A fault in a script, with the line and the token.
 class Error {
  public:
   Error(unsigned line, std::wstring_view problem, std::wstring_view token);
@@ -49,26 +49,26 @@ class Error {
   std::wstring m_message;
 };
 
-/// The texts that stand for %NAME% in a script, by NAME.
+/// The texts that replace %NAME% in a script, by NAME.
 using Replacements = std::map<std::wstring, std::wstring, std::less<>>;
 
 /// Reads a script:
 ///
 ///     HKCR                                       or HKLM
 ///     {
-///       NoRemove CLSID                           a key that is never removed
+///       NoRemove CLSID                           a key that is not removed
 ///       {
-///         ForceRemove %CLASS% = s 'A class'      a key that is removed whole, its default value
+///         ForceRemove %CLASS% = s 'A class'      a key that is removed with its contents; its default value
 ///         {
-///           'Key with blanks'                    quoted where a name has blanks; '' stands for a quote
+///           'Key with blanks'                    a name with blanks is quoted; '' is a quote
 ///           val Title = s 'a text'               a named value
 ///           val Count = d '1'                    a DWORD in decimal
 ///         }
 ///       }
 ///     }
 ///
-/// %NAME% is replaced inside tokens, so that nothing in a replacement is taken for syntax; %% is a per cent
-/// sign. @throws Error.
+/// %NAME% is replaced inside tokens, so that a replacement is never read as syntax; %% is a percent sign.
+/// @throws Error.
 std::vector<Root> Parse(std::wstring_view text, const Replacements& replacements);
 
 }  // namespace registry_script

@@ -11,11 +11,11 @@ constexpr LANGID kEnglish = MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_UK);
 constexpr LANGID kSimplifiedChinese = MAKELANGID(LANG_CHINESE, SUBLANG_CHINESE_SIMPLIFIED);
 constexpr LANGID kTraditionalChinese = MAKELANGID(LANG_CHINESE, SUBLANG_CHINESE_TRADITIONAL);
 
-// In a module the texts lie in blocks of sixteen, each text counted; an absent one counts nothing.
+// A module stores its texts in blocks of sixteen. Before each text is its length, 0 for a missing text.
 constexpr unsigned kBlockSize = 16;
 
-// LoadString takes no language, and among tables that all don't match the user's it prefers the one with
-// the lowest number, which is traditional Chinese.
+// Instead of LoadString, which has no parameter for the language. If no table matches the user's language, it
+// takes the table with the lowest language id, which is traditional Chinese.
 std::wstring Find(HINSTANCE module, unsigned id, LANGID language) {
   HRSRC block = FindResourceExW(module, RT_STRING, MAKEINTRESOURCEW(id / kBlockSize + 1), language);
   if (!block) return {};

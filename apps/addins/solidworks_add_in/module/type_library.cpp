@@ -59,7 +59,7 @@ HRESULT type_library::Unregister() noexcept {
     if (FAILED(read)) return read;
     const TLIBATTR id = *attributes;
     library->ReleaseTLibAttr(attributes);
-    // Systems differ in what they say of a library that is not there.
+    // Not all systems return the same code for a library that is not registered.
     CComBSTR registered;
     if (FAILED(QueryPathOfRegTypeLib(id.guid, id.wMajorVerNum, id.wMinorVerNum, id.lcid, &registered))) {
       return S_OK;

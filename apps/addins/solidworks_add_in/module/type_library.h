@@ -8,7 +8,7 @@
 namespace type_library {
 
 /// The description of the interface `iid`.
-/// @return what loading the library says; `*info` is null after a failure.
+/// @return the result of loading the library; `*info` is null after a failure.
 HRESULT GetInterfaceInfo(REFIID iid, ITypeInfo** info) noexcept;
 
 /// IDispatch::GetTypeInfoCount of an object with one described interface.
@@ -17,7 +17,7 @@ HRESULT CountInterfaceInfo(UINT* count) noexcept;
 /// Registers the library, with the DLL as its file, for the whole machine.
 HRESULT Register() noexcept;
 
-/// Takes the registration back; a library that is not registered is no failure.
+/// Removes the registration. @return S_OK also if the library is not registered.
 HRESULT Unregister() noexcept;
 
 }  // namespace type_library

@@ -27,7 +27,7 @@ HRESULT ListActiveProperties(const ISldWorksPtr& application, const ActiveProper
   if (names.vt != (VT_ARRAY | VT_BSTR) || count <= 0) return S_OK;
   result = CVariantHelper::Var2StringList(names, properties.names);
   if (result == E_OUTOFMEMORY) _com_issue_error(result);
-  // Hosts have been seen to count more properties than they name.
+  // Use the smaller number: hosts may return fewer names than they count.
   if (properties.names.size() > static_cast<std::size_t>(count)) properties.names.resize(count);
   return S_OK;
 }

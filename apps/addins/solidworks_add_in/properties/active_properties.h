@@ -1,4 +1,4 @@
-/// @file The custom properties of the active document, as the reader and the writer find them.
+/// @file The custom properties of the active document, for reading and writing.
 #pragma once
 
 #include <vector>
@@ -8,7 +8,7 @@
 #include "host/application.h"
 #include "host/custom_properties.h"
 
-/// Where the way to the properties can fail.
+/// The log sites for the steps of ListActiveProperties that can fail.
 struct ActivePropertySites {
   const LogSite& document;
   const LogSite& extension;
@@ -18,11 +18,11 @@ struct ActivePropertySites {
 
 /// The document-level properties of the active document.
 struct ActiveProperties {
-  ICustomPropertyManagerPtr manager;  // null where no document is open
-  std::vector<CComBSTR> names;        // in the host's order; empty where the document has none
+  ICustomPropertyManagerPtr manager;  // null if no document is open
+  std::vector<CComBSTR> names;        // in the host's order; empty if the document has none
 };
 
 /// Lists the properties of the active document.
-/// @return S_OK, also where no document is open; the host's code, after a log line, where a call fails.
+/// @return S_OK, also if no document is open; the host's code, after a log line, if a call fails.
 HRESULT ListActiveProperties(const ISldWorksPtr& application, const ActivePropertySites& sites,
                              ActiveProperties& properties);

@@ -1,5 +1,5 @@
-// Reading the custom properties of a document into a flat JSON object. Only document-level properties:
-// the property manager is always that of the empty configuration name.
+// Reads the custom properties of a document into a flat JSON object. Only document-level properties: the
+// property manager is always the one for the empty configuration name.
 #include "CCADStringHelper.h"
 #include "CStringHelper.h"
 #include "CVariantHelper.h"

@@ -1,4 +1,4 @@
-// Writing values into the custom properties that the active document already has.
+// Writes values into existing custom properties of the active document.
 #include "CStringHelper.h"
 #include "active_properties.h"
 #include "diagnostics/diagnostics.h"

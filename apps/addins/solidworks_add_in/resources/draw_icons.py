@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Draws the icon strips toolbar.bmp and toolbar_monochrome.bmp; run it in this folder after a change.
 
-An icon is a list of layers, each a shape and a colour, painted in order. A shape tells of a point in
-0..32 by 0..32 whether it lies inside.
+An icon is a list of layers, each a shape and a colour, painted in order. A shape is a function that returns
+whether a point (x, y), each from 0 to 32, is inside it.
 """
 import math
 import struct
@@ -187,7 +187,7 @@ def spare_link():
     return [(ring(11, 16, 6.5, 3.4), BLUE), (ring(21, 16, 6.5, 3.4), NAVY), (arc(11, 16, 6.5, 3.4, 310, 20), BLUE)]
 
 
-# In the order of the commands, as View.json counts them; two are left for items to come.
+# In the order of "ImageListIndex" in View.json. The last two are spare, for future items.
 ICONS = (login, logout, data_selector, check_out_list, workflow, code, query, import_current, import_lot,
          create_material, temporary_material, tasks, backfill, change_item, spare_part, spare_link)
 

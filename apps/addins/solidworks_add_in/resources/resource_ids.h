@@ -1,5 +1,5 @@
-/* Ids of the resources, for the resource compiler and for C++. Preprocessor names, because the resource
-   compiler knows nothing else. */
+/* Ids of the resources, for the resource compiler and for C++. Macros, because the resource compiler does not
+   understand C++ constants. */
 #pragma once
 
 /* Texts, in English (United Kingdom), simplified and traditional Chinese. */

@@ -1,4 +1,4 @@
-/// @file Smart pointers to interfaces of the system.
+/// @file Smart pointers to COM interfaces of Windows.
 #pragma once
 
 #include <windows.h>

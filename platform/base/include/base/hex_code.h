@@ -1,4 +1,4 @@
-/// @file Result codes as a person reads them.
+/// @file Result codes as text.
 #pragma once
 
 #include <cwchar>

@@ -1,14 +1,13 @@
-/// @file Where a program or DLL lies.
+/// @file The path of a program or DLL.
 #pragma once
 
 #include <windows.h>
 
 #include <string>
 
-/// The full path of a loaded module, of any length; of the program itself for null. The empty string, with
-/// the reason as the last error, if the system does not know it.
+/// The full path of a loaded module, of any length; null means the program itself.
+/// @return the empty string, with the reason as the last error, if the system does not know the module.
 std::wstring ModulePath(HMODULE module);
 
-/// The module that holds this code, which every program and DLL has of its own; null if the system does not
-/// know it.
+/// The program or DLL that this code is linked into; null if the system does not know it.
 HMODULE OwnModule() noexcept;

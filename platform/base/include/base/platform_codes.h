@@ -1,4 +1,4 @@
-/// @file The platform's own result codes: HRESULTs with the customer bit, so they read as 0xA3......
+/// @file The platform's own result codes: HRESULTs with the customer bit set, so they begin with 0xA3.
 #pragma once
 
 namespace platform_code {

@@ -13,7 +13,7 @@ struct HandleCloser {
 /// Closes the handle it holds.
 using UniqueHandle = std::unique_ptr<void, HandleCloser>;
 
-/// Takes `handle` over from a system call. Null for both values with which calls report failure.
+/// Takes ownership of a handle that a system call returned. Null for both values that mean a failed call.
 inline UniqueHandle OwnHandle(HANDLE handle) noexcept {
   return UniqueHandle(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
 }

@@ -1,4 +1,4 @@
-/// @file UTF-8 to and from the wide strings of a program.
+/// @file Conversion between UTF-8 and wide strings.
 #pragma once
 
 #include <string>
@@ -6,11 +6,11 @@
 
 namespace utf8 {
 
-/// What takes the place of everything that cannot be spelt.
+/// Replaces everything that cannot be converted.
 inline constexpr char32_t kReplacement = 0xFFFD;
 
-/// The longest form of one code point, in bytes.
-inline constexpr int kLongestForm = 4;
+/// The largest number of bytes that one code point takes.
+inline constexpr int kMaximumBytes = 4;
 
 constexpr bool IsHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
 constexpr bool IsLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
@@ -20,7 +20,7 @@ constexpr char32_t Combine(char32_t high, char32_t low) {
   return 0x10000 + ((high - 0xD800) << 10) + (low - 0xDC00);
 }
 
-/// Writes `code_point`, which is valid, at `to`, where there is room for kLongestForm bytes.
+/// Writes `code_point`, which is valid, to `to`, which has room for kMaximumBytes bytes.
 /// @return the end of what was written.
 char* Write(char32_t code_point, char* to) noexcept;
 
@@ -28,8 +28,8 @@ char* Write(char32_t code_point, char* to) noexcept;
 template <class Unit>
 std::string Encode(std::basic_string_view<Unit> text);
 
-/// UTF-8 as UTF-16, or as UTF-32 if the units have 32 bits. Every byte that is part of no valid sequence
-/// becomes U+FFFD.
+/// UTF-8 as UTF-16, or as UTF-32 if the units have 32 bits. Every byte that is not part of a valid
+/// sequence becomes U+FFFD.
 template <class Unit>
 std::basic_string<Unit> Decode(std::string_view text);
 
