@@ -11,8 +11,8 @@ namespace {
 
 constexpr std::wstring_view kScope = L"::";
 
-/// Whether a fault set for `name` is about `method`: "OpenDoc6" is about "ISldWorks::OpenDoc6".
-bool Names(std::wstring_view name, std::wstring_view method) {
+/// Whether a fault set for `name` applies to `method`: "OpenDoc6" applies to "ISldWorks::OpenDoc6".
+bool AppliesTo(std::wstring_view name, std::wstring_view method) {
   if (name.empty() || name == method) return true;
   return name.find(kScope) == std::wstring_view::npos && method.ends_with(name) &&
          method.substr(0, method.size() - name.size()).ends_with(kScope);
@@ -22,13 +22,13 @@ std::wstring Ordinal(int nth) {
   return nth == Faults::kEvery ? L"every" : L"call " + std::to_wstring(nth) + L" of";
 }
 
-/// "3" is 3, "every" kEvery, nothing 1.
+/// 3 for "3", kEvery for "every", 1 for an empty text.
 int ParseNth(const std::wstring& text) {
-  constexpr std::size_t kMostDigits = 9;  // fit an int
+  constexpr std::size_t kMostDigits = 9;  // always fit an int
   if (text.empty()) return 1;
   if (text == L"every") return Faults::kEvery;
   const int nth = text.size() > kMostDigits ? 0 : std::stoi(text);
-  if (nth < 1) throw HostError(L"\"" + text + L"\" is no number of a call; 1 to 999999999 are");
+  if (nth < 1) throw HostError(L"\"" + text + L"\" is not the number of a call; use 1 to 999999999");
   return nth;
 }
 
@@ -45,7 +45,7 @@ void Faults::ChangeResults(std::wstring method, int nth, Change change) {
 }
 
 void Faults::Before(std::wstring method, int nth, std::function<void()> action) {
-  Set(std::move(method), nth, {.runs = true, .gives = true}, std::move(action));
+  Set(std::move(method), nth, {.runs = true, .keeps_results = true}, std::move(action));
 }
 
 void Faults::Set(std::wstring method, int nth, Effect effect, std::function<void()> action) {
@@ -67,7 +67,7 @@ void Faults::Add(std::wstring_view text) {
     if (what.starts_with(L"hides")) return HideResult(match[2], ParseNth(match[1]));
     Fail(match[2], ParseNth(match[1]), what.ends_with(L"S_FALSE") ? S_FALSE : S_OK);
   } else {
-    throw HostError(L"not a fault: \"" + line + L"\"; say \"fail the 3rd OpenDoc6 with 80004005\", " +
+    throw HostError(L"not a fault: \"" + line + L"\"; write \"fail the 3rd OpenDoc6 with 80004005\", " +
                     L"\"OpenDoc6 returns nothing\", \"... returns S_FALSE\" or \"... hides its result\"");
   }
 }
@@ -86,14 +86,14 @@ std::optional<Faults::Effect> Faults::Take(std::wstring_view method) {
   std::optional<Effect> due;
   std::vector<std::function<void()>> actions;
   for (Fault& fault : m_faults) {
-    if (!Names(fault.method, method)) continue;
+    if (!AppliesTo(fault.method, method)) continue;
     ++fault.seen;
     if (fault.nth != kEvery && fault.nth != fault.seen) continue;
     fault.used = true;
     if (fault.action) actions.push_back(fault.action);
-    if (!fault.effect.gives) due = fault.effect;
+    if (!fault.effect.keeps_results) due = fault.effect;
   }
-  // An action may set faults of its own, so the list is left alone while it runs.
+  // An action may add faults, so it runs after the loop over the list.
   for (const auto& action : actions) action();
   return due;
 }

@@ -37,7 +37,7 @@ Host::~Host() {
     try {
       Disconnect(*ConnectedAddIns().back());
     } catch (...) {
-      // The add-in is gone already; nobody is left to be told.
+      // The add-in has been removed already; a destructor cannot report the exception.
     }
   }
 }

@@ -1,4 +1,4 @@
-/// @file Values of the host's enumerations that only the host itself needs, under the host's own names.
+/// @file Values of the host's enumerations that only the simulated host needs, with the real host's names.
 #pragma once
 
 namespace cad_host {
@@ -9,14 +9,14 @@ enum swOpenDocOptions_e : long {
   swOpenDocOptions_ViewOnly = 4,
 };
 
-/// What IComponent2::SetSuppression2 gives.
+/// What IComponent2::SetSuppression2 returns.
 enum swSuppressionError_e : long {
   swSuppressionBadState = 1,
   swSuppressionChangeOk = 2,
   swSuppressionChangeFailed = 3,
 };
 
-/// What ICustomPropertyManager::Set gives.
+/// What ICustomPropertyManager::Set returns.
 enum swCustomInfoSetResult_e : long {
   swCustomInfoSetResult_OK = 0,
   swCustomInfoSetResult_NotPresent = 1,

@@ -23,7 +23,7 @@ std::wstring JournalEntry::Text() const {
   if (kind == Kind::kEvent) return L"event " + method + L"(" + arguments + L")";
   std::wstring text = kind == Kind::kCallee ? L"-> " : L"";
   text += method;
-  if (!method.ends_with(L")")) text += L"(" + arguments + L")";  // a query has its interface in its name
+  if (!method.ends_with(L")")) text += L"(" + arguments + L")";  // the name of a query contains the interface
   text += L" = " + ResultText(result);
   if (!results.empty()) text += L", " + results;
   if (fault) text += L" [fault]";
@@ -78,12 +78,12 @@ std::size_t Journal::Begin(JournalEntry::Kind kind, std::wstring method, std::ws
   return m_entries.size() - 1;
 }
 
-void Journal::End(std::size_t place, HRESULT result, std::wstring results, bool fault) {
+void Journal::End(std::size_t entry, HRESULT result, std::wstring results, bool fault) {
   --m_depth;
-  if (place >= m_entries.size()) return;  // cleared meanwhile
-  m_entries[place].result = result;
-  m_entries[place].results = std::move(results);
-  m_entries[place].fault = fault;
+  if (entry >= m_entries.size()) return;  // Clear was called during the call
+  m_entries[entry].result = result;
+  m_entries[entry].results = std::move(results);
+  m_entries[entry].fault = fault;
 }
 
 }  // namespace cad_host

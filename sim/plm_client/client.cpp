@@ -15,7 +15,7 @@ namespace {
 constexpr std::chrono::milliseconds kRetryInterval{10};
 constexpr int kInternalError = -32603;
 
-/// The answer to something that is no request of the protocol.
+/// The answer to a message that is not a request of the protocol.
 Reply Refuse(const std::exception& failure) {
   return Reply::Message(R"({"jsonrpc":"2.0","id":null,"error":{"code":-32600,"message":)" +
                         JsonString(failure.what()) + "}}");
@@ -75,7 +75,7 @@ void Client::SendUnasked(const std::string& message) {
 /// Serves one connection after another on one instance of the pipe.
 void Client::Serve(PipeStream& stream, std::stop_token stop) {
   for (;;) {
-    // Before the look at `stop`: an interruption that comes with the stop must not get lost.
+    // Before `stop` is checked: an interruption that comes together with the stop must not get lost.
     stream.Resume();
     if (stop.stop_requested()) return;
     if (stream.Accept()) {
@@ -98,8 +98,8 @@ void Client::ServeConnection(PipeStream& stream, int connection, std::stop_token
   }
 }
 
-/// Answers the whole frames that `bytes` begins with, and removes them. @return whether the connection goes
-/// on.
+/// Answers the complete frames at the start of `bytes` and removes them. @return whether the connection stays
+/// open.
 bool Client::AnswerFrames(PipeStream& stream, std::string& bytes, int connection, std::stop_token stop) {
   try {
     for (auto frame = FindFrame(bytes); frame && frame->end <= bytes.size(); frame = FindFrame(bytes)) {
@@ -109,13 +109,13 @@ bool Client::AnswerFrames(PipeStream& stream, std::string& bytes, int connection
       if (!Send(stream, reply, request.id)) return false;
     }
     return true;
-  } catch (const std::runtime_error& failure) {  // no telling where the next frame begins
+  } catch (const std::runtime_error& failure) {  // the start of the next frame is unknown
     Send(stream, Refuse(failure).ThenDisconnect(), 0);
     return false;
   }
 }
 
-/// Decides about the request in a frame whose content starts at `contentStart`.
+/// Reads the request of a frame and decides the reply; the content of the frame starts at `content_start`.
 Reply Client::Answer(Request& request, std::size_t content_start, std::stop_token stop) {
   try {
     ReadRequest(std::string_view(request.frame).substr(content_start), request);
@@ -130,7 +130,7 @@ Reply Client::Answer(Request& request, std::size_t content_start, std::stop_toke
   }
 }
 
-/// @return whether the connection goes on.
+/// @return whether the connection stays open.
 bool Client::Send(PipeStream& stream, const Reply& reply, std::uint64_t id) {
   if (reply.Delay().count() > 0 && !stream.Pause(reply.Delay())) return false;
   if (!stream.Write(reply.BytesFor(id), reply.PieceSize())) return false;

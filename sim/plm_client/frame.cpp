@@ -19,7 +19,7 @@ std::string MakeFrame(std::string_view content) {
 std::optional<FrameExtent> FindFrame(std::string_view bytes) {
   const std::size_t header_end = bytes.find(kHeaderEnd);
   if (header_end == std::string_view::npos) return std::nullopt;
-  // The host sends this one field, written in this one way.
+  // The host sends only this field and always writes it in this way.
   const std::string_view header = bytes.substr(0, header_end);
   std::size_t length = 0;
   const char* const last = header.data() + header.size();

@@ -11,14 +11,14 @@ namespace plm_client {
 /// `content` with its header in front.
 std::string MakeFrame(std::string_view content);
 
-/// Where the content of a frame lies.
+/// The position of a frame's content, and the end of the frame.
 struct FrameExtent {
   std::size_t content_start;
   std::size_t end;
 };
 
-/// The extent of the frame that `bytes` begins with; nothing while its header is not whole.
-/// @throws std::runtime_error where the header has no proper Content-Length.
+/// The extent of the frame at the start of `bytes`; empty while its header is incomplete.
+/// @throws std::runtime_error if the header has no valid Content-Length.
 std::optional<FrameExtent> FindFrame(std::string_view bytes);
 
 }  // namespace plm_client

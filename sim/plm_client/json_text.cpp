@@ -10,12 +10,12 @@
 namespace plm_client {
 namespace {
 
-/// The member `name` of `object`; a value of no type where there is none.
+/// The member `name` of `object`; null if there is no such member.
 const rapidjson::Value& Member(const rapidjson::Value& object, const char* name) {
-  static const rapidjson::Value kNone;
-  if (!object.IsObject()) return kNone;
+  static const rapidjson::Value kNull;
+  if (!object.IsObject()) return kNull;
   const auto member = object.FindMember(name);
-  return member == object.MemberEnd() ? kNone : member->value;
+  return member == object.MemberEnd() ? kNull : member->value;
 }
 
 std::string Text(const rapidjson::Value& object, const char* name) {

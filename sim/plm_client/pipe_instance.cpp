@@ -24,7 +24,9 @@ struct LocalMemory {
 
 std::wstring UserSid() {
   HANDLE opened = nullptr;
-  if (!OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &opened)) Fail("this user cannot be found out");
+  if (!OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &opened)) {
+    Fail("the current user cannot be determined");
+  }
   const UniqueHandle token(opened);
   DWORD size = 0;
   GetTokenInformation(token.get(), TokenUser, nullptr, 0, &size);
@@ -32,14 +34,14 @@ std::wstring UserSid() {
   wchar_t* text = nullptr;
   if (!GetTokenInformation(token.get(), TokenUser, user.data(), size, &size) ||
       !ConvertSidToStringSidW(reinterpret_cast<TOKEN_USER*>(user.data())->User.Sid, &text)) {
-    Fail("this user cannot be found out");
+    Fail("the current user cannot be determined");
   }
   const std::unique_ptr<wchar_t, LocalMemory> owned(text);
   return text;
 }
 
-/// This user owns the pipe; this user alone may do everything with it.
-std::wstring ThisUserAlone() { return L"O:" + UserSid() + L"D:P(A;;GA;;;" + UserSid() + L")"; }
+/// The current user owns the pipe and has full access; nobody else has any access.
+std::wstring SecurityForCurrentUser() { return L"O:" + UserSid() + L"D:P(A;;GA;;;" + UserSid() + L")"; }
 
 }  // namespace
 
@@ -48,7 +50,7 @@ std::wstring DefaultPipeName() { return L"tavo-plm-client-" + UserSid(); }
 UniqueHandle MakePipeInstance(const std::wstring& path, const std::wstring& security, unsigned instances,
                               bool first) {
   SECURITY_ATTRIBUTES attributes{sizeof(attributes), nullptr, FALSE};
-  const std::wstring text = security.empty() ? ThisUserAlone() : security;
+  const std::wstring text = security.empty() ? SecurityForCurrentUser() : security;
   if (!ConvertStringSecurityDescriptorToSecurityDescriptorW(text.c_str(), SDDL_REVISION_1,
                                                             &attributes.lpSecurityDescriptor, nullptr)) {
     Fail("the security descriptor " + CStringHelper::UnicodeToUTF8(text) + " is not valid");

@@ -1,4 +1,4 @@
-/// @file Making the pipe.
+/// @file Creates the pipe.
 #pragma once
 
 #include <string>
@@ -7,10 +7,10 @@
 
 namespace plm_client {
 
-/// Makes one of `instances` instances of the pipe at `path`. The first makes sure that the pipe is nobody
-/// else's; hosts on other machines are refused.
+/// Creates one of the `instances` instances of the pipe at `path`. Hosts on other machines are refused.
 /// @param security as in Settings.
-/// @throws std::runtime_error that names the pipe where it cannot be made.
+/// @param first whether this is the first instance: creating it fails if another process serves the pipe.
+/// @throws std::runtime_error naming the pipe if it cannot be created.
 UniqueHandle MakePipeInstance(const std::wstring& path, const std::wstring& security, unsigned instances,
                               bool first);
 

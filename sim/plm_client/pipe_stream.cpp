@@ -16,7 +16,7 @@ UniqueHandle MakeEvent() {
   return event;
 }
 
-/// An overlapped operation with an event of its own.
+/// An overlapped operation with its own event.
 struct Operation {
   Operation() { overlapped.hEvent = event.get(); }
   UniqueHandle event = MakeEvent();
@@ -68,7 +68,7 @@ bool PipeStream::Pause(std::chrono::milliseconds time) const {
   return WaitForSingleObject(m_interrupted.get(), static_cast<DWORD>(time.count())) == WAIT_TIMEOUT;
 }
 
-/// Waits for an operation that was started; cancels it where an interruption comes first.
+/// Waits for an operation that was started; cancels it if an interruption comes first.
 bool PipeStream::Finish(BOOL started, OVERLAPPED& operation, DWORD& moved) const {
   if (!started && GetLastError() != ERROR_IO_PENDING) return false;
   const HANDLE handles[] = {m_interrupted.get(), operation.hEvent};

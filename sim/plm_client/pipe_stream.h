@@ -1,4 +1,4 @@
-/// @file Bytes over one connection.
+/// @file Reads and writes the bytes of one connection.
 #pragma once
 
 #include <windows.h>
@@ -12,7 +12,7 @@
 
 namespace plm_client {
 
-/// One instance of the pipe, for one connection after another. Another thread can interrupt every wait.
+/// One instance of the pipe; it serves one connection after another. Another thread can interrupt every wait.
 class PipeStream {
  public:
   explicit PipeStream(UniqueHandle pipe);
@@ -20,26 +20,27 @@ class PipeStream {
   /// Waits for a host to open this instance. @return whether one did.
   bool Accept();
 
-  /// Ends the connection; what the host has not read is lost to it.
+  /// Closes the connection; bytes that the host has not read are lost.
   void Disconnect();
 
-  /// Waits until the host has read everything that was sent, or is gone.
+  /// Waits until the host has read everything that was sent, or has disconnected.
   void Flush() const { FlushFileBuffers(m_pipe.get()); }
 
-  /// Appends what comes next to `bytes`, at most `limit` bytes of it. @return whether anything came.
+  /// Waits for bytes and appends at most `limit` of them to `bytes`. @return false if the connection has
+  /// ended or the wait was interrupted.
   bool Read(std::string& bytes, std::size_t limit);
 
-  /// Sends `bytes`, at most `pieceSize` with each write. @return whether all went out.
+  /// Sends `bytes`, at most `piece_size` with each write. @return whether all bytes were sent.
   bool Write(std::string_view bytes, std::size_t piece_size);
 
   /// @return whether the time passed without an interruption.
   bool Pause(std::chrono::milliseconds time) const;
 
-  /// Ends the wait under way and every further one until Resume; from any thread.
+  /// Ends the current wait and every later one until Resume. May be called on any thread.
   void Interrupt() const { SetEvent(m_interrupted.get()); }
   void Resume() const { ResetEvent(m_interrupted.get()); }
 
-  /// Whether a host is connected; from any thread.
+  /// Whether a host is connected. May be called on any thread.
   bool IsConnected() const { return m_connected; }
 
  private:

@@ -1,4 +1,4 @@
-/// @file What the host's published type library says of its interfaces: the headers are held against this.
+/// @file The interfaces in the host's published type library; the headers are compared with them.
 #pragma once
 
 #include <windows.h>
@@ -8,7 +8,7 @@
 
 #include "host/interfaces_fwd.h"
 
-/// A method as the type library has it, and where the headers have put it.
+/// A method with its slot in the type library and its slot in the headers.
 struct SlotRow {
   const char* interface_name;
   const char* method;
@@ -24,7 +24,7 @@ struct InterfaceRow {
   int slots;
 };
 
-/// Every method that the headers declare. The signatures are checked where the table is compiled.
+/// Every method that the headers declare. The signatures are checked when the table is compiled.
 const std::vector<SlotRow>& SlotTable();
 
 const std::vector<InterfaceRow>& InterfaceTable();

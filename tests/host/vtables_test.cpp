@@ -1,4 +1,4 @@
-// The simulated host's objects have every slot of the real host's, whatever an add-in calls.
+// The simulated host's objects have every slot of the real host.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -8,6 +8,7 @@
 
 #include "CComBSTR.h"
 #include "cad_host/host.h"
+#include "case_name.h"
 #include "host/assembly.h"
 #include "host/command_manager.h"
 #include "host/custom_properties.h"
@@ -21,7 +22,7 @@ namespace {
 
 constexpr int kFirstOwnSlot = 7;  // after IUnknown and IDispatch
 
-/// An add-in that only connects, for the cookie.
+/// An add-in that only connects, to get a cookie.
 class IdleAddIn : public ISwAddin {
  public:
   STDMETHODIMP QueryInterface(REFIID, void** object) override {
@@ -40,7 +41,7 @@ class IdleAddIn : public ISwAddin {
   }
 };
 
-/// A host with one object of every kind; each test asks for one.
+/// A host that creates one object of the interface of the parameter.
 class VtableTest : public testing::TestWithParam<InterfaceRow> {
  protected:
   VtableTest() : m_addInEntry(m_host.Connect(&m_addIn, L"Idle")) {}
@@ -63,7 +64,7 @@ class VtableTest : public testing::TestWithParam<InterfaceRow> {
     return ways.at(GetParam().name)(*this);
   }
 
-  /// The interface pointer itself, not the identity that a query for IDispatch gives.
+  /// The interface pointer itself, not the identity that a query for IDispatch returns.
   template <class Interface>
   static IDispatchPtr As(IUnknown* object) {
     Interface* served = nullptr;
@@ -142,7 +143,7 @@ class VtableTest : public testing::TestWithParam<InterfaceRow> {
   cad_host::AddIn& m_addInEntry;
 };
 
-TEST_P(VtableTest, AnswersNotImplementedOnEveryReservedSlotUpToTheLast) {
+TEST_P(VtableTest, ReturnsNotImplementedForEveryReservedSlot) {
   const IDispatchPtr served = Served();
   IDispatch* const object = served;
   ASSERT_NE(object, nullptr);
@@ -157,7 +158,7 @@ TEST_P(VtableTest, AnswersNotImplementedOnEveryReservedSlotUpToTheLast) {
   EXPECT_GT(reserved, 0);
 }
 
-TEST_P(VtableTest, IsEarlyBoundOnly) {
+TEST_P(VtableTest, CannotBeCalledByName) {
   const IDispatchPtr served = Served();
   wchar_t name[] = L"Name";
   LPOLESTR names[] = {name};
@@ -174,7 +175,6 @@ std::vector<InterfaceRow> ServedInterfaces() {
   return rows;
 }
 
-INSTANTIATE_TEST_SUITE_P(All, VtableTest, testing::ValuesIn(ServedInterfaces()),
-                         [](const auto& test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(, VtableTest, testing::ValuesIn(ServedInterfaces()), CaseName<InterfaceRow>);
 
 }  // namespace

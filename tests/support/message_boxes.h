@@ -1,4 +1,4 @@
-/// @file Answers message boxes in a person's stead.
+/// @file Answers message boxes in place of a person.
 #pragma once
 
 #include <windows.h>
@@ -6,22 +6,17 @@
 #include <deque>
 #include <functional>
 #include <initializer_list>
-#include <set>
-#include <string>
 #include <utility>
 #include <vector>
 
-/// A message box as it stood on the screen.
-struct RecordedMessageBox {
-  std::wstring text;
-  std::wstring caption;
-  UINT icon = 0;             ///< MB_ICONERROR and so on; 0 for none
-  std::vector<int> buttons;  ///< ids such as IDOK, from left to right
-};
+#include "message_boxes/message_box_hook.h"
 
-/// Records the message boxes that come up on the thread that made it, and answers them in the order in
-/// which answers were given. A box without an answer fails the test and is ended; so does, at the end, an
-/// answer without a box. At most one per thread.
+/// What a message box showed.
+using RecordedMessageBox = message_boxes::MessageBoxContent;
+
+/// Records the message boxes of the thread that created it, and answers them with the given answers in their
+/// order. A box without an answer fails the test and is closed. An answer without a box fails the test at
+/// the end. At most one object per thread.
 class MessageBoxRecorder {
  public:
   /// The answer that closes a box by its system menu, as Alt+F4 does.
@@ -36,21 +31,20 @@ class MessageBoxRecorder {
   /// Expects one more box and answers it with `button`.
   void Expect(int button) { m_answers.push_back(button); }
 
-  /// Calls `look` while each box is up, before it is answered.
+  /// Calls `look` while each box is open, before it is answered.
   void WhileUp(std::function<void()> look) { m_look = std::move(look); }
 
   /// The boxes so far.
   const std::vector<RecordedMessageBox>& Boxes() const { return m_boxes; }
 
  private:
-  static LRESULT CALLBACK OnHook(int code, WPARAM wparam, LPARAM lparam);
-  static void CALLBACK OnTimer(HWND window, UINT message, UINT_PTR timer, DWORD time);
-  void Answer(HWND box);
+  void OnBox(HWND box);
+
+  /// @return whether the answer could be given.
+  static bool Answer(HWND box, int answer);
 
   std::deque<int> m_answers;
   std::function<void()> m_look = [] {};
   std::vector<RecordedMessageBox> m_boxes;
-  std::set<HWND> m_open;    // a box may be activated more than once
-  std::vector<HWND> m_new;  // not recorded yet
-  HHOOK m_hook;
+  message_boxes::MessageBoxHook m_hook;
 };

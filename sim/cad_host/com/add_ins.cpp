@@ -10,7 +10,7 @@
 namespace cad_host {
 namespace {
 
-/// An entry of the journal that ends when its call returns or throws.
+/// A journal entry for a call of the add-in. It ends when the call returns or throws.
 class OutgoingCall {
  public:
   OutgoingCall(Journal& journal, const std::wstring& method, const std::wstring& arguments)
@@ -57,22 +57,22 @@ HRESULT InvokeMethod(IDispatch* object, DISPID id, DISPPARAMS parameters, VARIAN
                         &bad_argument);
 }
 
-// What an enable method's number says: greyed out or not, pressed or not.
+// The number of an enable method says whether the item is enabled and whether it is pressed.
 bool MeansEnabled(long status) { return status == 1 || status == 3; }
 
-// What the place for an enable method's number holds before the call.
-constexpr long kNotTold = LONG_MIN;
+// The number before the call; it stays if the enable method does not store one.
+constexpr long kNoStatus = LONG_MIN;
 
-/// Calls an enable method with a place for its number; a method that takes none gives it as its result.
+/// Calls an enable method. It stores its number in an argument, or returns it if it has no arguments.
 HRESULT AskStatus(IDispatch* object, DISPID id, long& status, ExceptionDetails& exception) {
-  status = kNotTold;
+  status = kNoStatus;
   VARIANTARG place{};
   place.vt = VT_BYREF | VT_I4;
   place.plVal = &status;
   _variant_t answer;
   HRESULT result = InvokeMethod(object, id, {&place, nullptr, 1, 0}, &answer, exception);
   if (result == DISP_E_BADPARAMCOUNT) result = InvokeMethod(object, id, {}, &answer, exception);
-  if (SUCCEEDED(result) && status == kNotTold && SUCCEEDED(VariantChangeType(&answer, &answer, 0, VT_I4))) {
+  if (SUCCEEDED(result) && status == kNoStatus && SUCCEEDED(VariantChangeType(&answer, &answer, 0, VT_I4))) {
     status = answer.lVal;
   }
   return result;
@@ -98,12 +98,12 @@ AddIn& AddIns::Connect(const ISwAddinPtr& object, const AddInEntry& entry, IDisp
     const HRESULT result = add_in.object->ConnectToSW(application, add_in.cookie, &connected);
     call.End(result, TextOf(connected));
     if (FAILED(result) || !connected) {
-      throw HostError(entry.title + L" did not connect: ConnectToSW gave " + ResultText(result) + L", " +
+      throw HostError(entry.title + L" did not connect: ConnectToSW returned " + ResultText(result) + L", " +
                           TextOf(connected),
                       result);
     }
   } catch (...) {
-    Forget(add_in);
+    Remove(add_in);
     throw;
   }
   return add_in;
@@ -116,14 +116,14 @@ bool AddIns::Disconnect(AddIn& add_in) {
     const HRESULT result = add_in.object->DisconnectFromSW(&disconnected);
     call.End(result, TextOf(disconnected));
   } catch (...) {
-    Forget(add_in);
+    Remove(add_in);
     throw;
   }
-  Forget(add_in);
+  Remove(add_in);
   return disconnected;
 }
 
-void AddIns::Forget(const AddIn& add_in) {
+void AddIns::Remove(const AddIn& add_in) {
   std::erase_if(m_addIns, [&](const auto& known) { return known.get() == &add_in; });
   CoFreeUnusedLibraries();
 }
@@ -143,7 +143,7 @@ bool AddIns::IsEnabled(AddIn& add_in, const std::wstring& method) {
     return true;
   }
   OutgoingCall call(m_services->journal, method, L"");
-  long status = kNotTold;
+  long status = kNoStatus;
   ExceptionDetails exception;
   const HRESULT result = AskStatus(add_in.callbacks, id, status, exception);
   const bool enabled = SUCCEEDED(result) && MeansEnabled(status);

@@ -14,30 +14,30 @@ class AddIns {
  public:
   explicit AddIns(std::shared_ptr<Services> services) : m_services(std::move(services)) {}
 
-  /// The add-ins of the registry.
+  /// The add-ins in the registry.
   static std::vector<AddInEntry> Registered();
 
-  /// Makes the object of a registered add-in.
+  /// Creates the object of a registered add-in.
   /// @throws HostError naming the add-in and the code.
   static ISwAddinPtr Load(const AddInEntry& entry);
 
-  /// Gives the object a cookie and connects it; see Host::Connect.
+  /// Assigns a cookie to the object and connects it; see Host::Connect.
   AddIn& Connect(const ISwAddinPtr& object, const AddInEntry& entry, IDispatch* application);
 
-  /// Disconnects and forgets the add-in. @return whether it called itself disconnected.
+  /// Disconnects and removes the add-in. @return whether it reported that it has disconnected.
   bool Disconnect(AddIn& add_in);
 
   AddIn* Find(long cookie) const;
   const std::vector<std::unique_ptr<AddIn>>& All() const { return m_addIns; }
 
-  /// Asks an enable method by name. True without a name, and where the add-in does not know it.
+  /// Calls an enable method by name. True if the name is empty or the add-in has no such method.
   bool IsEnabled(AddIn& add_in, const std::wstring& method);
 
   /// Calls a callback by name.
   PickResult Call(AddIn& add_in, const std::wstring& method);
 
  private:
-  void Forget(const AddIn& add_in);
+  void Remove(const AddIn& add_in);
 
   std::shared_ptr<Services> m_services;
   std::vector<std::unique_ptr<AddIn>> m_addIns;

@@ -6,7 +6,7 @@
 
 namespace cad_host {
 
-/// ISldWorks and the way to the application's events.
+/// ISldWorks, and the connection points of the application.
 class ApplicationObject : public ComObject<HostState, ISldWorks, IConnectionPointContainer> {
  public:
   using ComObject::ComObject;

@@ -1,4 +1,4 @@
-/// @file The arguments of an interface call, as the journal writes them and as a fault takes them back.
+/// @file The arguments of an interface call: their texts for the journal, and how a fault clears results.
 #pragma once
 
 #include <windows.h>
@@ -14,11 +14,11 @@ namespace cad_host {
 /// One argument of a call.
 struct Argument {
   bool is_result = false;
-  bool is_given = true;                ///< false: a null pointer where a result belongs
-  std::function<std::wstring()> text;  ///< its value now
-  std::function<void()> clear;         ///< before the call: makes a result null, false or 0
+  bool is_given = true;                ///< false: the pointer for a result is null
+  std::function<std::wstring()> text;  ///< its current value
+  std::function<void()> clear;         ///< before the call: sets a result to null, false or 0
   std::function<void()> take_back;     ///< after the call: frees a result and clears it
-  void* place = nullptr;               ///< where a result is stored
+  void* place = nullptr;               ///< the address of a result
 };
 
 /// `"text"`; `null` for a null BSTR.
@@ -29,19 +29,19 @@ std::wstring TextOf(double value);
 std::wstring TextOf(const VARIANT& value);
 std::wstring TextOf(DWORD value);
 std::wstring TextOf(REFIID value);
-/// What an object of the host calls itself; "an object of the add-in" for another one.
+/// The description of an object of the host; "an object of the add-in" for any other object.
 std::wstring TextOf(IUnknown* object);
 
-/// An argument that goes in.
+/// An input argument.
 template <class T>
 Argument In(T value) {
   return {.text = [value] { return TextOf(value); }, .clear = nullptr, .take_back = nullptr};
 }
 
-/// An array that goes in.
+/// An input array.
 Argument In(const long* values, long count);
 
-/// A result: its place was not initialised by the caller.
+/// An output argument; the caller has not initialised it.
 template <class T>
 Argument Out(T* place) {
   const auto clear = [place] { *place = T{}; };
@@ -54,7 +54,7 @@ Argument Out(T* place) {
 }
 Argument Out(BSTR* place);
 
-/// A result in an array of the caller's.
+/// An output array, allocated by the caller.
 Argument Out(long* places, long count);
 Argument Out(double* places, long count);
 
@@ -72,7 +72,7 @@ Argument Out(Interface** place) {
           .place = place};
 }
 
-/// A VARIANT that is only a result, and one that the caller initialised.
+/// A VARIANT for output, and one that the caller has initialised.
 Argument Out(VARIANT* place);
 Argument InOut(VARIANT* place);
 

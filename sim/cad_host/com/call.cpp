@@ -43,7 +43,7 @@ HRESULT WithoutExceptions(Services& services, const std::function<HRESULT()>& bo
   }
 }
 
-HRESULT RunPastFaults(Services& services, const std::wstring& method, Arguments arguments,
+HRESULT RunWithFaults(Services& services, const std::wstring& method, Arguments arguments,
                       const std::function<HRESULT()>& body, bool& fault) {
   const auto effect = services.faults.Take(method);
   fault = effect.has_value();
@@ -76,7 +76,7 @@ HRESULT RunCall(Services& services, const std::wstring& method, Arguments argume
     if (argument.is_result) argument.clear();
   }
   bool fault = false;
-  const HRESULT result = RunPastFaults(services, method, arguments, body, fault);
+  const HRESULT result = RunWithFaults(services, method, arguments, body, fault);
   journal.End(entry, result, TextOf(arguments, true), fault);
   return result;
 }

@@ -1,4 +1,4 @@
-/// @file The one way of every interface call: into the journal, past the faults, to the method.
+/// @file What every interface call has in common: the journal entry and the check for faults.
 #pragma once
 
 #include <functional>
@@ -10,9 +10,9 @@
 
 namespace cad_host {
 
-/// Runs `body` as the method `method` of an interface: clears the results, writes the journal, asks for
+/// Runs `body` as the method `method` of an interface: clears the results, writes the journal, checks for
 /// faults, and turns exceptions into codes.
-/// @return what the caller of the method gets; E_POINTER where a place for a result is missing.
+/// @return the result for the caller of the method; E_POINTER if the pointer for a result is null.
 HRESULT RunCall(Services& services, const std::wstring& method, std::initializer_list<Argument> arguments,
                 const std::function<HRESULT()>& body) noexcept;
 

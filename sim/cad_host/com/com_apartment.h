@@ -12,7 +12,7 @@ namespace cad_host {
 /// Makes the thread a single-threaded apartment for the life of the object.
 class ComApartment {
  public:
-  /// @throws HostError where the thread is another kind of apartment already.
+  /// @throws HostError if the thread is another kind of apartment already.
   ComApartment() {
     const HRESULT result = OleInitialize(nullptr);
     if (FAILED(result)) throw HostError(L"COM cannot start: " + ResultText(result), result);

@@ -1,4 +1,4 @@
-/// @file The COM object of a piece of the host's state.
+/// @file The COM object of a part of the host's state.
 #pragma once
 
 #include <memory>
@@ -12,8 +12,8 @@
 
 namespace cad_host {
 
-/// A COM object that serves `Interfaces` for a `State` that somebody else owns. The first interface is the
-/// object's identity. When the state is gone (a closed document, an ended session), every call answers
+/// A COM object that implements `Interfaces` for a `State` that it does not own. The first interface is the
+/// object's identity. When the state is gone (a closed document, an ended session), every call returns
 /// RPC_E_DISCONNECTED.
 template <class State, class... Interfaces>
 class ComObject : public HostObject, public FullSize<Interfaces>... {
@@ -47,7 +47,7 @@ class ComObject : public HostObject, public FullSize<Interfaces>... {
   STDMETHODIMP_(ULONG) Release() override { return DropReference(); }
 
  protected:
-  /// Runs `body`, which takes the state and gives an HRESULT, as the method `method`; see RunCall.
+  /// Runs `body`, which takes the state and returns an HRESULT, as the method `method`; see RunCall.
   template <class Body>
   HRESULT Call(const wchar_t* method, std::initializer_list<Argument> arguments, Body&& body) {
     return RunCall(*SharedServices(), method, arguments, [&]() -> HRESULT {
@@ -56,7 +56,7 @@ class ComObject : public HostObject, public FullSize<Interfaces>... {
     });
   }
 
-  /// The session; there as long as a state is.
+  /// The session; it exists as long as the state exists.
   std::shared_ptr<HostState> Session() const { return SharedServices()->host.lock(); }
 
  private:
@@ -74,8 +74,8 @@ class ComObject : public HostObject, public FullSize<Interfaces>... {
   std::weak_ptr<State> m_state;
 };
 
-/// The object of `state`, with a reference for the caller: the one that lives, so that a state has one
-/// identity, else a new one.
+/// The object of `state`, with a reference for the caller. An existing object is used again, so that a state
+/// has one identity.
 template <class ObjectType, class State>
 ObjectType* ObjectFor(const std::shared_ptr<Services>& services, const std::shared_ptr<State>& state) {
   for (HostObject* const living : services->objects) {

@@ -38,8 +38,8 @@ STDMETHODIMP CommandGroupObject::Activate(VARIANT_BOOL* retval) {
 }
 
 HRESULT CommandGroupObject::SetIcons(IconList& icons, BSTR path) {
-  icons = CommandInterface::LookAtIcons(Text(path));
-  if (!icons.is_bitmap) SharedServices()->journal.Note(L"no bitmap: \"" + icons.path + L"\"");
+  icons = CommandInterface::ReadIcons(Text(path));
+  if (!icons.is_bitmap) SharedServices()->journal.Note(L"not a bitmap: \"" + icons.path + L"\"");
   return S_OK;
 }
 

@@ -68,7 +68,7 @@ STDMETHODIMP CommandManagerObject::CreateCommandGroup2(long UserID, BSTR Title, 
 }
 
 STDMETHODIMP CommandManagerObject::RemoveFlyoutGroup(long UserID, VARIANT_BOOL* retval) {
-  // No add-in here makes flyout groups, so there is none to remove.
+  // The simulated host cannot create flyout groups, so there is nothing to remove.
   return Call(L"ICommandManager::RemoveFlyoutGroup", {In(UserID), Out(retval)},
               [](AddInCommands&) { return S_OK; });
 }
@@ -89,8 +89,8 @@ STDMETHODIMP CommandManagerObject::IGetGroupDataFromRegistry(long UserGroupId, l
                 const SavedGroup* const saved = Session()->commands.FindSaved(manager.add_in, UserGroupId);
                 if (!saved) return S_OK;
                 const std::vector<long>& ids = saved->item_user_ids;
-                const auto room = static_cast<std::size_t>(std::max(Count, 0L));
-                std::copy_n(ids.begin(), std::min(room, ids.size()), UserIDs);
+                const auto capacity = static_cast<std::size_t>(std::max(Count, 0L));
+                std::copy_n(ids.begin(), std::min(capacity, ids.size()), UserIDs);
                 Give(retval, true);
                 return S_OK;
               });

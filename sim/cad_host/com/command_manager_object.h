@@ -1,4 +1,4 @@
-/// @file The command manager that an add-in gets, with its groups, tabs and boxes.
+/// @file The command manager of an add-in.
 #pragma once
 
 #include "cad_host/add_in.h"

@@ -1,4 +1,4 @@
-/// @file What becomes of documents, as events of the application.
+/// @file Changes of documents as events of the application.
 #pragma once
 
 #include <functional>
@@ -12,11 +12,11 @@
 
 namespace cad_host {
 
-/// Gives the COM object of an open document.
+/// Returns the COM object of an open document.
 using DocumentServer =
     std::function<IDispatchPtr(const std::shared_ptr<Services>&, const std::shared_ptr<Document>&)>;
 
-/// Raises the application's events for what becomes of documents.
+/// Raises the application's events when documents change.
 class DocumentNotifications : public DocumentObserver {
  public:
   /// @param events must outlive the object.

@@ -49,7 +49,7 @@ class AssemblyObject : public ModelDocObject<IAssemblyDoc> {
   }
 };
 
-/// A view of a model: nothing asks it anything.
+/// A view of a model. Add-ins call no methods of it.
 class ViewObject : public ComObject<Document, IDispatch> {
  public:
   using ComObject::ComObject;

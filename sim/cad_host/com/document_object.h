@@ -9,8 +9,8 @@
 
 namespace cad_host {
 
-/// The document's object, with a reference for the caller. One of an assembly also answers IAssemblyDoc,
-/// one of a drawing IDrawingDoc.
+/// The document's object, with a reference for the caller. An assembly also implements IAssemblyDoc, a
+/// drawing IDrawingDoc.
 IModelDoc2* ServeDocument(const std::shared_ptr<Services>& services,
                           const std::shared_ptr<Document>& document);
 

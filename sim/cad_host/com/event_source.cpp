@@ -23,7 +23,7 @@ void ApplicationEvents::Fire(const ApplicationEvent& event, std::vector<_variant
   DISPPARAMS parameters{};
   parameters.rgvarg = arguments.data();
   parameters.cArgs = static_cast<UINT>(arguments.size());
-  const auto sinks = m_sinks;  // a sink may take itself off the list
+  const auto sinks = m_sinks;  // a sink may unadvise itself
   for (const auto& [cookie, sink] : sinks) {
     _variant_t result;
     const HRESULT called = sink->Invoke(event.id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,

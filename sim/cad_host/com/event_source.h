@@ -1,4 +1,4 @@
-/// @file The application's events and who listens to them.
+/// @file The application's events and their sinks.
 #pragma once
 
 #include <windows.h>
@@ -35,15 +35,16 @@ class ApplicationEvents {
  public:
   explicit ApplicationEvents(Journal& journal) : m_journal(journal) {}
 
-  /// @return the cookie by which the sink is taken off the list; never 0.
+  /// @return the cookie for Unadvise; never 0.
   DWORD Advise(const IDispatchPtr& sink);
 
-  /// @return false where no sink has this cookie.
+  /// @return false if no sink has this cookie.
   bool Unadvise(DWORD cookie) { return m_sinks.erase(cookie) > 0; }
 
   const std::map<DWORD, IDispatchPtr>& Sinks() const { return m_sinks; }
 
-  /// Calls every sink with `arguments` in their order. A sink that fails is noted, and stops nothing.
+  /// Calls every sink with `arguments`. A sink that fails is noted in the journal; the others
+  /// are still called.
   void Fire(const ApplicationEvent& event, std::vector<_variant_t> arguments);
 
  private:

@@ -34,11 +34,11 @@ class PropertyManagerObject : public ComObject<Document, ICustomPropertyManager>
 
  private:
   CustomProperties& PropertiesOf(Document& document) const;
-  /// @return false where there is no such property; both texts are empty then.
+  /// @return false if there is no such property; then both texts are empty.
   bool GiveValues(Document& document, BSTR name, BSTR* text, BSTR* resolved);
 
   std::wstring m_configuration;  // empty: the document itself
-  std::size_t m_next = 0;        // where the property is that is asked for next, if all are in their order
+  std::size_t m_next = 0;        // index of the next property, if they are read in their order
 };
 
 }  // namespace cad_host

@@ -1,5 +1,5 @@
-/// @file The host's interfaces at the size that their vtables have in release 2023, so that a call to any
-/// slot of the real host finds a method here too.
+/// @file The host's interfaces with vtables as large as in release 2023, so that every slot of the real host
+/// has a method here too.
 #pragma once
 
 #include <ocidl.h>
@@ -98,7 +98,7 @@ struct ServedAs<Interface> {
   using Type = EarlyBound<typename FullSizeOf<Interface>::Type>;
 };
 
-/// What an object that serves `Interface` derives from.
+/// The base class of an object that implements `Interface`.
 template <class Interface>
 using FullSize = typename ServedAs<Interface>::Type;
 

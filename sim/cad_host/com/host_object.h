@@ -1,4 +1,4 @@
-/// @file An object that add-ins hold pointers to, whatever interfaces it serves.
+/// @file The base of all objects that add-ins hold pointers to.
 #pragma once
 
 #include <windows.h>
@@ -12,8 +12,8 @@
 
 namespace cad_host {
 
-/// Lives as long as somebody holds a reference: the host itself keeps none, so every object that lives is
-/// held from outside.
+/// Exists as long as somebody holds a reference. The host itself holds no references, so every existing
+/// object is held from outside.
 class HostObject {
  public:
   explicit HostObject(std::shared_ptr<Services> services);
@@ -21,16 +21,16 @@ class HostObject {
   HostObject& operator=(const HostObject&) = delete;
   virtual ~HostObject();
 
-  /// The object behind a pointer that came from outside; null for another program's object.
+  /// The host's object for a pointer that came from outside; null if it is not an object of the host.
   static HostObject* From(IUnknown* pointer);
 
-  /// Such as `IModelDoc2 of part "bolt.sldprt"`.
+  /// Such as `part "bolt.sldprt"`.
   virtual std::wstring Describe() const = 0;
 
   ULONG References() const { return m_references; }
 
  protected:
-  /// The answer to the query by which From() recognises an object; not counted.
+  /// From() queries for this id to recognise an object of the host; the query adds no reference.
   static const GUID kId;
 
   ULONG AddReference() { return ++m_references; }
@@ -43,7 +43,7 @@ class HostObject {
   ULONG m_references = 0;
 };
 
-/// The name of an interface, such as "IModelDoc2"; its id as text where the host does not know it.
+/// The name of an interface, such as "IModelDoc2"; its id as text if the host does not know it.
 std::wstring InterfaceName(REFIID iid);
 
 }  // namespace cad_host

@@ -1,4 +1,4 @@
-/// @file Everything that a session of the host is made of.
+/// @file The state of a session of the host.
 #pragma once
 
 #include <cwchar>
@@ -18,7 +18,7 @@
 namespace cad_host {
 
 struct HostState : std::enable_shared_from_this<HostState> {
-  /// @param serve gives the COM object of a document, which the events of a new document hand out.
+  /// @param serve returns the COM object of a document, for the events of new documents.
   HostState(const std::wstring& state_folder, std::wstring revision_number, DocumentServer serve)
       : revision(std::move(revision_number)),
         services(std::make_shared<Services>()),

@@ -1,4 +1,4 @@
-/// @file What documents of every type serve.
+/// @file What documents of every type implement.
 #pragma once
 
 #include "cad_host/document.h"
@@ -8,7 +8,7 @@
 
 namespace cad_host {
 
-/// IModelDoc2 beside the interface of the document's type.
+/// IModelDoc2 and the interface of the document's type.
 template <class... Others>
 class ModelDocObject : public ComObject<Document, IModelDoc2, Others...> {
  public:

@@ -1,4 +1,4 @@
-// The add-ins that the registry names, and the objects that COM makes of them.
+// The add-ins in the registry and the creation of their objects.
 #include "add_ins.h"
 #include "base/unique_registry_key.h"
 #include "cad_host/host_error.h"

@@ -7,8 +7,8 @@ namespace {
 
 constexpr long kPointCoordinates = 3;
 
-/// The selection `index`, counted from 1; null if there is none. Nothing here is selected under a mark, so
-/// every mark finds every selection.
+/// The selection `index`, counted from 1; null if there is none. The simulated host selects without marks, so
+/// the mark of a query is ignored.
 const Selection* FindSelection(const Document& document, long index) {
   if (index < 1 || static_cast<std::size_t>(index) > document.selection.size()) return nullptr;
   return &document.selection[static_cast<std::size_t>(index) - 1];

@@ -1,4 +1,4 @@
-/// @file What is selected in a document, and faces of the model that can be.
+/// @file The selection of a document, and faces of the model that can be selected.
 #pragma once
 
 #include "cad_host/document.h"
@@ -16,7 +16,7 @@ class SelectionObject : public ComObject<Document, ISelectionMgr> {
   STDMETHODIMP IGetSelectionPoint2(long Index, long Mark, double* retval) override;
 };
 
-/// A face of the model: an object that is no component.
+/// A face of the model: an object that is not a component.
 class FaceObject : public ComObject<Document, IDispatch> {
  public:
   using ComObject::ComObject;

@@ -1,4 +1,4 @@
-/// @file What every object of one session shares, as long as any of them lives.
+/// @file What all objects of one session share; it exists as long as any of them.
 #pragma once
 
 #include <memory>
@@ -15,8 +15,8 @@ struct HostState;
 struct Services {
   Journal journal;
   Faults faults;
-  std::weak_ptr<HostState> host;     ///< gone when the session has ended
-  std::vector<HostObject*> objects;  ///< all that live; each takes itself out at its end
+  std::weak_ptr<HostState> host;     ///< expired when the session has ended
+  std::vector<HostObject*> objects;  ///< all existing ones; each removes itself when destroyed
 };
 
 }  // namespace cad_host

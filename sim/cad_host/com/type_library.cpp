@@ -10,7 +10,7 @@
 #include "files/paths.h"
 #include "host/application_events.h"
 
-// The type library's bytes, linked in so that a program with the host in it needs no file beside it.
+// The bytes of the type library, linked into the program so that it needs no other file.
 asm(".section .rdata,\"dr\"\n"
     ".global cad_host_type_library\n"
     "cad_host_type_library: .incbin \"" CAD_HOST_TYPE_LIBRARY
@@ -26,7 +26,7 @@ namespace {
 
 constexpr WORD kMinorVersion = 0;
 
-// Where the header of a type library file has its major version, as a 16-bit number.
+// The offset of the major version in the header of a type library file, a 16-bit number.
 constexpr std::size_t kMajorVersionOffset = 0x18;
 
 constexpr const wchar_t* kFileStem = L"cad_host_";
@@ -57,7 +57,7 @@ std::wstring RegisteredPath(WORD major) {
 
 bool IsRegistered(WORD major) {
   const std::wstring path = RegisteredPath(major);
-  // A host that runs keeps its file open; one that can be deleted was left behind by a crash.
+  // A running host keeps its file open; a file that can be deleted was left behind by a crash.
   if (FileNameOf(path).starts_with(kFileStem)) DeleteFileW(path.c_str());
   return IsFile(path);
 }

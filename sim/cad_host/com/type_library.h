@@ -8,12 +8,12 @@
 
 namespace cad_host {
 
-/// Registers the host's type library for the life of the object, where none is registered whose file is
-/// there. The library's file lies in the temporary folder meanwhile.
+/// Registers the host's type library during the lifetime of the object, unless one is registered already and
+/// its file exists. The file of the library is in the temporary folder during that time.
 class TypeLibraryRegistration {
  public:
   /// @param major the version under which event sinks look for it: the host's major version.
-  /// @throws HostError where it cannot be written or registered.
+  /// @throws HostError if it cannot be written or registered.
   explicit TypeLibraryRegistration(WORD major);
   TypeLibraryRegistration(const TypeLibraryRegistration&) = delete;
   TypeLibraryRegistration& operator=(const TypeLibraryRegistration&) = delete;

@@ -95,7 +95,7 @@ bool CommandInterface::RemoveTab(const std::shared_ptr<CommandTab>& tab) {
   return removed;
 }
 
-IconList CommandInterface::LookAtIcons(const std::wstring& path) {
+IconList CommandInterface::ReadIcons(const std::wstring& path) {
   IconList icons{.path = path};
   std::ifstream file(path.c_str(), std::ios::binary);
   BITMAPFILEHEADER header{};

@@ -1,4 +1,4 @@
-/// @file Command groups and command tabs, and what of them outlives the session.
+/// @file Command groups and command tabs, and what is stored about them for the next session.
 #pragma once
 
 #include <memory>
@@ -18,21 +18,21 @@ class CommandInterface {
   const std::vector<std::shared_ptr<CommandGroup>>& Groups() const { return m_groups; }
   const std::vector<std::shared_ptr<CommandTab>>& Tabs() const { return m_memory.tabs; }
 
-  /// @return null where the add-in has a group with this user id.
+  /// @return null if the add-in has a group with this user id already.
   std::shared_ptr<CommandGroup> CreateGroup(CommandGroup group);
 
   std::shared_ptr<CommandGroup> FindGroup(const std::wstring& add_in, long user_id) const;
 
-  /// @return false where there is no such group. What is remembered of it stays.
+  /// @return false if there is no such group. What is stored about the group stays.
   bool RemoveGroup(const std::wstring& add_in, long user_id);
 
-  /// Shows the group and remembers the user ids of its items. The commands keep the ids that they had
-  /// when the same items were shown before, unless the group ignores that.
+  /// Shows the group and stores the user ids of its items. If the same items were shown before, their
+  /// commands keep their ids, unless the group ignores its previous version.
   void Activate(CommandGroup& group);
 
   const SavedGroup* FindSaved(const std::wstring& add_in, long user_id) const;
 
-  /// Always another tab, whatever tabs have the name.
+  /// Adds a tab, even if other tabs have the same name.
   std::shared_ptr<CommandTab> AddTab(long document_type, const std::wstring& name);
 
   /// The first tab with the name; null if there is none.
@@ -40,11 +40,11 @@ class CommandInterface {
 
   bool RemoveTab(const std::shared_ptr<CommandTab>& tab);
 
-  /// Writes down what outlives the session; needed after a tab was changed.
+  /// Stores the data for the next session. Must be called after a tab was changed.
   void Remember() const { m_store.Write(m_memory); }
 
-  /// Looks at the file of an icon list.
-  static IconList LookAtIcons(const std::wstring& path);
+  /// Reads the file of an icon list.
+  static IconList ReadIcons(const std::wstring& path);
 
  private:
   SavedGroup& SavedPlace(const CommandGroup& group);

@@ -1,4 +1,4 @@
-/// @file What the host remembers of the command interface from one session to the next.
+/// @file What the host stores about the command interface for the next session.
 #pragma once
 
 #include <memory>
@@ -18,13 +18,13 @@ struct CommandMemory {
 /// The file in a state folder.
 class CommandStore {
  public:
-  /// @param folder empty: nothing is kept.
+  /// @param folder empty: nothing is stored.
   explicit CommandStore(const std::wstring& folder);
 
-  /// What was kept; an empty memory where there is no file yet.
+  /// What was stored; empty if there is no file yet.
   CommandMemory Read() const;
 
-  /// @throws HostError naming the file where it cannot be written.
+  /// @throws HostError naming the file if it cannot be written.
   void Write(const CommandMemory& memory) const;
 
  private:

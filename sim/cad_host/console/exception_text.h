@@ -1,11 +1,11 @@
-/// @file What an exception says to the person at the console.
+/// @file The text of an exception for the console.
 #pragma once
 
 #include <string>
 
 namespace cad_host {
 
-/// The message of the exception that is being handled, whatever its kind; to be called in a catch block.
+/// The message of the exception that is being handled, of any kind; must be called in a catch block.
 std::wstring TextOfException();
 
 }  // namespace cad_host

@@ -1,4 +1,4 @@
-// The simulated CAD host at the console: carries out a session script.
+// The simulated CAD host as a console program: runs a session script.
 #include <windows.h>
 
 #include <fcntl.h>
@@ -20,12 +20,12 @@ namespace {
 using namespace cad_host;
 
 constexpr int kExpectationsFailed = 1;
-constexpr int kNotCarriedOut = 2;
+constexpr int kFailed = 2;
 
 constexpr const char* kUsage =
     R"(usage: cad_host [--state FOLDER] [--revision R] [--journal FILE] SCRIPT
 
-Carries out the commands of SCRIPT ("-": the standard input), one a line, and prints what the host was told:
+Runs the commands of SCRIPT ("-": the standard input), one per line, and prints the journal of the host:
   connect [TITLE|CLSID]   disconnect   pick ITEM   items   tabs
   open PATH   new part|assembly|drawing   save [PATH]   activate NAME   close NAME
   insert PATH [at X Y Z]   select component NAME|face|nothing [at X Y Z]   components
@@ -35,13 +35,13 @@ Carries out the commands of SCRIPT ("-": the standard input), one a line, and pr
   expect enabled|disabled ITEM   expect active NAME|nothing   expect [no] journal TEXT
   expect property NAME = VALUE   expect component NAME revision N|suppressed
   print TEXT   # comment
-Words with blanks stand in quotes; a quote within them is written twice.
+Words with blanks must be in quotes; a quote in such a word is written twice.
 
   --state FOLDER   where command tabs and saved command ids are kept from one run to the next
   --revision R     the host's revision number, 31.0.0 if not given
   --journal FILE   writes the whole journal to FILE
 
-Exit code: 0; 1 when an expectation failed; 2 when the script could not be carried out.
+Exit code: 0; 1 if an expectation failed; 2 if the script could not be run to its end.
 )";
 
 struct Arguments {
@@ -50,7 +50,7 @@ struct Arguments {
   std::wstring script;
 };
 
-/// Nothing where the arguments make no sense.
+/// Empty if the arguments are not valid.
 std::optional<Arguments> Parse(const std::vector<std::wstring>& words) {
   Arguments arguments;
   for (std::size_t place = 0; place < words.size(); ++place) {
@@ -102,12 +102,12 @@ int wmain(int count, wchar_t** words) {
   const auto arguments = Parse({words + 1, words + count});
   if (!arguments) {
     std::cerr << kUsage;
-    return kNotCarriedOut;
+    return kFailed;
   }
   try {
     return Run(*arguments);
   } catch (...) {
     std::cerr << "cad_host: " << CStringHelper::UnicodeToUTF8(TextOfException()) << "\n";
-    return kNotCarriedOut;
+    return kFailed;
   }
 }

@@ -80,7 +80,7 @@ double Command::TakeNumber(const wchar_t* what) {
   const std::wstring& word = Take(what);
   wchar_t* end = nullptr;
   const double number = std::wcstod(word.c_str(), &end);
-  if (word.empty() || *end || !std::isfinite(number)) Fail(L"\"" + word + L"\" is no number for " + what);
+  if (word.empty() || *end || !std::isfinite(number)) Fail(L"\"" + word + L"\" is not a number for " + what);
   return number;
 }
 
@@ -89,7 +89,7 @@ long Command::TakeWholeNumber(const wchar_t* what) {
   wchar_t* end = nullptr;
   errno = 0;
   const long number = std::wcstol(word.c_str(), &end, 10);
-  if (word.empty() || *end || errno == ERANGE) Fail(L"\"" + word + L"\" is no whole number for " + what);
+  if (word.empty() || *end || errno == ERANGE) Fail(L"\"" + word + L"\" is not a whole number for " + what);
   return number;
 }
 

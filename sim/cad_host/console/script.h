@@ -1,6 +1,5 @@
-/// @file A session script: one command a line, words separated by blanks, "words with blanks" in quotes
-/// (a quote within them is written twice),
-/// `#` at the start of a line for a comment.
+/// @file A session script: one command per line, words separated by blanks, "words with blanks" in quotes (a
+/// quote in such a word is written twice), `#` at the start of a line for a comment.
 #pragma once
 
 #include <string>
@@ -21,28 +20,28 @@ class Command {
 
   bool AtEnd() const { return m_next == m_words.size(); }
 
-  /// The next word. @throws HostError naming the file, the line and `what` is missing.
+  /// The next word. @throws HostError with the file, the line and `what` if there is no further word.
   const std::wstring& Take(const wchar_t* what);
 
   /// Takes the next word if it is `word`.
   bool TakeIf(std::wstring_view word);
 
-  /// The next word as a finite number, and as a whole one of 32 bits.
-  /// @throws HostError naming the file, the line and a word that is none, or that `what` is missing.
+  /// The next word as a finite number, and as a whole number of 32 bits.
+  /// @throws HostError with the file, the line and `what` if the word is missing or is not such a number.
   double TakeNumber(const wchar_t* what);
   long TakeWholeNumber(const wchar_t* what);
 
-  /// All that is left of the line as it stands, quotes included.
+  /// The rest of the line, unchanged, with its quotes.
   std::wstring TakeRest();
 
-  /// @throws HostError naming the file, the line and a word that is left over.
+  /// @throws HostError with the file, the line and the next word if there is one.
   void ExpectEnd() const;
 
-  /// @throws HostError naming the file and the line before `message`.
+  /// @throws HostError with the file, the line and `message`.
   [[noreturn]] void Fail(const std::wstring& message) const;
 
  private:
-  /// The word that begins at `place`, which becomes the place behind it.
+  /// The word that begins at `place`, which is moved behind the word.
   std::wstring PlainWord(std::size_t& place) const;
   std::wstring QuotedWord(std::size_t& place) const;
 
@@ -59,7 +58,7 @@ class Command {
 };
 
 /// The commands of a script file in UTF-8; "-" is the standard input.
-/// @throws HostError naming a file that cannot be read, or a line with a quote that does not end.
+/// @throws HostError naming the file if it cannot be read, or the line if a quote does not end.
 std::vector<Command> ReadScript(const std::wstring& path);
 
 }  // namespace cad_host

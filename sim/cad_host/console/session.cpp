@@ -8,7 +8,7 @@ namespace {
 
 constexpr const wchar_t* kIndent = L"    ";
 
-// A command that is not repeated in the transcript: what it prints is there.
+// This command is not repeated in the transcript, because its output is there.
 constexpr std::wstring_view kPrint = L"print ";
 
 /// Each line of `text`, indented.
@@ -34,8 +34,8 @@ void Session::Run(Command& command) {
   } catch (...) {
     WriteJournal();
     const std::wstring message = TextOfException();
-    const bool placed = message.starts_with(command.Place());
-    if (placed) throw;
+    const bool has_place = message.starts_with(command.Place());
+    if (has_place) throw;
     command.Fail(message);
   }
   WriteJournal();
@@ -83,7 +83,7 @@ std::shared_ptr<Document> Session::FindDocument(Command& command) {
   return document;
 }
 
-void Session::Demand(const Command& command, bool met, const std::wstring& otherwise) {
+void Session::Check(const Command& command, bool met, const std::wstring& otherwise) {
   if (met) return;
   ++m_failed;
   Write(L"FAILED: " + command.Place() + L": " + command.Text() + L": " + otherwise);

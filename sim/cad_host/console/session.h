@@ -1,4 +1,4 @@
-/// @file The commands of a script, carried out in a host.
+/// @file Runs the commands of a script in a host.
 #pragma once
 
 #include <ostream>
@@ -11,17 +11,17 @@
 
 namespace cad_host {
 
-/// Carries out one command after the other and writes what the person did and what the host was told.
+/// Runs one command after the other and writes the command and the journal of the host.
 class Session {
  public:
   Session(Host& host, std::ostream& transcript);
 
-  /// @throws HostError naming the file and the line of a command that is not known, incomplete or cannot
-  ///         be carried out. An expectation that fails is counted and written; the session goes on.
+  /// @throws HostError naming the file and the line if the command is unknown, incomplete or fails. An
+  ///         expectation that fails is only counted and written; the session goes on.
   void Run(Command& command);
 
-  /// Disconnects what is connected, and counts what is left over as failed expectations: references that
-  /// add-ins forgot, faults that never happened, answers that no message box asked for.
+  /// Disconnects all add-ins and counts as failed expectations: references that add-ins did not release,
+  /// faults that never happened, answers that no message box used.
   void End();
 
   int FailedExpectations() const { return m_failed; }
@@ -36,7 +36,7 @@ class Session {
   static std::span<const Verb> Verbs();
   static std::span<const Verb> Expectations();
 
-  /// @throws HostError naming the file, the line and a word that is in no table.
+  /// @throws HostError with the file, the line and `name` if it is not in the table.
   static Handler Find(std::span<const Verb> verbs, const std::wstring& name, const Command& command);
 
   // In session_verbs.cpp.
@@ -73,7 +73,7 @@ class Session {
   AddIn& ConnectedAddIn(const Command& command);
   Document& ActiveDocument(const Command& command);
   std::shared_ptr<Document> FindDocument(Command& command);
-  void Demand(const Command& command, bool met, const std::wstring& otherwise);
+  void Check(const Command& command, bool met, const std::wstring& otherwise);
   void Write(const std::wstring& text);
   void WriteJournal();
 

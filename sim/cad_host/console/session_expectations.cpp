@@ -1,4 +1,4 @@
-// What a script can expect of the host.
+// The commands that check an expectation.
 #include "session.h"
 
 namespace cad_host {
@@ -20,14 +20,14 @@ std::span<const Session::Verb> Session::Expectations() {
 void Session::ExpectEnabled(Command& command) {
   const std::wstring item = command.Take(L"an item");
   command.ExpectEnd();
-  Demand(command, m_host.IsEnabled(ConnectedAddIn(command), item), L"it is greyed out");
+  Check(command, m_host.IsEnabled(ConnectedAddIn(command), item), L"it is greyed out");
 }
 
 // expect disabled ITEM
 void Session::ExpectDisabled(Command& command) {
   const std::wstring item = command.Take(L"an item");
   command.ExpectEnd();
-  Demand(command, !m_host.IsEnabled(ConnectedAddIn(command), item), L"it is enabled");
+  Check(command, !m_host.IsEnabled(ConnectedAddIn(command), item), L"it is enabled");
 }
 
 // expect active NAME | expect active nothing
@@ -36,23 +36,24 @@ void Session::ExpectActive(Command& command) {
   command.ExpectEnd();
   const auto active = m_host.ActiveDocument();
   const bool met = name == L"nothing" ? !active : active && active == m_host.FindDocument(name);
-  Demand(command, met,
-         !active ? L"no document is open" : (active->path.empty() ? active->title : active->path) + L" is");
+  Check(command, met,
+        !active ? L"no document is open"
+                : (active->path.empty() ? active->title : active->path) + L" is active");
 }
 
 // expect journal TEXT
 void Session::ExpectJournal(Command& command) {
   const std::wstring text = command.Take(L"a text");
   command.ExpectEnd();
-  Demand(command, m_host.GetJournal().Contains(text), L"no line has it");
+  Check(command, m_host.GetJournal().Contains(text), L"no line contains it");
 }
 
 // expect no journal TEXT
 void Session::ExpectNo(Command& command) {
-  if (!command.TakeIf(L"journal")) command.Fail(L"\"expect no\" goes with journal");
+  if (!command.TakeIf(L"journal")) command.Fail(L"\"expect no\" needs \"journal\"");
   const std::wstring text = command.Take(L"a text");
   command.ExpectEnd();
-  Demand(command, !m_host.GetJournal().Contains(text), L"a line has it");
+  Check(command, !m_host.GetJournal().Contains(text), L"a line contains it");
 }
 
 // expect property NAME = VALUE, as typed
@@ -63,10 +64,10 @@ void Session::ExpectProperty(Command& command) {
   command.ExpectEnd();
   for (const CustomProperty& property : ActiveDocument(command).model.properties) {
     if (property.name == name) {
-      return Demand(command, property.text == value, L"it is \"" + property.text + L"\"");
+      return Check(command, property.text == value, L"it is \"" + property.text + L"\"");
     }
   }
-  Demand(command, false, L"there is no such property");
+  Check(command, false, L"there is no such property");
 }
 
 // expect component NAME revision N | expect component NAME suppressed
@@ -77,13 +78,13 @@ void Session::ExpectComponent(Command& command) {
   const long revision = suppressed ? 0 : command.TakeWholeNumber(L"a revision");
   command.ExpectEnd();
   const auto component = ActiveDocument(command).FindComponent(name);
-  if (!component) return Demand(command, false, L"there is no such component");
+  if (!component) return Check(command, false, L"there is no such component");
   const bool met =
       component->IsSuppressed() == suppressed && (suppressed || component->loaded_revision == revision);
-  Demand(command, met,
-         component->IsSuppressed()
-             ? L"it is suppressed"
-             : L"revision " + std::to_wstring(component->loaded_revision) + L" is loaded");
+  Check(command, met,
+        component->IsSuppressed()
+            ? L"it is suppressed"
+            : L"revision " + std::to_wstring(component->loaded_revision) + L" is loaded");
 }
 
 }  // namespace cad_host

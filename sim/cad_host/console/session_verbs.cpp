@@ -1,4 +1,4 @@
-// What a person does at the host.
+// The commands for what a person does at the host.
 #include "session.h"
 
 namespace cad_host {
@@ -26,7 +26,7 @@ auto TakeType(Command& command, const Names& names) {
   for (const auto& known : names) {
     if (word == known.name) return known.type;
   }
-  command.Fail(L"\"" + word + L"\" is no type");
+  command.Fail(L"\"" + word + L"\" is not a type");
 }
 
 CustomProperty& PropertyNamed(CustomProperties& properties, const std::wstring& name) {
@@ -83,7 +83,7 @@ void Session::Connect(Command& command) {
 void Session::Disconnect(Command& command) {
   command.ExpectEnd();
   const bool disconnected = m_host.Disconnect(ConnectedAddIn(command));
-  Demand(command, disconnected, L"the add-in does not call itself disconnected");
+  Check(command, disconnected, L"the add-in did not report that it has disconnected");
 }
 
 // pick "menu text" | pick CALLBACK
@@ -135,7 +135,7 @@ void Session::Insert(Command& command) {
   const Point point = TakePoint(command);
   command.ExpectEnd();
   Document& assembly = ActiveDocument(command);
-  if (assembly.Type() != swDocASSEMBLY) command.Fail(assembly.Describe() + L" is no assembly");
+  if (assembly.Type() != swDocASSEMBLY) command.Fail(assembly.Describe() + L" is not an assembly");
   m_host.AddComponent(assembly, path, point);
 }
 
@@ -189,7 +189,7 @@ void Session::Fault(Command& command) { m_host.GetFaults().Add(command.TakeRest(
 void Session::Answer(Command& command) {
   const std::wstring button = command.Take(L"a button");
   command.ExpectEnd();
-  if (!m_answers.Queue(button)) command.Fail(L"\"" + button + L"\" is no button of a message box");
+  if (!m_answers.Queue(button)) command.Fail(L"\"" + button + L"\" is not a button of a message box");
 }
 
 // properties

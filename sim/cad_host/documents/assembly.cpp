@@ -12,7 +12,7 @@ namespace {
 
 using Components = std::vector<std::shared_ptr<Component>>;
 
-/// "bolt-3": the first number that no instance has.
+/// A name such as "bolt-3" with the first number that no instance has.
 std::wstring InstanceName(const Document& assembly, const std::wstring& path) {
   for (int number = 1;; ++number) {
     std::wstring name = BaseNameOf(path) + L"-" + std::to_wstring(number);
@@ -82,7 +82,9 @@ std::wstring ReplaceSelected(Documents& documents, Document& assembly, const Rep
     }
   }
   try {
-    if (ReadModelFile(full.path).type == swDocDRAWING) return L"a drawing is no component: " + full.path;
+    if (ReadModelFile(full.path).type == swDocDRAWING) {
+      return L"a drawing cannot be a component: " + full.path;
+    }
   } catch (const HostError& error) {
     return error.Message();
   }

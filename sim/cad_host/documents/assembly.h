@@ -1,4 +1,4 @@
-/// @file What is done to the components of an open assembly.
+/// @file Changes to the components of an open assembly.
 #pragma once
 
 #include <memory>
@@ -9,8 +9,8 @@
 
 namespace cad_host {
 
-/// Puts an instance of the model file `path` into the assembly.
-/// @throws HostError naming the file where it cannot be loaded.
+/// Adds an instance of the model file `path` to the assembly.
+/// @throws HostError naming the file if it cannot be loaded.
 std::shared_ptr<Component> AddComponent(Documents& documents, Document& assembly, const std::wstring& path,
                                         const Point& position);
 
@@ -20,9 +20,9 @@ struct Replacement {
   bool reattach_mates = true;
 };
 
-/// Puts another file in the place of the selected components, or of all instances of their models.
-/// @return why nothing was replaced; empty where it was. A file with the name of the one that it would
-///         replace is refused, whatever its folder.
+/// Replaces the selected components, or all instances of their models, by another file.
+/// @return why nothing was replaced; empty on success. A file with the same file name as the replaced one is
+///         refused, even if it is in another folder.
 std::wstring ReplaceSelected(Documents& documents, Document& assembly, const Replacement& replacement);
 
 }  // namespace cad_host

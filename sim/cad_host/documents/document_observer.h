@@ -1,4 +1,4 @@
-/// @file Who wants to know what becomes of documents.
+/// @file The interface for reacting to changes of documents.
 #pragma once
 
 #include <memory>
@@ -8,7 +8,7 @@
 
 namespace cad_host {
 
-/// Called at the moments at which the host raises an event.
+/// Called when the host raises an event.
 class DocumentObserver {
  public:
   virtual ~DocumentObserver() = default;
@@ -17,16 +17,16 @@ class DocumentObserver {
   virtual void OnFileOpenPre(const std::wstring& path) = 0;
   virtual void OnFileOpenPost(const std::wstring& path) = 0;
 
-  /// When the document's file has been read.
+  /// After the document's file has been read.
   virtual void OnDocumentLoad(const Document& document) = 0;
 
-  /// When a document was made that has no file yet.
+  /// After a document without a file was created.
   virtual void OnFileNew(const std::shared_ptr<Document>& document) = 0;
 
   /// Before the document is closed.
   virtual void OnFileClose(const Document& document) = 0;
 
-  /// When another document has become the active one.
+  /// After another document has become the active one.
   virtual void OnActiveDocumentChange() = 0;
 };
 

@@ -109,7 +109,7 @@ void Documents::Suppress(Component& component) {
 std::shared_ptr<Document> Documents::New(swDocumentTypes_e type) {
   auto document = std::make_shared<Document>();
   document->model.type = type;
-  document->title = NewTitle(type, ++m_made);
+  document->title = NewTitle(type, ++m_created);
   document->changed = true;
   m_open.push_back(document);
   m_observer.OnFileNew(document);

@@ -20,24 +20,24 @@ struct OpenRequest {
 };
 
 struct OpenResult {
-  std::shared_ptr<Document> document;  ///< null where it cannot be opened
+  std::shared_ptr<Document> document;  ///< null if it cannot be opened
   long errors = 0;                     ///< swFileLoadError_e
-  std::wstring reason;                 ///< why it cannot
+  std::wstring reason;                 ///< why it cannot be opened
 };
 
 /// The active document is the last of the list: closing it makes the one before it active.
 class Documents {
  public:
-  /// Both must outlive the documents.
+  /// `journal` and `observer` must outlive the object.
   Documents(Journal& journal, DocumentObserver& observer) : m_journal(journal), m_observer(observer) {}
 
-  /// Opens a file whose type, name and content agree and makes its document the active one. A document
-  /// that is open already is handed back as it is.
+  /// Opens a file and makes its document the active one; type, name and content must agree. If the document
+  /// is open already, it is returned unchanged.
   OpenResult Open(const OpenRequest& request);
 
   std::shared_ptr<Document> New(swDocumentTypes_e type);
 
-  /// @throws HostError naming the file where it cannot be written.
+  /// @throws HostError naming the file if it cannot be written.
   void Save(Document& document, const std::wstring& path);
 
   std::shared_ptr<Document> Find(const std::wstring& name) const;
@@ -48,10 +48,10 @@ class Documents {
   void Close(const std::shared_ptr<Document>& document);
 
   /// Loads the component's file as it is now and keeps it open.
-  /// @throws HostError naming the file where it cannot be loaded; the component is suppressed then.
+  /// @throws HostError naming the file if it cannot be loaded; then the component is suppressed.
   void Resolve(Component& component);
 
-  /// Lets go of the component's file.
+  /// Suppresses the component and closes its file.
   static void Suppress(Component& component);
 
  private:
@@ -62,7 +62,7 @@ class Documents {
   DocumentObserver& m_observer;
   FileHolds m_holds;
   std::vector<std::shared_ptr<Document>> m_open;
-  int m_made = 0;  // documents made in this session
+  int m_created = 0;  // documents created in this session
 };
 
 }  // namespace cad_host

@@ -15,7 +15,7 @@ constexpr DWORD kElementReadMode = STGM_READ | STGM_SHARE_EXCLUSIVE;
 
 CompoundFile::CompoundFile(std::wstring path, DWORD mode, HRESULT result, const IStoragePtr& storage)
     : m_path(std::move(path)), m_mode(mode), m_storage(storage) {
-  Check(result, m_mode == kWriteMode ? L"cannot write" : L"is no document or cannot be read");
+  Check(result, m_mode == kWriteMode ? L"cannot write" : L"is not a document or cannot be read");
 }
 
 void CompoundFile::Check(HRESULT result, const wchar_t* step) const {

@@ -9,30 +9,30 @@
 
 namespace cad_host {
 
-/// The stream of the summary information that has a section for properties of the user's own.
+/// The stream of the summary information that has the section for user-defined properties.
 inline constexpr const wchar_t* kPropertiesStream = L"\005DocumentSummaryInformation";
 
 class CompoundFile {
  public:
-  /// Whether the file is there and a compound file.
+  /// Whether the file exists and is a compound file.
   static bool IsOne(const std::wstring& path);
 
-  /// @throws HostError naming the file where it cannot be made or opened.
+  /// @throws HostError naming the file if it cannot be created or opened.
   static CompoundFile Create(const std::wstring& path);
   static CompoundFile OpenToRead(const std::wstring& path);
 
-  /// The table in the stream `name`; empty where there is no such stream.
+  /// The table in the stream `name`; empty if there is no such stream.
   Records ReadTable(const wchar_t* name) const;
 
   void WriteTable(const wchar_t* name, const Records& records) const;
 
-  /// The bytes of the stream with the property set of the document; empty where there is none.
+  /// The bytes of the stream with the property set of the document; empty if there is no such stream.
   std::string ReadPropertySet() const { return ReadStream(kPropertiesStream); }
 
-  /// Makes these bytes the stream with the property set of the document.
+  /// Writes the stream with the property set of the document.
   void WritePropertySet(std::string_view bytes) const { WriteStream(kPropertiesStream, bytes); }
 
-  /// @throws HostError naming the file and the failed step where `result` is a failure.
+  /// @throws HostError naming the file and the failed step if `result` is a failure.
   void Check(HRESULT result, const wchar_t* step) const;
 
  private:

@@ -14,10 +14,10 @@ namespace cad_host {
 /// Keeps a file open so that others can read it but not write, move or delete it.
 class FileHold {
  public:
-  /// @throws HostError naming the file where it cannot be opened so.
+  /// @throws HostError naming the file if it cannot be opened in this way.
   explicit FileHold(std::wstring path);
 
-  /// Lets go of the file for a while, so that the host itself can write it.
+  /// Closes the file for a while so that the host itself can write it.
   class Pause {
    public:
     explicit Pause(FileHold* hold) : m_hold(hold) {
@@ -46,7 +46,7 @@ class FileHolds {
   /// @throws HostError; see FileHold.
   std::shared_ptr<FileHold> Hold(const std::wstring& path);
 
-  /// The hold that there is; null if the file is not held.
+  /// The existing hold of the file; null if it is not held.
   std::shared_ptr<FileHold> Find(const std::wstring& path) const;
 
  private:

@@ -8,10 +8,10 @@ namespace cad_host {
 /// Whether two names or absolute paths are equal, without regard to case.
 bool SameName(const std::wstring& a, const std::wstring& b);
 
-/// "bolt.sldprt" of `C:\bolt.sldprt`.
+/// "bolt.sldprt" for `C:\bolt.sldprt`.
 std::wstring FileNameOf(const std::wstring& path);
 
-/// "bolt" of `C:\bolt.sldprt`.
+/// "bolt" for `C:\bolt.sldprt`.
 std::wstring BaseNameOf(const std::wstring& path);
 
 }  // namespace cad_host

@@ -13,9 +13,9 @@
 namespace cad_host {
 namespace {
 
-// Beside the property set: type and text of the properties that do not read back from it as they were typed,
-// because a value has no "1.50" and a text no type. Of each the name, type and text in the set, then type
-// and text as typed.
+// A stream beside the property set, for the properties that do not read back from the set as they were typed:
+// a number value loses the form "1.50", and a text value loses the type. Each record has the name, the type
+// and the text in the set, then the type and the text as typed.
 constexpr const wchar_t* kAsTypedStream = L"PropertiesAsTyped";
 
 std::wstring DecodeCodePage(std::string_view bytes, unsigned code_page) {
@@ -30,7 +30,7 @@ bool SameValue(const CustomProperty& a, const CustomProperty& b) {
   return a.type == b.type && a.text == b.text;
 }
 
-/// @param stored what reads back of `properties`, in the same order.
+/// @param stored `properties` as they read back, in the same order.
 Records AsTypedTable(const CustomProperties& properties, const CustomProperties& stored) {
   Records records;
   for (std::size_t index = 0; index < properties.size(); ++index) {
@@ -49,7 +49,7 @@ CustomProperty PropertyOf(const Record& record, std::size_t type, std::size_t te
           .type = static_cast<swCustomInfoType_e>(NumberOf(record, type))};
 }
 
-/// A property that another program has changed in the set since stays as it is there.
+/// A property that another program has changed in the set keeps the changed value.
 void RestoreAsTyped(const Records& records, CustomProperties& properties) {
   std::unordered_map<std::wstring_view, CustomProperty*> by_name;
   for (CustomProperty& property : properties) by_name.emplace(property.name, &property);

@@ -1,4 +1,4 @@
-/// @file How a property set stream is laid out; all numbers are little-endian.
+/// @file The layout of a property set stream; all numbers are little-endian.
 #pragma once
 
 #include <array>
@@ -7,38 +7,39 @@
 
 namespace cad_host::property_set {
 
-/// The stream begins with a header of 28 bytes, whose last member is the number of sections; id and place of
-/// each section follow.
+/// The stream begins with a header of 28 bytes; its last member is the number of sections. The id and the
+/// place of each section follow.
 inline constexpr std::size_t kSectionCount = 24;
 inline constexpr std::size_t kSectionPlaces = 28;
 inline constexpr std::size_t kSectionPlaceSize = 20;
 
 using SectionId = std::array<unsigned char, 16>;
 
-/// {D5CDD505-2E9C-101B-9397-08002B2CF9AE}: where programs keep properties of the user's own.
+/// {D5CDD505-2E9C-101B-9397-08002B2CF9AE}: the section for user-defined properties.
 inline constexpr SectionId kUserDefined = {0x05, 0xd5, 0xcd, 0xd5, 0x9c, 0x2e, 0x1b, 0x10,
                                            0x93, 0x97, 0x08, 0x00, 0x2b, 0x2c, 0xf9, 0xae};
 
-/// A section begins with its size and the number of its properties; id and place of each property follow.
+/// A section begins with its size and the number of its properties. The id and the place of each property
+/// follow.
 inline constexpr std::size_t kPropertyCount = 4;
 inline constexpr std::size_t kPropertyPlaces = 8;
 inline constexpr std::size_t kPropertyPlaceSize = 8;
 
-/// Ids with a meaning of their own; the properties themselves have the ids after them.
+/// Reserved ids; the properties themselves have the ids after them.
 inline constexpr std::uint32_t kDictionaryId = 0;  ///< the names of the properties by id
 inline constexpr std::uint32_t kCodePageId = 1;    ///< of the names and of the texts that are not wide
 inline constexpr std::uint32_t kFirstId = 2;
 
-/// Types of values; each value stands behind its type.
+/// Types of values; each value follows its type.
 inline constexpr std::uint32_t kTypeShort = 2;
 inline constexpr std::uint32_t kTypeNumber = 3;
 inline constexpr std::uint32_t kTypeDouble = 5;
 inline constexpr std::uint32_t kTypeBool = 11;
-inline constexpr std::uint32_t kTypeText = 30;  ///< in the section's code page, behind its length in bytes
-inline constexpr std::uint32_t kTypeWideText = 31;  ///< UTF-16, behind its length in units
+inline constexpr std::uint32_t kTypeText = 30;      ///< in the section's code page, after its length in bytes
+inline constexpr std::uint32_t kTypeWideText = 31;  ///< UTF-16, after its length in units
 inline constexpr std::uint32_t kTypeFileTime = 64;
 
-/// How people type and see a yes/no property.
+/// The texts of a yes/no property.
 inline constexpr const wchar_t* kYes = L"Yes";
 inline constexpr const wchar_t* kNo = L"No";
 

@@ -16,7 +16,7 @@ namespace {
 
 using namespace property_set;
 
-/// Bytes that are read in little-endian order, and never beyond their end.
+/// Reads little-endian values from bytes; throws std::out_of_range beyond the end.
 class Bytes {
  public:
   explicit Bytes(std::string_view bytes) : m_bytes(bytes) {}
@@ -46,7 +46,7 @@ std::wstring WideText(std::string_view bytes) {
   return text;
 }
 
-/// "2024-05-31" of a number of 100 nanoseconds since 1601; "0000-00-00" for one that is no time.
+/// The date such as "2024-05-31" of a number of 100 nanoseconds since 1601; "0000-00-00" if it is too large.
 std::wstring DateText(std::uint64_t file_time) {
   using Ticks = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;
   constexpr auto kBeginning = std::chrono::sys_days(std::chrono::year(1601) / 1 / 1);
@@ -86,7 +86,7 @@ class Section {
   }
 
  private:
-  /// The text up to its final null.
+  /// The text up to its terminating null.
   std::wstring Text(std::size_t offset, std::size_t size, unsigned code_page) const {
     const std::string_view bytes = m_bytes.Part(offset, size);
     std::wstring text = code_page == kUtf16 ? WideText(bytes) : m_decode(bytes, code_page);
@@ -97,7 +97,7 @@ class Section {
   CustomProperty Value(std::size_t offset) const {
     const auto type = m_bytes.At<std::uint32_t>(offset);
     const std::size_t value = offset + sizeof type;
-    const std::size_t text = value + sizeof(std::uint32_t);  // behind its length
+    const std::size_t text = value + sizeof(std::uint32_t);  // after its length
     switch (type) {
       case kTypeText:
         return {.name = {}, .text = Text(text, m_bytes.At<std::uint32_t>(value), m_codePage)};
@@ -148,8 +148,8 @@ CustomProperties ReadUserDefinedSection(std::string_view stream, CodePageDecoder
   for (std::uint32_t index = 0; index < count; ++index) {
     const std::size_t place = kSectionPlaces + std::size_t{index} * kSectionPlaceSize;
     if (bytes.At<SectionId>(place) != kUserDefined) continue;
-    // The size that the section states is not looked at: what Wine writes is shorter than it states, for it
-    // leaves out what should follow the last value.
+    // The size field of the section is ignored: a section that Wine writes is shorter than its size field
+    // says, because Wine leaves out the bytes after the last value.
     const auto offset = bytes.At<std::uint32_t>(place + sizeof(SectionId));
     return Section(stream.substr(std::min<std::size_t>(offset, stream.size())), decode).Read();
   }

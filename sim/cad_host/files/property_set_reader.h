@@ -1,7 +1,7 @@
-/// @file Reading the user-defined section of a property set stream.
+/// @file Reads the user-defined section of a property set stream.
 ///
-/// By itself, because Wine's property sets look at a stream's first section only and lose texts and names
-/// in other code pages than the system's; other programs write both.
+/// Wine's own property sets are not used for this: they read only the first section of a stream and lose
+/// texts and names in other code pages than the system's. Other programs write both.
 #pragma once
 
 #include <string>
@@ -18,7 +18,7 @@ using CodePageDecoder = std::wstring (*)(std::string_view bytes, unsigned code_p
 /// yes/no. Values of other types read as the empty text.
 /// @param stream a property set stream; an empty one has no properties.
 /// @param decode called for texts and names in other code pages than UTF-16.
-/// @throws std::out_of_range where the stream is not whole.
+/// @throws std::out_of_range if the stream is cut off.
 CustomProperties ReadUserDefinedSection(std::string_view stream, CodePageDecoder decode);
 
 }  // namespace cad_host

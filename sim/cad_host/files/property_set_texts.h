@@ -1,4 +1,4 @@
-/// @file Values of custom properties as the texts that people type and see.
+/// @file Converts texts that people type to values of custom properties.
 #pragma once
 
 #include <windows.h>
@@ -8,16 +8,16 @@
 
 namespace cad_host {
 
-/// The whole number that "12" is; nothing where it is none or takes more than 32 bits.
+/// The number of a text such as "12"; empty if it is not a whole number or does not fit 32 bits.
 std::optional<LONG> WholeNumberOf(const std::wstring& text);
 
-/// The number that "1.5" is; nothing where it is none or no finite one.
+/// The number of a text such as "1.5"; empty if it is not a number or not finite.
 std::optional<double> FractionOf(const std::wstring& text);
 
-/// What "Yes" and "No" say, without regard to case.
+/// true for "Yes", false for "No", without regard to case; empty for any other text.
 std::optional<bool> YesOrNoOf(const std::wstring& text);
 
-/// The beginning of the day that "2024-05-31" names.
+/// The start of the day of a text such as "2024-05-31"; empty if it is not a date.
 std::optional<FILETIME> DateOf(const std::wstring& text);
 
 }  // namespace cad_host

@@ -41,7 +41,7 @@ std::string Value(std::uint32_t type, const T& value) {
   return Padded(bytes);
 }
 
-/// The text behind its length, both with the final null.
+/// The length and then the text, both with the terminating null.
 std::string TextValue(const std::wstring& text) {
   const std::size_t length = text.size() + 1;
   std::string bytes = Value(kTypeWideText, static_cast<DWORD>(length));

@@ -1,7 +1,7 @@
-/// @file Writing the user-defined section as a property set stream.
+/// @file Writes the user-defined section as a property set stream.
 ///
-/// By itself, because Wine's property sets refuse fractions and yes/no when they are written, and look
-/// through all their names for each property.
+/// Wine's own property sets are not used for this: they cannot write fractions and yes/no values, and they
+/// search all names for each property.
 #pragma once
 
 #include <string>
@@ -10,8 +10,8 @@
 
 namespace cad_host {
 
-/// A stream whose one section has the properties, in their order. A number, a date or a yes/no is stored as
-/// the value that its text names; what names none, such as an expression, as text.
+/// A stream with one section that has the properties in their order. A number, a date or a yes/no is stored
+/// as a value of that type if its text can be converted, otherwise (such as an expression) as text.
 std::string UserDefinedSection(const CustomProperties& properties);
 
 }  // namespace cad_host

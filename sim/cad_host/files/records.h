@@ -1,4 +1,4 @@
-/// @file Small tables as text: one record a line, its fields separated by tabs.
+/// @file Small tables as text: one record per line, its fields separated by tabs.
 #pragma once
 
 #include <string>
@@ -13,13 +13,13 @@ using Records = std::vector<Record>;
 /// The table in UTF-8. Tabs, line ends and backslashes within a field are written as \t, \n, \r and \\.
 std::string EncodeRecords(const Records& records);
 
-/// What EncodeRecords wrote.
+/// The table of bytes that EncodeRecords returned.
 Records DecodeRecords(std::string_view bytes);
 
-/// Field `index` of a record; empty where the record is shorter.
+/// Field `index` of a record; empty if the record is shorter.
 std::wstring FieldOf(const Record& record, std::size_t index);
 
-/// A field that is a whole number, and one with a fraction; 0 where it is no number.
+/// Field `index` as a whole number or a fraction; 0 if it is not a number.
 long NumberOf(const Record& record, std::size_t index);
 double DoubleOf(const Record& record, std::size_t index);
 

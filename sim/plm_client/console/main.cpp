@@ -19,7 +19,7 @@
 
 namespace {
 
-constexpr DWORD kLookInterval = 100;  // milliseconds
+constexpr DWORD kCheckInterval = 100;  // milliseconds
 
 HANDLE StopEvent() {
   static const UniqueHandle event = OwnHandle(CreateEventW(nullptr, TRUE, FALSE, nullptr));
@@ -35,7 +35,7 @@ std::vector<std::wstring> Arguments() {
   return {arguments.get() + 1, arguments.get() + count};
 }
 
-/// `text` on one line, cut where it is long.
+/// `text` on one line, shortened if it is long.
 std::string Excerpt(const std::string& text) {
   constexpr std::size_t kLongest = 400;
   if (text.empty()) return "nothing";
@@ -47,23 +47,23 @@ std::string Excerpt(const std::string& text) {
   return text.size() > kLongest ? line + "... (" + std::to_string(text.size()) + " bytes)" : line;
 }
 
-/// Answers out of the folder and tells what happens.
-class Desk {
+/// Answers from the folder; prints and records the requests.
+class FolderHandler {
  public:
-  explicit Desk(const Options& options) : m_answers(options.answers), m_quiet(options.quiet) {
+  explicit FolderHandler(const Options& options) : m_answers(options.answers), m_quiet(options.quiet) {
     if (options.record.empty()) return;
     m_record.open(options.record, std::ios::binary | std::ios::app);
     if (!m_record) throw std::runtime_error(options.record.string() + " cannot be written");
   }
 
-  /// Holds requests back as long as the lock lives.
-  std::unique_lock<std::mutex> LetRequestsWait() { return std::unique_lock(m_mutex); }
+  /// Requests wait while the lock exists.
+  std::unique_lock<std::mutex> HoldRequests() { return std::unique_lock(m_mutex); }
 
   plm_client::Reply Handle(const plm_client::Request& request) {
     const plm_client::FiledAnswer answer = m_answers.Next(request.command);
     const std::lock_guard lock(m_mutex);
     Record(request);
-    if (!m_quiet) Tell(request, answer);
+    if (!m_quiet) Print(request, answer);
     return plm_client::Reply::Text(answer.text);
   }
 
@@ -75,7 +75,7 @@ class Desk {
              << std::flush;
   }
 
-  void Tell(const plm_client::Request& request, const plm_client::FiledAnswer& answer) const {
+  void Print(const plm_client::Request& request, const plm_client::FiledAnswer& answer) const {
     const std::string source = answer.file.empty() ? "" : ", from " + answer.file;
     std::printf("    PLM client asked: %s with %s\n    PLM client answers%s: %s\n", request.command.c_str(),
                 Excerpt(request.text).c_str(), source.c_str(), Excerpt(answer.text).c_str());
@@ -91,7 +91,7 @@ class Desk {
 /// Returns at Ctrl-C, or when no host has been connected for as long as the options say.
 void WaitForEnd(const plm_client::Client& client, const Options& options) {
   auto last_seen = std::chrono::steady_clock::now();
-  while (WaitForSingleObject(StopEvent(), kLookInterval) == WAIT_TIMEOUT) {
+  while (WaitForSingleObject(StopEvent(), kCheckInterval) == WAIT_TIMEOUT) {
     const auto now = std::chrono::steady_clock::now();
     if (client.OpenConnectionCount() > 0) last_seen = now;
     if (options.until_idle && now - last_seen >= *options.until_idle) return;
@@ -99,13 +99,13 @@ void WaitForEnd(const plm_client::Client& client, const Options& options) {
 }
 
 void Run(const Options& options) {
-  Desk desk(options);
+  FolderHandler handler(options);
   SetConsoleCtrlHandler(&Stop, TRUE);
-  // The first request may come before the pipe's name has been told.
-  std::unique_lock waiting = desk.LetRequestsWait();
+  // A request may come before the pipe's name has been printed.
+  std::unique_lock waiting = handler.HoldRequests();
   const plm_client::Client client(
       {.pipe = options.pipe},
-      [&desk](const plm_client::Request& request, std::stop_token) { return desk.Handle(request); });
+      [&handler](const plm_client::Request& request, std::stop_token) { return handler.Handle(request); });
   if (!options.quiet) {
     std::printf("serving %s\n", CStringHelper::UnicodeToUTF8(client.PipePath()).c_str());
     std::fflush(stdout);

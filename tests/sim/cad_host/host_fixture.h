@@ -1,4 +1,4 @@
-/// @file A session of the simulated host in a folder of its own.
+/// @file A session of the simulated host in its own folder.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -10,8 +10,8 @@
 #include "cad_host/host.h"
 #include "temp_folder.h"
 
-/// Ends the session after each test and fails where the test has left a reference to an object of the
-/// host behind, or a fault that never happened.
+/// Ends the session after each test. The test fails if it has not released an object of the host, or has set
+/// a fault that never happened.
 class HostTest : public testing::Test {
  protected:
   HostTest() { Restart(); }
@@ -27,7 +27,7 @@ class HostTest : public testing::Test {
   cad_host::Host& Host() { return *m_host; }
   cad_host::Journal& Journal() { return m_host->GetJournal(); }
 
-  /// Ends the session and starts another one with the same memory.
+  /// Ends the session and starts another one with the same state folder.
   void Restart(const std::wstring& revision = L"31.0.0") {
     m_host.reset();
     m_host = std::make_unique<cad_host::Host>(

@@ -8,7 +8,7 @@ using plm_client::AnswerFolder;
 
 namespace {
 
-TEST(AnswerFolder, GivesNumberedFilesInTurnThenThePlainOne) {
+TEST(AnswerFolder, ReturnsNumberedFilesInTurnThenTheFileWithoutANumber) {
   const TempFolder folder;
   folder.Write(L"QD_PLMQuery.json", "{ \"plain\" : \xC3\xBC }\r\n");
   folder.Write(L"QD_PLMQuery.1.json", "first");
@@ -20,7 +20,7 @@ TEST(AnswerFolder, GivesNumberedFilesInTurnThenThePlainOne) {
   EXPECT_EQ(answers.Next("QD_PLMQuery").file, "QD_PLMQuery.json");
 }
 
-TEST(AnswerFolder, CountsEachCommandByItself) {
+TEST(AnswerFolder, CountsTheCallsOfEachCommand) {
   const TempFolder folder;
   folder.Write(L"A.1.json", "a");
   folder.Write(L"B.1.json", "b");
@@ -29,14 +29,14 @@ TEST(AnswerFolder, CountsEachCommandByItself) {
   EXPECT_EQ(answers.Next("B").text, "b");
 }
 
-TEST(AnswerFolder, GivesNothingWithoutAFile) {
+TEST(AnswerFolder, ReturnsNothingWithoutAFile) {
   const TempFolder folder;
   AnswerFolder answers(folder.Path());
   EXPECT_EQ(answers.Next("QD_PLMQuery").text, "");
   EXPECT_EQ(answers.Next("QD_PLMQuery").file, "");
 }
 
-TEST(AnswerFolder, ReadsAFileAnewEachTimeAndWithoutItsByteOrderMark) {
+TEST(AnswerFolder, ReadsTheFileEachTimeAndSkipsItsByteOrderMark) {
   const TempFolder folder;
   AnswerFolder answers(folder.Path());
   folder.Write(L"A.json", "\xEF\xBB\xBF{}");
@@ -46,7 +46,7 @@ TEST(AnswerFolder, ReadsAFileAnewEachTimeAndWithoutItsByteOrderMark) {
   EXPECT_EQ(answers.Next("A").file, "A.json");
 }
 
-TEST(AnswerFolder, NeverLeavesTheFolder) {
+TEST(AnswerFolder, NeverReadsOutsideTheFolder) {
   const TempFolder folder;
   folder.Write(L"secret.json", "secret");
   AnswerFolder answers(folder.MakeFolder(L"answers"));

@@ -18,8 +18,8 @@ class ClientTest : public testing::Test {
   Script m_script;
 };
 
-TEST_F(ClientTest, AnswersTheBytesOfTheProtocolWithTheBytesOfTheProtocol) {
-  // given the example of the protocol's description
+TEST_F(ClientTest, AnswersTheExampleOfTheProtocolByteByByte) {
+  // given the example in the description of the protocol
   const Client client({.pipe = m_pipe}, std::ref(m_script));
   m_script.Always("QD_PLMLogin", Reply::Text(R"({"__InvokeResult__":true,"user":"kim"})"));
   const Host host(m_pipe);
@@ -60,7 +60,7 @@ TEST_F(ClientTest, ReadsRequestsHoweverTheyAreSplit) {
   EXPECT_EQ(client.Requests()[3].text, "{\"a\":1}");
 }
 
-TEST_F(ClientTest, AnswersInTurnThenAlwaysThenEmpty) {
+TEST_F(ClientTest, SendsRepliesInTurnBeforeTheConstantReply) {
   const Client client({.pipe = m_pipe}, std::ref(m_script));
   m_script.InTurn("A", {Reply::Text("1"), Reply::Text("2")});
   m_script.Always("A", Reply::Text("always"));
@@ -71,7 +71,7 @@ TEST_F(ClientTest, AnswersInTurnThenAlwaysThenEmpty) {
   EXPECT_EQ(host.Ask(4, "B"), R"({"jsonrpc":"2.0","id":4,"result":{"answer":""}})");
 }
 
-TEST_F(ClientTest, TellsAnErrorAndWhatItsHandlerThrows) {
+TEST_F(ClientTest, SendsErrorsAndExceptionsOfTheHandler) {
   const Client client({.pipe = m_pipe}, [](const Request& request, std::stop_token) {
     if (request.command == "A") return Reply::Error(-5, "no \"A\"");
     throw std::runtime_error("broken");
@@ -107,7 +107,7 @@ TEST_F(ClientTest, WaitsBeforeItAnswers) {
   EXPECT_GE(GetTickCount64() - start, 290u);
 }
 
-TEST_F(ClientTest, ServesTheNextHostAfterOneThatWentOff) {
+TEST_F(ClientTest, ServesTheNextHostAfterOneHasDisconnected) {
   const Client client({.pipe = m_pipe, .instances = 1}, std::ref(m_script));
   for (int i = 1; i <= 5; ++i) {
     Host host(m_pipe);
@@ -121,7 +121,7 @@ TEST_F(ClientTest, ServesTheNextHostAfterOneThatWentOff) {
   }
 }
 
-TEST_F(ClientTest, ServesHostsSideBySide) {
+TEST_F(ClientTest, ServesSeveralHostsAtTheSameTime) {
   const Client client({.pipe = m_pipe}, std::ref(m_script));
   m_script.Always("slow", Reply::Text("x").After(500ms));
   const Host first(m_pipe), second(m_pipe);
@@ -132,10 +132,10 @@ TEST_F(ClientTest, ServesHostsSideBySide) {
   EXPECT_EQ(client.ConnectionCount(), 2);
 }
 
-TEST_F(ClientTest, RefusesWhatIsNoRequestAndGoesOn) {
+TEST_F(ClientTest, RefusesInvalidRequestsAndKeepsTheConnection) {
   const Client client({.pipe = m_pipe}, std::ref(m_script));
   const Host host(m_pipe);
-  const char* const kNoRequests[] = {
+  const char* const kInvalidRequests[] = {
       "{",
       "[]",
       R"({"jsonrpc":"2.0","method":"invoke","params":{"command":"A","request":""}})",
@@ -143,7 +143,7 @@ TEST_F(ClientTest, RefusesWhatIsNoRequestAndGoesOn) {
       R"({"jsonrpc":"2.0","id":1,"method":"invoke","params":{"command":"A","request":{}}})",
       R"({"jsonrpc":"2.0","id":1,"method":"invoke","params":{"request":""}})",
   };
-  for (const char* const content : kNoRequests) {
+  for (const char* const content : kInvalidRequests) {
     host.Send(Frame(content));
     EXPECT_TRUE(host.ReceiveContent().starts_with(R"({"jsonrpc":"2.0","id":null,"error":{"code":-32600,)"))
         << content;
@@ -152,7 +152,7 @@ TEST_F(ClientTest, RefusesWhatIsNoRequestAndGoesOn) {
   EXPECT_EQ(host.Ask(1, "A"), R"({"jsonrpc":"2.0","id":1,"result":{"answer":""}})");
 }
 
-TEST_F(ClientTest, EndsAConnectionWithoutAProperHeader) {
+TEST_F(ClientTest, ClosesTheConnectionAfterAnInvalidHeader) {
   const Client client({.pipe = m_pipe}, std::ref(m_script));
   const Host host(m_pipe);
   host.Send("Content-Size: 2\r\n\r\n{}");
@@ -161,8 +161,8 @@ TEST_F(ClientTest, EndsAConnectionWithoutAProperHeader) {
   EXPECT_EQ(Host(m_pipe).Ask(1, "A"), R"({"jsonrpc":"2.0","id":1,"result":{"answer":""}})");
 }
 
-TEST_F(ClientTest, EndsWhileAHostIsConnectedAndAPersonHasNotChosen) {
-  // given a handler that waits for a person until it is told to stop
+TEST_F(ClientTest, CanBeDestroyedWhileAHostWaitsForAPerson) {
+  // given a handler that waits for a person until a stop is requested
   auto client = std::make_unique<Client>(Settings{.pipe = m_pipe}, [](const Request&, std::stop_token stop) {
     while (!stop.stop_requested()) Sleep(10);
     return Reply::Nothing();
@@ -175,7 +175,7 @@ TEST_F(ClientTest, EndsWhileAHostIsConnectedAndAPersonHasNotChosen) {
   EXPECT_FALSE(Host(m_pipe).IsConnected());
 }
 
-TEST_F(ClientTest, DoesNotShareItsPipe) {
+TEST_F(ClientTest, FailsIfAnotherClientServesThePipe) {
   const Client client({.pipe = m_pipe}, std::ref(m_script));
   try {
     const Client second({.pipe = m_pipe}, std::ref(m_script));
@@ -185,11 +185,11 @@ TEST_F(ClientTest, DoesNotShareItsPipe) {
   }
 }
 
-TEST_F(ClientTest, NamesAFaultySecurityDescriptor) {
+TEST_F(ClientTest, FailsIfTheSecurityDescriptorIsNotValid) {
   EXPECT_THROW(Client({.pipe = m_pipe, .security = L"nonsense"}, std::ref(m_script)), std::runtime_error);
 }
 
-TEST_F(ClientTest, OwnsItsPipeAsTheUserAndLetsNobodyElseIn) {
+TEST_F(ClientTest, AllowsOnlyTheCurrentUserToOpenThePipe) {
   const Client client({.pipe = m_pipe}, std::ref(m_script));
   const Host host(m_pipe);
   PSECURITY_DESCRIPTOR descriptor = nullptr;

@@ -61,12 +61,12 @@ class Console {
 
 class ConsoleTest : public testing::Test {
  protected:
-  /// The program over the folder "answers", on this test's pipe.
+  /// Arguments for the folder "answers" and this test's pipe.
   std::wstring Arguments(const std::wstring& further = L"") const {
     return L"--answers \"" + m_folder.Path(L"answers") + L"\" --pipe " + m_pipe + L" " + further;
   }
 
-  /// A host, as soon as the pipe is served.
+  /// Connects a host; waits until the pipe is served.
   Host Connect() const {
     Host host(m_pipe);
     for (int tries = 0; tries < 500 && !host.IsConnected(); ++tries) {
@@ -81,7 +81,7 @@ class ConsoleTest : public testing::Test {
   TempFolder m_folder;
 };
 
-TEST_F(ConsoleTest, AnswersOutOfTheFolderTellsRecordsAndEndsWhenIdle) {
+TEST_F(ConsoleTest, AnswersFromTheFolderPrintsRecordsAndEndsWhenIdle) {
   m_folder.Write(L"answers\\QD_PLMLogin.json", R"({"__InvokeResult__":true})");
   const Console console(m_folder,
                         Arguments(L"--until-idle 1 --record \"" + m_folder.Path(L"record.jsonl") + L"\""));
@@ -109,7 +109,7 @@ TEST_F(ConsoleTest, AnswersOutOfTheFolderTellsRecordsAndEndsWhenIdle) {
   EXPECT_EQ(console.Errors(), "");
 }
 
-TEST_F(ConsoleTest, IsQuietWhenTold) {
+TEST_F(ConsoleTest, PrintsNothingWithTheOptionQuiet) {
   m_folder.MakeFolder(L"answers");
   const Console console(m_folder, Arguments(L"--until-idle 1 --quiet"));
   EXPECT_EQ(Connect().Ask(1, "QD_PLMQuery"), R"({"jsonrpc":"2.0","id":1,"result":{"answer":""}})");
@@ -117,7 +117,7 @@ TEST_F(ConsoleTest, IsQuietWhenTold) {
   EXPECT_EQ(console.Output(), "");
 }
 
-TEST_F(ConsoleTest, SaysWhatIsWrongWithItsArguments) {
+TEST_F(ConsoleTest, ReportsInvalidArguments) {
   m_folder.MakeFolder(L"answers");
   const std::pair<std::wstring, const char*> cases[] = {
       {L"", "--answers must name a folder"},
@@ -134,7 +134,7 @@ TEST_F(ConsoleTest, SaysWhatIsWrongWithItsArguments) {
   }
 }
 
-TEST_F(ConsoleTest, SaysThatAnotherClientServesThePipe) {
+TEST_F(ConsoleTest, FailsIfAnotherClientServesThePipe) {
   m_folder.MakeFolder(L"answers");
   const Console first(m_folder, Arguments());
   Connect();

@@ -1,4 +1,4 @@
-/// @file A host of the simplest kind.
+/// @file A host that only sends and receives bytes.
 #pragma once
 
 #include <windows.h>
@@ -8,7 +8,7 @@
 
 #include "base/unique_handle.h"
 
-/// Opens the client's pipe and speaks bytes.
+/// Opens the client's pipe and sends and receives bytes.
 class Host {
  public:
   /// Opens the pipe `\\.\pipe\` + `pipe`; see IsConnected.
@@ -19,13 +19,13 @@ class Host {
 
   void Send(std::string_view bytes) const;
 
-  /// What the client sends, `count` bytes or as many as come before it closes the connection.
+  /// Receives `count` bytes, or fewer if the client closes the connection.
   std::string Receive(std::size_t count) const;
 
-  /// The content of the next frame.
+  /// Receives a frame and returns its content; "closed" if the client has closed the connection.
   std::string ReceiveContent() const;
 
-  /// Asks for a command and gives the content of the answer's frame.
+  /// Sends a command and returns the content of the answer's frame.
   std::string Ask(int id, const std::string& command, const std::string& request = "") const;
 
  private:

@@ -9,7 +9,7 @@
 
 namespace cad_host {
 
-/// An add-in of the registry, HKLM\SOFTWARE\SolidWorks\AddIns\{CLSID}.
+/// An add-in in the registry, HKLM\SOFTWARE\SolidWorks\AddIns\{CLSID}.
 struct AddInEntry {
   std::wstring clsid;  ///< as text, with braces
   std::wstring title;
@@ -17,7 +17,7 @@ struct AddInEntry {
   bool loads_at_start = false;
 };
 
-/// The command manager that one add-in gets; everything in it is found by the add-in's key.
+/// The command manager of one add-in; its groups and tabs are found by the add-in's key.
 struct AddInCommands {
   std::wstring add_in;
 };
@@ -27,19 +27,19 @@ struct AddIn {
   AddInEntry entry;
   long cookie = 0;
   ISwAddinPtr object;
-  IDispatchPtr callbacks;  ///< what SetAddinCallbackInfo gave
+  IDispatchPtr callbacks;  ///< the object passed to SetAddinCallbackInfo
   long module_handle = 0;
   std::shared_ptr<AddInCommands> commands;
 
-  /// What the host remembers it by: the class id, or the title where there is none.
+  /// The key under which the host stores its data: the class id, or the title if there is no class id.
   const std::wstring& Key() const { return entry.clsid.empty() ? entry.title : entry.clsid; }
 };
 
-/// What became of calling a callback.
+/// The result of calling a callback.
 struct PickResult {
   bool enabled = false;   ///< false: the item was greyed out, and nothing was called
   HRESULT result = S_OK;  ///< of Invoke
-  HRESULT code = S_OK;    ///< the exception's, where `result` is DISP_E_EXCEPTION
+  HRESULT code = S_OK;    ///< of the exception, if `result` is DISP_E_EXCEPTION
   std::wstring source;
   std::wstring description;
 

@@ -8,10 +8,10 @@
 
 namespace cad_host {
 
-/// An icon list as it was when the host looked at it.
+/// An icon list as it was when the host read it.
 struct IconList {
   std::wstring path;
-  bool is_bitmap = false;  ///< the file was there and a bitmap
+  bool is_bitmap = false;  ///< the file existed and was a bitmap
   long width = 0;          ///< in pixels
   long height = 0;
 };
@@ -28,7 +28,7 @@ struct CommandItem {
   long command_id = 0;  ///< 0 until the group is activated
 };
 
-/// A menu and toolbar of one add-in. It stays until it is removed, also after its add-in has gone.
+/// A menu and toolbar of one add-in. It stays until it is removed, even after its add-in has disconnected.
 struct CommandGroup {
   std::wstring add_in;  ///< key of the add-in; see AddIn::Key
   long user_id = 0;
@@ -45,7 +45,7 @@ struct CommandGroup {
   std::vector<CommandItem> items;
 };
 
-/// A command in a tab box. `id` may be of a command that is no longer there: a dead button.
+/// A command in a tab box. If `id` belongs to a command that no longer exists, the button does nothing.
 struct TabCommand {
   long id = 0;
   long text_style = 0;
@@ -55,7 +55,7 @@ struct CommandTabBox {
   std::vector<TabCommand> commands;
 };
 
-/// A tab of the ribbon for one document type. Titles are not unique; tabs outlive the session.
+/// A tab of the ribbon for one document type. Names are not unique. Tabs are stored for the next session.
 struct CommandTab {
   long document_type = 0;
   std::wstring name;
@@ -63,7 +63,7 @@ struct CommandTab {
   std::vector<std::shared_ptr<CommandTabBox>> boxes;
 };
 
-/// What the host remembers of a group that was activated.
+/// What the host stores about a group that was activated.
 struct SavedGroup {
   std::wstring add_in;
   long user_id = 0;

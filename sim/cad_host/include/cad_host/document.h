@@ -16,20 +16,20 @@ class FileHold;
 /// read, but not written, moved or deleted.
 struct Component {
   ComponentRecord record;
-  long loaded_revision = 0;  ///< of the file's content as it was last loaded
+  long loaded_revision = 0;  ///< of the file when it was last loaded
   std::shared_ptr<FileHold> hold;
 
   bool IsSuppressed() const { return record.suppression == swComponentSuppressed; }
 };
 
-/// Something that the person picked, and where.
+/// Something that the person selected, and the point.
 struct Selection {
-  std::shared_ptr<Component> component;  ///< none: a face of the model
+  std::shared_ptr<Component> component;  ///< null: a face of the model
   Point point;
 };
 
-/// An open document keeps its file open as a component does: any program can read the file and see that it
-/// is there, none can change it.
+/// An open document keeps its file open as a component does: other programs can read the file, but not
+/// change it.
 struct Document {
   std::wstring path;  ///< empty until it is saved for the first time
   std::wstring title;
@@ -37,7 +37,7 @@ struct Document {
   bool view_only = false;
   bool changed = false;
   std::wstring configuration;
-  ModelFile model;  ///< its components stand in `components` while it is open
+  ModelFile model;  ///< while it is open, its components are in `components`
   std::vector<std::shared_ptr<Component>> components;
   std::vector<Selection> selection;
   std::shared_ptr<FileHold> hold;

@@ -1,4 +1,4 @@
-/// @file Faults of the host, switched on by name.
+/// @file Faults that a test or a script injects into the host, by the name of a method.
 #pragma once
 
 #include <windows.h>
@@ -11,39 +11,38 @@
 
 namespace cad_host {
 
-/// Every call of an interface method asks here first. A method is named "ISldWorks::OpenDoc6", or
-/// "OpenDoc6" for that method of any interface; a query for an interface is named
+/// Every interface method checks for a fault first. A method is named "ISldWorks::OpenDoc6", or "OpenDoc6"
+/// for that method of any interface; a query for an interface is named
 /// "IModelDoc2::QueryInterface(IAssemblyDoc)". `nth` counts calls from when the fault is set; kEvery means
 /// all of them.
 class Faults {
  public:
   static constexpr int kEvery = 0;
 
-  /// The call does nothing, gives nothing and answers `result`.
+  /// The method does not run. Its results are cleared (null, false, 0) and it returns `result`.
   void Fail(std::wstring method, int nth, HRESULT result);
 
-  /// The call does nothing, gives nothing (null, false, 0) and answers S_OK.
+  /// The method does not run. Its results are cleared and it returns S_OK.
   void ReturnNothing(std::wstring method, int nth = 1) { Fail(std::move(method), nth, S_OK); }
 
-  /// The call does nothing, gives nothing and answers S_FALSE.
+  /// The method does not run. Its results are cleared and it returns S_FALSE.
   void ReturnFalse(std::wstring method, int nth = 1) { Fail(std::move(method), nth, S_FALSE); }
 
-  /// The call does what it should and then hides it: it gives nothing and answers S_OK.
+  /// The method runs, but then its results are cleared and it returns S_OK.
   void HideResult(std::wstring method, int nth = 1);
 
-  /// The call does what it should, and then `change` changes what it gives: `results` are the places of the
-  /// results in the order of the arguments, so that `*static_cast<long*>(results[3]) += 2` makes a fourth
-  /// result of type long wrong.
+  /// The method runs, and then `change` changes its results. `results` has the addresses of the results in
+  /// the order of the arguments: `*static_cast<long*>(results[3]) += 2` changes a fourth result of type long.
   using Change = std::function<void(const std::vector<void*>& results)>;
   void ChangeResults(std::wstring method, int nth, Change change);
 
-  /// The call answers as ever, after `action`.
+  /// The method runs as usual, after `action`.
   void Before(std::wstring method, int nth, std::function<void()> action);
 
   /// The `index`-th call from now on, counted from 1 over all methods, fails.
   void FailCall(int index, HRESULT result) { Fail(L"", index, result); }
 
-  /// Sets the fault that a line of text tells:
+  /// Sets the fault that a line of text describes:
   ///
   ///     fail the 3rd OpenDoc6 with 80004005
   ///     fail every ISldWorks::CloseDoc with 8000ffff
@@ -51,30 +50,30 @@ class Faults {
   ///     the 2nd ReplaceComponents2 returns S_FALSE
   ///     RemoveCommandTab hides its result
   ///
-  /// Without a number, the next call is meant. "returns no ..." and "returns nothing" are one.
-  /// @throws HostError that quotes a text that is none of these.
+  /// Without a number, the next call is meant. "returns no ..." means the same as "returns nothing".
+  /// @throws HostError quoting the text if it does not have one of these forms.
   void Add(std::wstring_view text);
 
-  /// The faults that have not happened, as lines: a misspelt method shows here.
+  /// The faults that never happened, as lines of text; for example because the method is misspelt.
   std::vector<std::wstring> Unused() const;
 
   void Clear() { m_faults.clear(); }
 
-  /// What a call is to do; nothing where no fault is set for it.
+  /// What a fault does to a call.
   struct Effect {
-    bool runs = false;   ///< the method itself runs
-    bool gives = false;  ///< what it gives reaches the caller
+    bool runs = false;           ///< the method runs
+    bool keeps_results = false;  ///< the caller gets the results unchanged
     HRESULT result = S_OK;
-    Change change = nullptr;  ///< where the method runs: what is done to what it gives
+    Change change = nullptr;  ///< changes the results of a method that runs
   };
 
-  /// Counts a call of `method` and gives the fault that is due.
+  /// Counts a call of `method` and returns the effect of its fault; empty if there is no fault for this call.
   std::optional<Effect> Take(std::wstring_view method);
 
  private:
   struct Fault {
-    std::wstring method;  ///< empty for any
-    int nth = 1;          ///< kEvery, or the call that it happens at
+    std::wstring method;  ///< empty: any method
+    int nth = 1;          ///< kEvery, or the number of the call that it happens at
     Effect effect;
     std::function<void()> action;
     int seen = 0;

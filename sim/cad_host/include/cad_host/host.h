@@ -1,8 +1,8 @@
 /// @file The simulated CAD host: a session of the application with documents, add-ins and a command
 /// interface that keep their state.
 ///
-/// An add-in meets real COM objects under the host's own interface ids and slots; the program that drives
-/// the host plays the person at it:
+/// Add-ins get real COM objects with the host's own interface ids and vtable slots. The program that drives
+/// the host acts as the person at it:
 ///
 ///     cad_host::Host host({.state_folder = folder.Path()});
 ///     cad_host::AddIn& add_in = host.Connect(L"TAVO SolidWorks Integration");
@@ -13,7 +13,7 @@
 ///     host.Disconnect(add_in);
 ///     host.HeldReferences();  // what the add-in forgot to release
 ///
-/// Everything happens on the thread that made the host, which becomes a single-threaded apartment.
+/// Everything happens on the thread that created the host, which becomes a single-threaded apartment.
 #pragma once
 
 #include <memory>
@@ -33,26 +33,26 @@ namespace cad_host {
 struct HostState;
 
 struct HostOptions {
-  std::wstring state_folder = {};  ///< for tabs and saved command ids; made if missing; empty: none
+  std::wstring state_folder = {};  ///< for tabs and command ids; created if missing; empty: not stored
   std::wstring revision = L"31.0.0";
 };
 
-/// An object of the host that somebody outside still holds.
+/// An object of the host that is still held from outside.
 struct HeldReference {
-  std::wstring object;  ///< such as `IModelDoc2 of part "bolt.sldprt"`
+  std::wstring object;  ///< such as `part "bolt.sldprt"`
   unsigned long count = 0;
 };
 
 class Host {
  public:
-  /// Starts a session and registers the host's type library where it is not.
-  /// @throws HostError where the state folder cannot be made or its file cannot be read.
+  /// Starts a session and registers the host's type library if it is not registered yet.
+  /// @throws HostError if the state folder cannot be created or its file cannot be read.
   explicit Host(HostOptions options = {});
   Host(const Host&) = delete;
   Host& operator=(const Host&) = delete;
 
-  /// Disconnects what is still connected. Objects that are held beyond this answer every call with
-  /// RPC_E_DISCONNECTED.
+  /// Disconnects the add-ins that are still connected. Objects that are still held return RPC_E_DISCONNECTED
+  /// from every call.
   ~Host();
 
   Journal& GetJournal();
@@ -61,27 +61,27 @@ class Host {
   /// The application object, with a reference that counts as held from outside.
   ISldWorksPtr Application();
 
-  /// What is held from outside, by object. Empty when everybody has released what they got.
+  /// The objects that are held from outside. Empty if all references were released.
   std::vector<HeldReference> HeldReferences() const;
 
   /// How many event sinks are advised.
   std::size_t AdvisedSinks() const;
 
-  /// The event sinks, as they were advised.
+  /// The event sinks in the order in which they were advised.
   std::vector<IDispatchPtr> EventSinks() const;
 
-  // Documents, as the person opens, makes, saves and closes them. Names are titles or paths, without
+  // Documents, as the person opens, creates, saves and closes them. Names are titles or paths, without
   // regard to case.
 
-  /// Opens the file, or activates the document that has it open already.
-  /// @throws HostError naming the file and what is wrong with it.
+  /// Opens the file, or activates its document if it is open already.
+  /// @throws HostError with the file and the reason if it cannot be opened.
   std::shared_ptr<Document> Open(const std::wstring& path);
 
-  /// A new document, never saved, that becomes the active one.
+  /// Creates a document without a file and makes it the active one.
   std::shared_ptr<Document> New(swDocumentTypes_e type);
 
   /// Writes the document to its file, or to `path`, which becomes its file.
-  /// @throws HostError naming the file where it cannot be written or the document has none.
+  /// @throws HostError naming the file or document if it cannot be written or the document has no file.
   void Save(Document& document, const std::wstring& path = {});
 
   /// The open document `name`; null if there is none.
@@ -97,26 +97,26 @@ class Host {
   /// Closes without saving.
   void Close(const std::shared_ptr<Document>& document);
 
-  /// Puts an instance of the model file `path` into the open assembly.
-  /// @throws HostError naming the file where it cannot be loaded.
+  /// Adds an instance of the model file `path` to the open assembly.
+  /// @throws HostError naming the file if it cannot be loaded.
   std::shared_ptr<Component> AddComponent(Document& assembly, const std::wstring& path,
                                           const Point& position = {});
 
   // Add-ins.
 
-  /// The add-ins of the registry.
+  /// The add-ins in the registry.
   static std::vector<AddInEntry> RegisteredAddIns();
 
   /// Loads and connects the registered add-in with this title or class id.
-  /// @throws HostError naming the step that failed and its code. An exception that leaves the add-in's
-  ///         ConnectToSW passes through; the add-in is released then.
+  /// @throws HostError naming the step that failed and its code. An exception of the add-in's ConnectToSW is
+  ///         passed on after the add-in has been released.
   AddIn& Connect(const std::wstring& title_or_clsid);
 
-  /// Connects an add-in object that the caller made, known by `title`.
+  /// Connects an add-in object of the caller under the title `title`.
   AddIn& Connect(ISwAddin* object, const std::wstring& title);
 
-  /// Disconnects and releases the add-in and lets COM unload what is unused.
-  /// @return whether the add-in called itself disconnected.
+  /// Disconnects and releases the add-in, and unloads COM libraries that are no longer used.
+  /// @return whether the add-in reported that it has disconnected.
   bool Disconnect(AddIn& add_in);
 
   const std::vector<std::unique_ptr<AddIn>>& ConnectedAddIns() const;
@@ -126,20 +126,20 @@ class Host {
   /// All groups that were not removed.
   const std::vector<std::shared_ptr<CommandGroup>>& Groups() const;
 
-  /// All tabs, first made first.
+  /// All tabs, in the order in which they were created.
   const std::vector<std::shared_ptr<CommandTab>>& Tabs() const;
 
-  /// What an earlier activation left of the group; null if nothing.
+  /// What was stored when the group was activated; null if nothing was stored.
   const SavedGroup* FindSavedGroup(const AddIn& add_in, long user_id) const;
 
   /// The add-in's item with this menu text or callback name.
-  /// @throws HostError naming an item that is not there.
+  /// @throws HostError naming the item if there is no such item.
   const CommandItem& FindItem(const AddIn& add_in, const std::wstring& name) const;
 
-  /// Asks the item's enable method. An item without one is enabled.
+  /// Calls the item's enable method. An item without an enable method is enabled.
   bool IsEnabled(AddIn& add_in, const std::wstring& item);
 
-  /// What the person's click does: asks the enable method and calls the callback.
+  /// Does what the person's click does: calls the enable method and, if the item is enabled, the callback.
   PickResult Pick(AddIn& add_in, const std::wstring& item);
 
  private:

@@ -1,4 +1,4 @@
-/// @file What the simulated host throws at the program that drives it. Add-ins never see it.
+/// @file The exception that the simulated host throws to the program that drives it. Add-ins never see it.
 #pragma once
 
 #include <windows.h>
@@ -8,8 +8,8 @@
 
 namespace cad_host {
 
-/// Something that the person at the host asked for cannot be done. The message names the file, the name
-/// or the value; what() has it in UTF-8.
+/// The host cannot do what the person asked for. The message contains the file, the name or the value;
+/// what() returns it in UTF-8.
 class HostError : public std::runtime_error {
  public:
   explicit HostError(const std::wstring& message, HRESULT result = E_FAIL);
@@ -22,7 +22,7 @@ class HostError : public std::runtime_error {
   HRESULT m_result;
 };
 
-/// "S_OK", "S_FALSE", else "0x80004005".
+/// "S_OK", "S_FALSE", or the code such as "0x80004005".
 std::wstring ResultText(HRESULT result);
 
 }  // namespace cad_host

@@ -1,4 +1,4 @@
-/// @file The record of everything that passed between the host and its add-ins.
+/// @file The record of all calls and events between the host and its add-ins.
 #pragma once
 
 #include <windows.h>
@@ -15,17 +15,17 @@ struct JournalEntry {
   enum class Kind {
     kCall,    ///< an add-in called the host
     kCallee,  ///< the host called an add-in
-    kEvent,   ///< the host told its event sinks
-    kNote,    ///< something that the host found worth saying
+    kEvent,   ///< the host raised an event
+    kNote,    ///< a remark of the host
   };
 
   Kind kind = Kind::kNote;
-  int depth = 0;           ///< how many other entries it happened within
+  int depth = 0;           ///< the number of entries that contain this one
   std::wstring method;     ///< such as "ISldWorks::OpenDoc6"; for a note, its text
-  std::wstring arguments;  ///< what went in, such as `"C:\bolt.sldprt", 1, 1, ""`
+  std::wstring arguments;  ///< the input arguments, such as `"C:\bolt.sldprt", 1, 1, ""`
   HRESULT result = S_OK;
-  std::wstring results;  ///< what came out, such as `0, 0, part "bolt.sldprt"`
-  bool fault = false;    ///< the result is not the host's own but a fault's
+  std::wstring results;  ///< the output arguments, such as `0, 0, part "bolt.sldprt"`
+  bool fault = false;    ///< the result comes from a fault
 
   /// The entry as a line, such as `ISldWorks::ActivateDoc("bolt.sldprt") = S_OK, part "bolt.sldprt"`.
   std::wstring Text() const;
@@ -34,7 +34,7 @@ struct JournalEntry {
   std::wstring Interface() const;
 };
 
-/// Entries stand in the order in which they began.
+/// Entries are in the order in which they began.
 class Journal {
  public:
   const std::vector<JournalEntry>& Entries() const { return m_entries; }
@@ -42,7 +42,7 @@ class Journal {
   /// The calls of add-ins, or those of one method such as "ISldWorks::OpenDoc6".
   std::vector<JournalEntry> Calls(std::wstring_view method = {}) const;
 
-  /// Entries of any kind whose method is `method`: "ISwAddin::ConnectToSW", "FileOpenPostNotify".
+  /// Entries of any kind with the method `method`, such as "ISwAddin::ConnectToSW" or "FileOpenPostNotify".
   std::vector<JournalEntry> Of(std::wstring_view method) const;
 
   /// Whether a line from entry `from` on contains `text`.
@@ -53,14 +53,14 @@ class Journal {
 
   void Clear() { m_entries.clear(); }
 
-  /// Adds a line of the host's own.
+  /// Adds a remark of the host.
   void Note(std::wstring text);
 
-  /// Begins an entry; entries until its end stand within it. @return its place, for End.
+  /// Begins an entry; entries that begin before its end are nested in it. @return its index, for End.
   std::size_t Begin(JournalEntry::Kind kind, std::wstring method, std::wstring arguments);
 
-  /// Ends the entry at `place`.
-  void End(std::size_t place, HRESULT result, std::wstring results, bool fault = false);
+  /// Ends the entry with the index `entry`.
+  void End(std::size_t entry, HRESULT result, std::wstring results, bool fault = false);
 
  private:
   std::vector<JournalEntry> m_entries;

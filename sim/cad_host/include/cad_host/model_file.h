@@ -1,5 +1,5 @@
-/// @file What a document's file holds: an OLE compound file whose streams are small tables of text, beside
-/// the standard user-defined property set.
+/// @file The content of a document's file: an OLE compound file with streams of small text tables and the
+/// standard user-defined property set.
 #pragma once
 
 #include <map>
@@ -11,7 +11,7 @@
 
 namespace cad_host {
 
-/// A place in the model's space, in metres.
+/// A point in model space, in metres.
 struct Point {
   double x = 0;
   double y = 0;
@@ -39,23 +39,23 @@ struct ViewRecord {
 
 struct ModelFile {
   swDocumentTypes_e type = swDocPART;
-  long revision = 1;                                        ///< tells one content of a file from another
+  long revision = 1;                                        ///< grows with each save
   CustomProperties properties;                              ///< of the document
   std::map<std::wstring, CustomProperties> configurations;  ///< each with its own properties
-  std::map<std::wstring, std::wstring> quantities;  ///< what expressions are about: "SW-Mass" is "1.25"
+  std::map<std::wstring, std::wstring> quantities;          ///< values for expressions: "SW-Mass" is "1.25"
   std::vector<ComponentRecord> components;
   std::vector<MateRecord> mates;
   std::vector<ViewRecord> views;
 };
 
-/// Writes `model` to the file `path`, in place of what it held.
-/// @throws HostError naming the file where it cannot be written.
+/// Writes `model` to the file `path`, which is replaced if it exists.
+/// @throws HostError naming the file if it cannot be written.
 void WriteModelFile(const std::wstring& path, const ModelFile& model);
 
-/// @throws HostError naming the file where it is missing or no model file.
+/// @throws HostError naming the file if it is missing or is not a model file.
 ModelFile ReadModelFile(const std::wstring& path);
 
-/// The type that the end of a file's name tells; swDocNONE for any other.
+/// The document type for the extension of a file's name; swDocNONE if the extension is unknown.
 swDocumentTypes_e DocumentTypeOfName(const std::wstring& path);
 
 /// "part", "assembly", "drawing" or "document".

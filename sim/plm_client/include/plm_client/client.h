@@ -1,4 +1,4 @@
-/// @file The PLM client's end of the pipe.
+/// @file The PLM client: serves the pipe and answers requests.
 #pragma once
 
 #include <chrono>
@@ -22,28 +22,28 @@ class PipeStream;
 struct Settings {
   /// The pipe's name without `\\.\pipe\`; empty for the default name of this user.
   std::wstring pipe{};
-  /// How many hosts are served at a time; a further one finds the pipe busy.
+  /// How many hosts are served at the same time; for any other host the pipe is busy.
   unsigned instances = 4;
-  /// Who owns the pipe and may open it, in the security descriptor definition language; empty for this
-  /// user alone.
+  /// Who owns the pipe and may open it, in the security descriptor definition language; empty: only the
+  /// current user.
   std::wstring security{};
-  /// The connection is closed when so many bytes have been read from it.
+  /// The connection is closed when this many bytes have been read from it.
   std::size_t read_limit = static_cast<std::size_t>(-1);
 };
 
-/// `tavo-plm-client-` and the SID of this user: the name under which a host looks for the client.
-/// @throws std::runtime_error where the system does not tell the user.
+/// `tavo-plm-client-` and the SID of the current user: the name under which a host looks for the client.
+/// @throws std::runtime_error if the current user cannot be determined.
 std::wstring DefaultPipeName();
 
-/// Serves the pipe on threads of its own as long as it lives.
+/// Serves the pipe on its own threads during the lifetime of the object.
 class Client {
  public:
-  /// Decides what to do about a request. Called on a thread of the connection, for several connections at
-  /// the same time; may take as long as a person takes, but must return soon after a stop is requested.
-  /// What it throws is told to the host as an error.
+  /// Decides the reply to a request. Called on a thread of the connection, for several connections at the
+  /// same time; may wait for a person, but must return soon after a stop is requested. An exception is sent
+  /// to the host as an error.
   using Handler = std::function<Reply(const Request&, std::stop_token)>;
 
-  /// @throws std::runtime_error where the pipe cannot be made: another client serves it already.
+  /// @throws std::runtime_error if the pipe cannot be created, for example because another client serves it.
   Client(const Settings& settings, Handler handler);
   Client(const Client&) = delete;
   Client& operator=(const Client&) = delete;
@@ -55,17 +55,17 @@ class Client {
   /// The requests so far.
   std::vector<Request> Requests() const;
 
-  /// Waits until there were `count` requests. @return whether there were, within `timeout`.
+  /// Waits until `count` requests have been received. @return false if `timeout` ends first.
   bool WaitForRequests(std::size_t count, std::chrono::milliseconds timeout) const;
 
   /// How many connections there were so far, and how many there are now.
   int ConnectionCount() const;
   int OpenConnectionCount() const;
 
-  /// Closes every connection; the pipe is served on.
+  /// Closes every connection; hosts can connect again.
   void Disconnect();
 
-  /// Sends a frame with `message` over every connection, without having been asked.
+  /// Sends a frame with `message` over every connection, without a request.
   void SendUnasked(const std::string& message);
 
  private:

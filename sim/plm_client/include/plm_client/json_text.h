@@ -1,4 +1,4 @@
-/// @file JSON in and out.
+/// @file Reads and writes JSON.
 #pragma once
 
 #include <string>
@@ -12,7 +12,7 @@ namespace plm_client {
 std::string JsonString(std::string_view text);
 
 /// Reads the message that a frame holds into `request`.
-/// @throws std::runtime_error where it is no request of the protocol.
+/// @throws std::runtime_error if it is not a request of the protocol.
 void ReadRequest(std::string_view message, Request& request);
 
 }  // namespace plm_client

@@ -1,4 +1,4 @@
-/// @file What the client does about a request.
+/// @file How the client answers a request.
 #pragma once
 
 #include <chrono>
@@ -8,12 +8,12 @@
 
 namespace plm_client {
 
-/// An answer, or one of the ways in which a client can fail to give one. Texts are UTF-8.
+/// An answer to a request, or one that breaks the protocol in some way. Texts are UTF-8.
 ///
 ///     Reply::Text(R"({"OpenFile":[]})").After(200ms).InPiecesOf(1)
 class Reply {
  public:
-  /// The answer `text`, as it stands. The empty text says that the person chose nothing.
+  /// The answer `text`, unchanged. The empty text means that the person chose nothing.
   static Reply Text(std::string text);
 
   /// An error instead of a result.
@@ -22,7 +22,7 @@ class Reply {
   /// A frame with `result`, any JSON value, as the result.
   static Reply Result(const std::string& result);
 
-  /// A frame with `message`, whatever that is.
+  /// A frame with any content, `message`.
   static Reply Message(const std::string& message);
 
   /// `bytes` without a frame around them.
@@ -34,13 +34,13 @@ class Reply {
   /// Waits before anything is sent.
   Reply After(std::chrono::milliseconds delay) &&;
 
-  /// Sends a frame with `message` ahead of the answer.
+  /// Sends a frame with `message` before the answer.
   Reply Following(const std::string& message) &&;
 
-  /// Sends a frame with `message` right behind the answer, in the same write.
+  /// Sends a frame with `message` directly after the answer, in the same write.
   Reply FollowedBy(const std::string& message) &&;
 
-  /// Answers under another id than the request's.
+  /// Answers with another id than that of the request.
   Reply WithId(std::uint64_t id) &&;
 
   /// Sends at most `bytes` bytes with each write.

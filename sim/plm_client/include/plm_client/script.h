@@ -1,4 +1,4 @@
-/// @file Answers laid down beforehand.
+/// @file Prepared answers.
 #pragma once
 
 #include <map>
@@ -12,7 +12,7 @@
 
 namespace plm_client {
 
-/// Answers by command. A command without an answer gets the empty one.
+/// Answers for each command. A command without an answer gets the empty answer.
 ///
 ///     Script script;
 ///     Client client({}, std::ref(script));

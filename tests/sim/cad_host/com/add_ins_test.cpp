@@ -1,4 +1,5 @@
 // Loading, connecting and calling add-ins.
+#include "case_name.h"
 #include "host/command_manager.h"
 #include "host_fixture.h"
 #include "registered_add_in.h"
@@ -12,7 +13,7 @@ using cad_host::PickResult;
 
 constexpr long kGroup = 0;
 
-/// Connects with one command item "Item" whose callback is "Run" and whose enable method is "MayRun".
+/// The add-in has one command item, "Item", with the callback "Run" and the enable method "MayRun".
 class AddInsTest : public HostTest {
  protected:
   AddInsTest() {
@@ -82,7 +83,7 @@ TEST_F(AddInsTest, ConnectsAndReleasesAtTheEnd) {
   EXPECT_TRUE(Host().ConnectedAddIns().empty());
 }
 
-TEST_F(AddInsTest, TellsWhenAnAddInDoesNotCallItselfDisconnected) {
+TEST_F(AddInsTest, ReportsAnAddInThatDoesNotDisconnect) {
   m_addIn.on_disconnect = [](VARIANT_BOOL* disconnected) {
     *disconnected = VARIANT_FALSE;
     return S_OK;
@@ -99,7 +100,7 @@ TEST_F(AddInsTest, AnAddInThatDoesNotConnectIsReleased) {
   EXPECT_TRUE(Host().ConnectedAddIns().empty());
 }
 
-TEST_F(AddInsTest, AnExceptionThatLeavesConnectPassesThrough) {
+TEST_F(AddInsTest, PassesOnAnExceptionOfConnectToSW) {
   m_addIn.on_connect = [](IDispatch*, long, VARIANT_BOOL*) -> HRESULT { throw 42; };
   EXPECT_THROW(Connect(), int);
   EXPECT_TRUE(Host().ConnectedAddIns().empty());
@@ -116,13 +117,14 @@ TEST_F(AddInsTest, PicksByMenuTextAndByCallback) {
 }
 
 struct StatusCase {
+  const char* name;
   long status;
   bool enabled;
 };
 
 class StatusTest : public AddInsTest, public testing::WithParamInterface<StatusCase> {};
 
-TEST_P(StatusTest, GreysOutWhatTheEnableMethodForbids) {
+TEST_P(StatusTest, EnablesTheItemAsTheEnableMethodSays) {
   AddIn& add_in = Connect();
   EnableByReference(GetParam().status);
   EXPECT_EQ(Host().Pick(add_in, L"Item").enabled, GetParam().enabled);
@@ -132,18 +134,22 @@ TEST_P(StatusTest, GreysOutWhatTheEnableMethodForbids) {
   Host().Disconnect(add_in);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, StatusTest,
-                         testing::Values(StatusCase{0, false}, StatusCase{1, true}, StatusCase{2, false},
-                                         StatusCase{3, true}, StatusCase{4, false}));
+const StatusCase kStatuses[] = {{"Disabled", 0, false},
+                                {"Enabled", 1, true},
+                                {"DisabledAndPressed", 2, false},
+                                {"EnabledAndPressed", 3, true},
+                                {"UnknownStatus", 4, false}};
 
-TEST_F(AddInsTest, AnEnableMethodThatFailsGreysOut) {
+INSTANTIATE_TEST_SUITE_P(, StatusTest, testing::ValuesIn(kStatuses), CaseName<StatusCase>);
+
+TEST_F(AddInsTest, AnItemIsDisabledIfItsEnableMethodFails) {
   AddIn& add_in = Connect();
   m_addIn.methods[L"MayRun"] = [](DISPPARAMS&, VARIANT*, EXCEPINFO*) { return E_FAIL; };
   EXPECT_FALSE(Host().IsEnabled(add_in, L"Item"));
   Host().Disconnect(add_in);
 }
 
-TEST_F(AddInsTest, AnEnableMethodThatIsNotThereGreysNothingOut) {
+TEST_F(AddInsTest, AnItemIsEnabledIfItsEnableMethodIsMissing) {
   AddIn& add_in = Connect();
   m_addIn.methods.erase(L"MayRun");
   EXPECT_TRUE(Host().IsEnabled(add_in, L"Item"));
@@ -168,7 +174,7 @@ TEST_F(AddInsTest, ReportsTheExceptionOfACallback) {
   Host().Disconnect(add_in);
 }
 
-TEST_F(AddInsTest, TheCommandManagerAnswersDisconnectedAfterwards) {
+TEST_F(AddInsTest, TheCommandManagerIsDisconnectedWithTheAddIn) {
   ICommandManagerPtr kept;
   AddIn& add_in = Connect();
   Host().Application()->GetCommandManager(m_cookie, &kept);
@@ -184,7 +190,7 @@ TEST_F(AddInsTest, AnUnknownCookieGetsNoCommandManager) {
   EXPECT_FALSE(manager);
 }
 
-TEST_F(AddInsTest, LoadsWhatTheRegistryNames) {
+TEST_F(AddInsTest, LoadsARegisteredAddIn) {
   m_addIn.on_connect = nullptr;
   const RegisteredAddIn registered(L"A registered add-in", &m_addIn);
   bool listed = false;
@@ -200,7 +206,7 @@ TEST_F(AddInsTest, LoadsWhatTheRegistryNames) {
   EXPECT_TRUE(Host().Disconnect(Host().Connect(RegisteredAddIn::kClsid)));
 }
 
-TEST_F(AddInsTest, NamesAnAddInThatIsNotRegistered) {
+TEST_F(AddInsTest, FailsIfTheAddInIsNotRegistered) {
   try {
     Host().Connect(L"No such add-in");
     FAIL() << "connected";
@@ -209,7 +215,7 @@ TEST_F(AddInsTest, NamesAnAddInThatIsNotRegistered) {
   }
 }
 
-TEST_F(AddInsTest, EndingTheSessionDisconnects) {
+TEST_F(AddInsTest, EndingTheSessionDisconnectsTheAddIns) {
   Connect();
   bool disconnected = false;
   m_addIn.on_disconnect = [&](VARIANT_BOOL*) {

@@ -5,7 +5,7 @@
 
 namespace {
 
-// The events that the host raises, by name.
+// The ids of the events that the host raises.
 constexpr DISPID kActiveDocChange = 4;
 constexpr DISPID kActiveModelDocChange = 5;
 constexpr DISPID kDocumentLoad = 11;
@@ -42,7 +42,7 @@ class EventsTest : public HostTest {
   DWORD m_cookie = 0;
 };
 
-TEST_F(EventsTest, OpeningTellsBeforeLoadActiveAndAfter) {
+TEST_F(EventsTest, OpeningAFileRaisesItsEventsInOrder) {
   const std::wstring path = MakePart(L"bolt.sldprt");
   Host().Open(path);
   EXPECT_EQ(m_sink.events, (std::vector<Event>{{kFileOpenPre, {VT_BSTR}, {path}},
@@ -52,19 +52,19 @@ TEST_F(EventsTest, OpeningTellsBeforeLoadActiveAndAfter) {
                                                {kFileOpenPost, {VT_BSTR}, {path}}}));
 }
 
-TEST_F(EventsTest, ARefusedFileIsNotTold) {
+TEST_F(EventsTest, ARefusedFileRaisesNoEvent) {
   EXPECT_THROW(Host().Open(m_folder.Path(L"missing.sldprt")), cad_host::HostError);
   EXPECT_EQ(m_sink.events, std::vector<Event>{});
 }
 
-TEST_F(EventsTest, ANewDocumentIsTold) {
+TEST_F(EventsTest, ANewDocumentRaisesEvents) {
   Host().New(swDocASSEMBLY);
   EXPECT_EQ(m_sink.events, (std::vector<Event>{{kFileNew2, {VT_DISPATCH, VT_I4, VT_BSTR}, {L""}},
                                                {kActiveDocChange, {}, {}},
                                                {kActiveModelDocChange, {}, {}}}));
 }
 
-TEST_F(EventsTest, ActivatingAndClosingAreTold) {
+TEST_F(EventsTest, ActivatingAndClosingRaiseEvents) {
   const auto first = Host().New(swDocPART);
   Host().New(swDocPART);
   m_sink.events.clear();
@@ -78,17 +78,17 @@ TEST_F(EventsTest, ActivatingAndClosingAreTold) {
                                                {kActiveModelDocChange, {}, {}}}));
 }
 
-TEST_F(EventsTest, TheJournalHasEvents) {
+TEST_F(EventsTest, TheJournalContainsEvents) {
   const std::wstring path = MakePart(L"bolt.sldprt");
   Host().Open(path);
   EXPECT_TRUE(Journal().Contains(L"event DocumentLoadNotify(\"bolt.sldprt\", \"" + path + L"\")"));
 }
 
-TEST_F(EventsTest, OtherConnectionPointsAreNotThere) {
+TEST_F(EventsTest, HasNoOtherConnectionPoints) {
   EXPECT_FALSE(FindPoint(__uuidof(IDispatch), CONNECT_E_NOCONNECTION));
 }
 
-TEST_F(EventsTest, OnlySinksOfTheEventsAreAdvised) {
+TEST_F(EventsTest, RefusesASinkOfAnotherInterface) {
   DWORD cookie = 1;
   EXPECT_EQ(m_point->Advise(m_point, &cookie), CONNECT_E_CANNOTCONNECT);
   EXPECT_EQ(cookie, 0u);
@@ -140,7 +140,7 @@ const EventCase kEvents[] = {
     {38, L"End3DInterconnectTranslationNotify", {VT_BSTR}},
 };
 
-/// What a type library says of an event.
+/// The description of an event in a type library.
 EventCase Describe(const ITypeInfoPtr& events, UINT index, CComBSTR& name) {
   FUNCDESC* function = nullptr;
   EXPECT_EQ(events->GetFuncDesc(index, &function), S_OK);
@@ -193,7 +193,7 @@ TEST(TypeLibraryTest, HasTheHostsMajorVersion) {
   EXPECT_EQ(LoadEvents(events, 31), S_OK);
 }
 
-TEST(TypeLibraryTest, IsRegisteredOnlyMeanwhile) {
+TEST(TypeLibraryTest, IsRegisteredOnlyWhileAHostRuns) {
   ITypeInfoPtr events;
   {
     const cad_host::Host host;

@@ -1,4 +1,5 @@
-// Faults by name, and the journal through which every call passes.
+// Faults by name, and the journal of all calls.
+#include "case_name.h"
 #include "host/command_manager.h"
 #include "host/custom_properties.h"
 #include "host/model_doc.h"
@@ -34,7 +35,7 @@ class FaultsTest : public HostTest {
   }
 };
 
-TEST_F(FaultsTest, FailsTheNthCallAndGivesNothing) {
+TEST_F(FaultsTest, FailsTheNthCallAndClearsItsResults) {
   Faults().Fail(L"ISldWorks::get_IActiveDoc2", 2, E_ACCESSDENIED);
   EXPECT_EQ(AskActive(), S_OK);
   IModelDoc2Ptr document;
@@ -45,7 +46,7 @@ TEST_F(FaultsTest, FailsTheNthCallAndGivesNothing) {
   EXPECT_TRUE(Journal().Contains(L"ISldWorks::get_IActiveDoc2() = 0x80070005, null [fault]"));
 }
 
-TEST_F(FaultsTest, CountsFromWhenItIsSet) {
+TEST_F(FaultsTest, CountsCallsFromWhenTheFaultIsSet) {
   AskActive();
   Faults().Fail(L"ISldWorks::get_IActiveDoc2", 1, E_FAIL);
   EXPECT_EQ(AskActive(), E_FAIL);
@@ -67,13 +68,13 @@ TEST_F(FaultsTest, ReturnsNothingOrFalse) {
   EXPECT_FALSE(document);
 }
 
-TEST_F(FaultsTest, AFaultKeepsTheMethodFromHappening) {
+TEST_F(FaultsTest, AMethodWithAFaultDoesNotRun) {
   Faults().Fail(L"ISldWorks::CloseDoc", 1, S_OK);
   Host().Application()->CloseDoc(CComBSTR(L"Part1"));
   EXPECT_EQ(Host().OpenDocuments().size(), 1u);
 }
 
-TEST_F(FaultsTest, HidesTheResultOfWhatHappened) {
+TEST_F(FaultsTest, HidesTheResultOfAMethodThatRuns) {
   IDispatchPtr activated;
   Host().New(swDocPART);
   Faults().HideResult(L"ISldWorks::ActivateDoc");
@@ -113,27 +114,30 @@ TEST_F(FaultsTest, EveryCallOfAnOperationCanBeFailedInTurn) {
 }
 
 struct TextCase {
+  const char* name;
   const wchar_t* text;
   std::vector<HRESULT> results;  // of calls of get_IActiveDoc2 in a row
 };
 
 class FaultTextTest : public FaultsTest, public testing::WithParamInterface<TextCase> {};
 
-TEST_P(FaultTextTest, SetsTheFaultThatItTells) {
+TEST_P(FaultTextTest, SetsTheFaultThatItDescribes) {
   Faults().Add(GetParam().text);
   for (const HRESULT result : GetParam().results) EXPECT_EQ(AskActive(), result);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    All, FaultTextTest,
-    testing::Values(TextCase{L"fail the 3rd get_IActiveDoc2 with 80004005", {S_OK, S_OK, E_FAIL, S_OK}},
-                    TextCase{L"fail get_IActiveDoc2 with 0x8000FFFF", {E_UNEXPECTED, S_OK}},
-                    TextCase{L"fail every ISldWorks::get_IActiveDoc2 with 80004005", {E_FAIL, E_FAIL}},
-                    TextCase{L"the 2nd get_IActiveDoc2 returns S_FALSE", {S_OK, S_FALSE, S_OK}},
-                    TextCase{L"get_IActiveDoc2 returns no document", {S_OK}},
-                    TextCase{L"get_IActiveDoc2 hides its result", {S_OK}}));
+const TextCase kTexts[] = {
+    {"FailTheThird", L"fail the 3rd get_IActiveDoc2 with 80004005", {S_OK, S_OK, E_FAIL, S_OK}},
+    {"FailTheNext", L"fail get_IActiveDoc2 with 0x8000FFFF", {E_UNEXPECTED, S_OK}},
+    {"FailEvery", L"fail every ISldWorks::get_IActiveDoc2 with 80004005", {E_FAIL, E_FAIL}},
+    {"ReturnFalse", L"the 2nd get_IActiveDoc2 returns S_FALSE", {S_OK, S_FALSE, S_OK}},
+    {"ReturnNothing", L"get_IActiveDoc2 returns no document", {S_OK}},
+    {"HideResult", L"get_IActiveDoc2 hides its result", {S_OK}},
+};
 
-TEST_F(FaultsTest, QuotesATextThatIsNoFault) {
+INSTANTIATE_TEST_SUITE_P(, FaultTextTest, testing::ValuesIn(kTexts), CaseName<TextCase>);
+
+TEST_F(FaultsTest, FailsIfTheTextIsNotAFault) {
   try {
     Faults().Add(L"break everything");
     FAIL() << "taken";
@@ -142,18 +146,18 @@ TEST_F(FaultsTest, QuotesATextThatIsNoFault) {
   }
 }
 
-TEST_F(FaultsTest, QuotesANumberThatNoCallHas) {
+TEST_F(FaultsTest, FailsIfTheNumberOfTheCallIsNotValid) {
   for (const std::wstring number : {L"0", L"99999999999", L"99999999999999999999999999"}) {
     try {
       Faults().Add(L"fail the " + number + L" OpenDoc6 with 80004005");
       ADD_FAILURE() << "taken: " << testing::PrintToString(number);
     } catch (const HostError& error) {
-      EXPECT_EQ(error.Message(), L"\"" + number + L"\" is no number of a call; 1 to 999999999 are");
+      EXPECT_EQ(error.Message(), L"\"" + number + L"\" is not the number of a call; use 1 to 999999999");
     }
   }
 }
 
-TEST_F(FaultsTest, NamesFaultsThatNeverHappened) {
+TEST_F(FaultsTest, ListsFaultsThatNeverHappened) {
   Faults().Fail(L"ISldWorks::OpenDoc9", 3, E_FAIL);
   Faults().Fail(L"ISldWorks::get_IActiveDoc2", 1, E_FAIL);
   AskActive();
@@ -162,7 +166,7 @@ TEST_F(FaultsTest, NamesFaultsThatNeverHappened) {
   Faults().Clear();
 }
 
-TEST_F(FaultsTest, TheJournalKeepsCallsInOrderWithArgumentsAndResults) {
+TEST_F(FaultsTest, TheJournalHasCallsInOrderWithArgumentsAndResults) {
   Journal().Clear();
   const auto application = Host().Application();
   IDispatchPtr found;
@@ -178,15 +182,15 @@ TEST_F(FaultsTest, TheJournalKeepsCallsInOrderWithArgumentsAndResults) {
   EXPECT_EQ(entries[0].results, L"null");
   EXPECT_EQ(entries[1].Text(), L"ISldWorks::CloseDoc(\"Part1\") = S_OK");
   EXPECT_EQ(entries[2].Text(), L"event FileCloseNotify(\"Part1\", 0)");
-  EXPECT_EQ(entries[2].depth, entries[1].depth + 1) << "within the call that it came of";
+  EXPECT_EQ(entries[2].depth, entries[1].depth + 1) << "nested in the call that raised it";
   EXPECT_EQ(Journal().Calls(L"ISldWorks::CloseDoc").size(), 1u);
 }
 
-TEST_F(FaultsTest, AMissingPlaceForAResultIsRefused) {
+TEST_F(FaultsTest, RefusesANullPointerForAResult) {
   EXPECT_EQ(Host().Application()->get_IActiveDoc2(nullptr), E_POINTER);
 }
 
-TEST(ReferencesTest, NamesWhatIsStillHeldFromOutside) {
+TEST(ReferencesTest, ListsTheObjectsThatAreStillHeld) {
   cad_host::Host host;
   host.New(swDocPART);
   EXPECT_TRUE(host.HeldReferences().empty());
@@ -198,7 +202,7 @@ TEST(ReferencesTest, NamesWhatIsStillHeldFromOutside) {
   EXPECT_EQ(host.HeldReferences()[0].count, 2u);
 }
 
-TEST(ReferencesTest, WhatIsHeldBeyondTheSessionAnswersDisconnected) {
+TEST(ReferencesTest, ObjectsHeldAfterTheSessionAreDisconnected) {
   IModelDoc2Ptr document;
   ISldWorksPtr application;
   {

@@ -1,4 +1,4 @@
-/// @file An add-in object of the test in the registry.
+/// @file Registers an add-in object of the test.
 #pragma once
 
 #include <windows.h>
@@ -7,8 +7,8 @@
 
 #include "host/application.h"
 
-/// Registers an add-in for the life of the object; this process serves its class, with the given object
-/// for every request.
+/// Registers an add-in during the lifetime of the object. The class factory is in this process and always
+/// returns the given object.
 class RegisteredAddIn {
  public:
   static constexpr const wchar_t* kClsid = L"{5B3A9A0E-7C1D-4E0B-8A53-0C6C2D9A4F11}";
@@ -20,7 +20,7 @@ class RegisteredAddIn {
   ~RegisteredAddIn();
 
  private:
-  /// A class factory that gives the one object.
+  /// A class factory that always returns the one object.
   class Factory : public IClassFactory {
    public:
     explicit Factory(ISwAddin* object) : m_object(object) {}

@@ -2,7 +2,7 @@
 
 namespace {
 
-// Ids of methods begin past those of the application events, which arrive at the same Invoke.
+// Ids of methods are higher than those of the application events, because both are passed to Invoke.
 constexpr DISPID kFirstMethod = 1000;
 
 }  // namespace

@@ -1,4 +1,4 @@
-/// @file An add-in in the test program itself.
+/// @file An add-in within the test program.
 #pragma once
 
 #include <windows.h>
@@ -14,7 +14,7 @@
 /// Its methods are functions of the test, called by name. Lives in the test; its references are counted.
 class TestAddIn : public ISwAddin, public IDispatch {
  public:
-  /// A method: gets the call's arguments, last first, and the place for its result.
+  /// A method: gets the call's arguments, last first, and the pointer for its result.
   using Method = std::function<HRESULT(DISPPARAMS& arguments, VARIANT* result, EXCEPINFO* exception)>;
 
   std::function<HRESULT(IDispatch* host, long cookie, VARIANT_BOOL* connected)> on_connect;
@@ -27,7 +27,7 @@ class TestAddIn : public ISwAddin, public IDispatch {
     std::vector<std::wstring> texts;  ///< of the arguments that are text
     bool operator==(const Event&) const = default;
   };
-  std::vector<Event> events;  ///< that reached it as a sink
+  std::vector<Event> events;  ///< received as a sink
 
   ULONG References() const { return m_references; }
 
@@ -46,7 +46,7 @@ class TestAddIn : public ISwAddin, public IDispatch {
 
  private:
   ULONG m_references = 0;
-  std::vector<std::wstring> m_names;  // that were resolved; their ids are their places
+  std::vector<std::wstring> m_names;  // resolved names; the id is computed from the index
 };
 
 /// The application as an add-in gets it.

@@ -1,4 +1,4 @@
-// Command groups and command tabs, and what of them a restart leaves.
+// Command groups and command tabs, and what is stored about them for the next session.
 #include "com/test_add_in.h"
 #include "host/command_manager.h"
 #include "host_fixture.h"
@@ -93,7 +93,7 @@ class CommandsTest : public HostTest {
   long m_errors = -1;
 };
 
-TEST_F(CommandsTest, KeepsWhatAGroupIsMadeOf) {
+TEST_F(CommandsTest, KeepsAllDataOfAGroup) {
   const ICommandGroupPtr group = CreateGroup(true);
   EXPECT_EQ(AddItem(group, L"One", 11), 0);
   EXPECT_EQ(AddItem(group, L"Two", 12), 1);
@@ -133,14 +133,14 @@ TEST_F(CommandsTest, ItemsHaveNoCommandIdBeforeTheGroupIsActivated) {
   EXPECT_EQ(CommandId(group, 7), 0) << "no such item";
 }
 
-TEST_F(CommandsTest, AGroupThatIsThereCannotBeMadeAgain) {
+TEST_F(CommandsTest, AnExistingGroupCannotBeCreatedAgain) {
   CreateGroup();
   EXPECT_EQ(m_errors, 1);
   EXPECT_FALSE(CreateGroup());
   EXPECT_EQ(m_errors, 2);
 }
 
-TEST_F(CommandsTest, RemovingAGroupKeepsWhatIsRememberedOfIt) {
+TEST_F(CommandsTest, RemovingAGroupKeepsItsStoredUserIds) {
   ShowGroup();
   VARIANT_BOOL removed = VARIANT_FALSE;
   m_manager->RemoveCommandGroup(kGroup, &removed);
@@ -151,7 +151,7 @@ TEST_F(CommandsTest, RemovingAGroupKeepsWhatIsRememberedOfIt) {
   EXPECT_EQ(removed, VARIANT_FALSE);
 }
 
-TEST_F(CommandsTest, RemembersTheUserIdsOfTheItemsOverARestart) {
+TEST_F(CommandsTest, StoresTheUserIdsOfTheItemsForTheNextSession) {
   EXPECT_EQ(ReadSaved(), (Saved{VARIANT_FALSE, {}}));
   ShowGroup();
   RestartHost();
@@ -161,13 +161,13 @@ TEST_F(CommandsTest, RemembersTheUserIdsOfTheItemsOverARestart) {
   EXPECT_EQ(Host().FindSavedGroup(*m_connected, kGroup)->item_user_ids, (std::vector<long>{11, 12}));
 }
 
-TEST_F(CommandsTest, AGroupThatWasNotActivatedIsNotRemembered) {
+TEST_F(CommandsTest, AGroupThatWasNotActivatedIsNotStored) {
   AddItem(CreateGroup(), L"One", 11);
   RestartHost();
   EXPECT_EQ(ReadSaved(), (Saved{VARIANT_FALSE, {}}));
 }
 
-TEST_F(CommandsTest, TheSameItemsKeepTheirCommandIdsOverARestart) {
+TEST_F(CommandsTest, TheSameItemsKeepTheirCommandIdsInTheNextSession) {
   const auto before = ShowGroup();
   RestartHost();
   EXPECT_EQ(ShowGroup(), before);
@@ -181,14 +181,14 @@ TEST_F(CommandsTest, OtherItemsGetNewCommandIds) {
   EXPECT_NE(ShowGroup(10), before);
 }
 
-TEST_F(CommandsTest, LooksAtTheIconFilesWhenTheyAreSet) {
+TEST_F(CommandsTest, ReadsTheIconFilesWhenTheyAreSet) {
   std::string bitmap(54, '\0');
   bitmap.replace(0, 2, "BM");
   bitmap[14] = 40;  // size of the header that follows
   bitmap[18] = 32;  // width
   bitmap[22] = 16;  // height
   const std::wstring good = m_folder.Write(L"icons.bmp", bitmap);
-  const std::wstring bad = m_folder.WriteText(L"icons.txt", L"no bitmap");
+  const std::wstring bad = m_folder.WriteText(L"icons.txt", L"not a bitmap");
   const ICommandGroupPtr group = CreateGroup();
   group->put_LargeIconList(CComBSTR(good));
   group->put_SmallIconList(CComBSTR(bad));
@@ -198,7 +198,7 @@ TEST_F(CommandsTest, LooksAtTheIconFilesWhenTheyAreSet) {
   EXPECT_EQ(shown.large_icons.width, 32);
   EXPECT_EQ(shown.large_icons.height, 16);
   EXPECT_FALSE(shown.small_icons.is_bitmap);
-  EXPECT_TRUE(Journal().Contains(L"note: no bitmap: \"" + bad));
+  EXPECT_TRUE(Journal().Contains(L"note: not a bitmap: \"" + bad));
   CComBSTR path;
   group->get_LargeIconList(&path);
   EXPECT_EQ(path.View(), good);
@@ -214,7 +214,7 @@ TEST_F(CommandsTest, TabNamesAreNotUniqueAndTheFirstIsFound) {
   EXPECT_FALSE(GetTab(swDocPART, L"tab"));
 }
 
-TEST_F(CommandsTest, RemovesATabAndTakesNullWithoutHarm) {
+TEST_F(CommandsTest, RemovesATabAndIgnoresNull) {
   const ICommandTabPtr first = AddTab(swDocPART, L"Tab");
   const ICommandTabPtr second = AddTab(swDocPART, L"Tab");
   VARIANT_BOOL removed = VARIANT_FALSE;
@@ -226,7 +226,7 @@ TEST_F(CommandsTest, RemovesATabAndTakesNullWithoutHarm) {
   EXPECT_EQ(Host().Tabs().size(), 1u);
 }
 
-TEST_F(CommandsTest, TabsWithTheirBoxesOutliveTheSession) {
+TEST_F(CommandsTest, StoresTabsWithTheirBoxesForTheNextSession) {
   {
     const ICommandTabPtr tab = AddTab(swDocDRAWING, L"Tab");
     tab->put_Visible(VARIANT_TRUE);
@@ -255,7 +255,7 @@ TEST_F(CommandsTest, TabsWithTheirBoxesOutliveTheSession) {
   EXPECT_EQ(name.View(), L"Tab");
 }
 
-TEST_F(CommandsTest, NamesAMemoryFileThatCannotBeUnderstood) {
+TEST_F(CommandsTest, FailsIfTheStateFileIsNotValid) {
   m_folder.WriteText(L"other\\commands.txt", L"nonsense\n");
   try {
     cad_host::Host host({.state_folder = m_folder.Path(L"other")});

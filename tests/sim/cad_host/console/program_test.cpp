@@ -1,4 +1,4 @@
-// The console program as it is started.
+// The console program, run as a process.
 #include <windows.h>
 
 #include "base/unique_handle.h"
@@ -14,7 +14,7 @@ struct Finished {
 
 class ProgramTest : public testing::Test {
  protected:
-  /// The program lies in the folder "bin" beside the folder of the tests.
+  /// The program is in the folder "bin" next to the folder of the tests.
   static std::wstring ProgramPath() {
     wchar_t path[MAX_PATH] = {};
     GetModuleFileNameW(nullptr, path, MAX_PATH);
@@ -58,7 +58,7 @@ class ProgramTest : public testing::Test {
   TempFolder m_folder;
 };
 
-TEST_F(ProgramTest, CarriesOutAScript) {
+TEST_F(ProgramTest, RunsAScript) {
   const Finished finished = RunScript(L"\ufeff# 注释\n\nnew part\r\nproperty 名 = 螺栓\nprint 完\n");
   EXPECT_EQ(finished.exit_code, 0u);
   EXPECT_EQ(finished.errors, "");
@@ -75,7 +75,7 @@ TEST_F(ProgramTest, EndsWithOneWhenAnExpectationFails) {
   EXPECT_NE(finished.output.find("went on"), std::string::npos);
 }
 
-TEST_F(ProgramTest, EndsWithTwoAndNamesTheLineThatCannotBeCarriedOut) {
+TEST_F(ProgramTest, EndsWithTwoAndNamesTheLineThatFails) {
   const Finished finished = RunScript(L"new part\nfrobnicate\n");
   EXPECT_EQ(finished.exit_code, 2u);
   EXPECT_NE(finished.errors.find("cad_host: script.txt:2: unknown command \"frobnicate\""),
@@ -85,18 +85,18 @@ TEST_F(ProgramTest, EndsWithTwoAndNamesTheLineThatCannotBeCarriedOut) {
 TEST_F(ProgramTest, EndsWithTwoAndNamesTheLineOfANumberThatIsTooLarge) {
   const Finished finished = RunScript(L"new part\nfault fail the 99999999999 OpenDoc6 with 80004005\n");
   EXPECT_EQ(finished.exit_code, 2u);
-  EXPECT_NE(finished.errors.find("cad_host: script.txt:2: \"99999999999\" is no number of a call"),
+  EXPECT_NE(finished.errors.find("cad_host: script.txt:2: \"99999999999\" is not the number of a call"),
             std::string::npos)
       << finished.errors;
 }
 
-TEST_F(ProgramTest, NamesAScriptThatCannotBeRead) {
+TEST_F(ProgramTest, ReportsAScriptThatCannotBeRead) {
   const Finished finished = Start(L"none.txt");
   EXPECT_EQ(finished.exit_code, 2u);
   EXPECT_NE(finished.errors.find("cannot read the script none.txt"), std::string::npos);
 }
 
-TEST_F(ProgramTest, ShowsItsUsageWhereArgumentsMakeNoSense) {
+TEST_F(ProgramTest, PrintsItsUsageIfTheArgumentsAreNotValid) {
   for (const wchar_t* const arguments : {L"", L"--state", L"--unknown x script.txt", L"a.txt b.txt"}) {
     const Finished finished = Start(arguments);
     EXPECT_EQ(finished.exit_code, 2u);

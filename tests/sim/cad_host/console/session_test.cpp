@@ -1,4 +1,4 @@
-// Session scripts: what a person does, what the host is told, what is expected.
+// Session scripts: commands, journal and expectations.
 #include "console/session.h"
 
 #include <functional>
@@ -7,6 +7,7 @@
 
 #include "CStringHelper.h"
 #include "CZALException.h"
+#include "case_name.h"
 #include "com/registered_add_in.h"
 #include "com/test_add_in.h"
 #include "host/command_manager.h"
@@ -55,7 +56,7 @@ class SessionTest : public HostTest {
     m_session.Run(command);
   }
 
-  /// @return the message of the error that `line` ends with.
+  /// @return the message of the error that `line` causes.
   std::wstring ErrorOf(const std::wstring& line) {
     try {
       Run(line);
@@ -77,7 +78,7 @@ class SessionTest : public HostTest {
   cad_host::Session m_session;
 };
 
-TEST_F(SessionTest, WritesTheCommandAndWhatTheHostWasTold) {
+TEST_F(SessionTest, WritesTheCommandAndTheJournal) {
   Run(L"new part");
   EXPECT_EQ(m_output.str(),
             "> new part\n"
@@ -99,7 +100,7 @@ TEST_F(SessionTest, ConnectsPicksAndDisconnects) {
   EXPECT_TRUE(Shows(L"-> Run() = S_OK"));
 }
 
-TEST_F(SessionTest, TellsAGreyedOutItem) {
+TEST_F(SessionTest, ReportsAnItemThatIsGreyedOut) {
   m_enabled = 0;
   Run(L"connect \"" + std::wstring(kTitle) + L"\"");
   Run(L"pick Item");
@@ -132,7 +133,7 @@ TEST_F(SessionTest, AnswersMessageBoxesInTheOrderOfTheAnswers) {
 TEST_F(SessionTest, AMessageBoxWithoutAnAnswerStaysForThePerson) {
   int answer = 0;
   m_onRun = [&] {
-    // The person: presses Escape in a while.
+    // The person presses Escape after a while.
     constexpr UINT kWhile = 300;  // milliseconds
     SetTimer(nullptr, 0, kWhile, [](HWND, UINT, UINT_PTR timer, DWORD) {
       KillTimer(nullptr, timer);
@@ -182,95 +183,101 @@ TEST_F(SessionTest, TakesPathsRelativeToTheCurrentFolder) {
 }
 
 struct FailingExpectation {
+  const char* name;
   const wchar_t* line;
-  const wchar_t* why;
+  const wchar_t* reason;
 };
 
 class FailingExpectationTest : public SessionTest, public testing::WithParamInterface<FailingExpectation> {};
 
-TEST_P(FailingExpectationTest, IsCountedAndSaysWhatIsThere) {
+TEST_P(FailingExpectationTest, IsCountedAndWrittenWithTheReason) {
   Run(L"new part");
   Run(L"property Name = bolt");
   Run(GetParam().line);
   EXPECT_EQ(m_session.FailedExpectations(), 1);
-  EXPECT_TRUE(Shows(std::wstring(L"FAILED: demo.txt:12: ") + GetParam().line + L": " + GetParam().why));
+  EXPECT_TRUE(Shows(std::wstring(L"FAILED: demo.txt:12: ") + GetParam().line + L": " + GetParam().reason));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    All, FailingExpectationTest,
-    testing::Values(FailingExpectation{L"expect active nothing", L"Part1 is"},
-                    FailingExpectation{L"expect active Part2", L"Part1 is"},
-                    FailingExpectation{L"expect journal ConnectToSW", L"no line has it"},
-                    FailingExpectation{L"expect no journal FileNewNotify2", L"a line has it"},
-                    FailingExpectation{L"expect property Name = nut", L"it is \"bolt\""},
-                    FailingExpectation{L"expect property Other = nut", L"there is no such property"},
-                    FailingExpectation{L"expect component bolt-1 suppressed",
-                                       L"there is no such component"}));
+const FailingExpectation kFailingExpectations[] = {
+    {"NothingActive", L"expect active nothing", L"Part1 is active"},
+    {"OtherDocumentActive", L"expect active Part2", L"Part1 is active"},
+    {"Journal", L"expect journal ConnectToSW", L"no line contains it"},
+    {"NoJournal", L"expect no journal FileNewNotify2", L"a line contains it"},
+    {"PropertyText", L"expect property Name = nut", L"it is \"bolt\""},
+    {"MissingProperty", L"expect property Other = nut", L"there is no such property"},
+    {"MissingComponent", L"expect component bolt-1 suppressed", L"there is no such component"},
+};
+
+INSTANTIATE_TEST_SUITE_P(, FailingExpectationTest, testing::ValuesIn(kFailingExpectations),
+                         CaseName<FailingExpectation>);
 
 struct BadLine {
+  const char* name;
   const wchar_t* line;
   const wchar_t* error;
 };
 
 class BadLineTest : public SessionTest, public testing::WithParamInterface<BadLine> {};
 
-TEST_P(BadLineTest, NamesFileLineAndWhatIsWrong) {
+TEST_P(BadLineTest, FailsWithFileLineAndReason) {
   EXPECT_EQ(ErrorOf(GetParam().line), std::wstring(L"demo.txt:12: ") + GetParam().error);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Numbers, BadLineTest,
-    testing::Values(BadLine{L"fault fail the 99999999999 OpenDoc6 with 80004005",
-                            L"\"99999999999\" is no number of a call; 1 to 999999999 are"},
-                    BadLine{L"fault the 99999999999th OpenDoc6 returns nothing",
-                            L"\"99999999999\" is no number of a call; 1 to 999999999 are"},
-                    BadLine{L"insert bolt.sldprt at 1e999 0 0", L"\"1e999\" is no number for x"},
-                    BadLine{L"insert bolt.sldprt at 0 nan 0", L"\"nan\" is no number for y"},
-                    BadLine{L"insert bolt.sldprt at 0 0 1mm", L"\"1mm\" is no number for z"},
-                    BadLine{L"expect component bolt-1 revision 99999999999",
-                            L"\"99999999999\" is no whole number for a revision"},
-                    BadLine{L"expect component bolt-1 revision 1.5",
-                            L"\"1.5\" is no whole number for a revision"}));
+const BadLine kBadLines[] = {
+    {"UnknownCommand", L"frobnicate", L"unknown command \"frobnicate\""},
+    {"UnknownExpectation", L"expect miracles", L"unknown command \"miracles\""},
+    {"MissingWord", L"open", L"a path is missing"},
+    {"ExtraWord", L"open a b", L"\"b\" is one word too many"},
+    {"UnclosedQuote", L"open \"a b", L"a quote that does not end"},
+    {"UnknownType", L"new table", L"\"table\" is not a type"},
+    {"UnknownButton", L"answer Perhaps", L"\"Perhaps\" is not a button of a message box"},
+    {"NoAddIn", L"pick Item", L"no add-in is connected"},
+    {"NoDocument", L"save", L"no document is open"},
+    {"UnknownDocument", L"close top", L"no open document \"top\""},
+    {"MissingFile", L"open Z:\\none.sldprt", L"Z:\\none.sldprt: no such file"},
+    {"FailTooLargeCallNumber", L"fault fail the 99999999999 OpenDoc6 with 80004005",
+     L"\"99999999999\" is not the number of a call; use 1 to 999999999"},
+    {"ReturnTooLargeCallNumber", L"fault the 99999999999th OpenDoc6 returns nothing",
+     L"\"99999999999\" is not the number of a call; use 1 to 999999999"},
+    {"InfiniteNumber", L"insert bolt.sldprt at 1e999 0 0", L"\"1e999\" is not a number for x"},
+    {"NotANumber", L"insert bolt.sldprt at 0 nan 0", L"\"nan\" is not a number for y"},
+    {"NumberWithUnit", L"insert bolt.sldprt at 0 0 1mm", L"\"1mm\" is not a number for z"},
+    {"TooLargeRevision", L"expect component bolt-1 revision 99999999999",
+     L"\"99999999999\" is not a whole number for a revision"},
+    {"FractionalRevision", L"expect component bolt-1 revision 1.5",
+     L"\"1.5\" is not a whole number for a revision"},
+};
 
-INSTANTIATE_TEST_SUITE_P(All, BadLineTest,
-                         testing::Values(BadLine{L"frobnicate", L"unknown command \"frobnicate\""},
-                                         BadLine{L"expect miracles", L"unknown command \"miracles\""},
-                                         BadLine{L"open", L"a path is missing"},
-                                         BadLine{L"open a b", L"\"b\" is one word too many"},
-                                         BadLine{L"open \"a b", L"a quote that does not end"},
-                                         BadLine{L"new table", L"\"table\" is no type"},
-                                         BadLine{L"pick Item", L"no add-in is connected"},
-                                         BadLine{L"save", L"no document is open"},
-                                         BadLine{L"close top", L"no open document \"top\""},
-                                         BadLine{L"answer Perhaps",
-                                                 L"\"Perhaps\" is no button of a message box"},
-                                         BadLine{L"open Z:\\none.sldprt", L"Z:\\none.sldprt: no such file"}));
+INSTANTIATE_TEST_SUITE_P(, BadLineTest, testing::ValuesIn(kBadLines), CaseName<BadLine>);
 
 struct Exception {
+  const char* name;
   void (*throws)();
   const wchar_t* text;
 };
 
 class ExceptionTest : public SessionTest, public testing::WithParamInterface<Exception> {};
 
-TEST_P(ExceptionTest, OfAnyKindEndsTheCommandWithFileAndLine) {
+TEST_P(ExceptionTest, FailsTheCommandWithFileAndLine) {
   m_onRun = GetParam().throws;
   Run(L"connect \"" + std::wstring(kTitle) + L"\"");
   EXPECT_EQ(ErrorOf(L"pick Item"), std::wstring(L"demo.txt:12: ") + GetParam().text);
-  EXPECT_TRUE(Shows(L"-> Run()")) << "what happened until then";
+  EXPECT_TRUE(Shows(L"-> Run()")) << "the journal up to the exception";
   m_session.End();
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    All, ExceptionTest,
-    testing::Values(Exception{[] { throw HostError(L"no 螺栓"); }, L"no 螺栓"},
-                    Exception{[] { throw CZALException(E_FAIL, L"坏"); },
-                              L"left by an exception: 坏 (0x80004005)"},
-                    Exception{[] { throw _com_error(E_ABORT); }, L"left by a COM error: 0x80004004"},
-                    Exception{[] { throw std::out_of_range("stoi"); }, L"left by an exception: stoi"},
-                    Exception{[] { throw 1; }, L"left by an exception of an unknown kind"}));
+const Exception kExceptions[] = {
+    {"HostError", [] { throw HostError(L"no 螺栓"); }, L"no 螺栓"},
+    {"ExceptionOfTheAddIn", [] { throw CZALException(E_FAIL, L"坏"); },
+     L"left by an exception: 坏 (0x80004005)"},
+    {"ComError", [] { throw _com_error(E_ABORT); }, L"left by a COM error: 0x80004004"},
+    {"StandardException", [] { throw std::out_of_range("stoi"); }, L"left by an exception: stoi"},
+    {"UnknownException", [] { throw 1; }, L"left by an exception of an unknown kind"},
+};
 
-TEST_F(SessionTest, TheEndCountsWhatIsLeftOver) {
+INSTANTIATE_TEST_SUITE_P(, ExceptionTest, testing::ValuesIn(kExceptions), CaseName<Exception>);
+
+TEST_F(SessionTest, TheEndCountsUnreleasedObjectsAndUnusedFaultsAndAnswers) {
   IDispatchPtr kept;
   m_onRun = [&] { Host().Application()->ActivateDoc(CComBSTR(L"Part1"), &kept); };
   Run(L"new part");

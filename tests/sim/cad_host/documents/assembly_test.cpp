@@ -11,7 +11,7 @@ using cad_host::Component;
 using cad_host::Document;
 using cad_host::Point;
 
-// What SetSuppression2 gives.
+// What SetSuppression2 returns.
 constexpr long kBadState = 1;
 constexpr long kChanged = 2;
 constexpr long kFailed = 3;
@@ -101,7 +101,7 @@ TEST_F(AssemblyTest, AddsAnOpenModelAtAPoint) {
   EXPECT_TRUE(m_assembly->changed);
 }
 
-TEST_F(AssemblyTest, AddsNothingThatIsNotOpen) {
+TEST_F(AssemblyTest, AddsOnlyModelsThatAreOpen) {
   IComponent2Ptr added;
   EXPECT_EQ(Active<IAssemblyDoc>()->AddComponent5(CComBSTR(MakePart(L"bolt.sldprt")), 0, CComBSTR(L""),
                                                   VARIANT_FALSE, CComBSTR(L""), 0, 0, 0, &added),
@@ -110,7 +110,7 @@ TEST_F(AssemblyTest, AddsNothingThatIsNotOpen) {
   EXPECT_TRUE(m_assembly->components.empty());
 }
 
-TEST_F(AssemblyTest, CountsInstances) {
+TEST_F(AssemblyTest, NumbersTheInstancesOfAModel) {
   const std::wstring path = MakePart(L"bolt.sldprt");
   Insert(path);
   Insert(path);
@@ -118,7 +118,7 @@ TEST_F(AssemblyTest, CountsInstances) {
   EXPECT_EQ(Names(), (::Names{L"bolt-1", L"bolt-2", L"nut-1"}));
 }
 
-TEST_F(AssemblyTest, AResolvedComponentKeepsItsFile) {
+TEST_F(AssemblyTest, AResolvedComponentKeepsItsFileOpen) {
   const std::wstring path = MakePart(L"bolt.sldprt");
   const std::wstring other = MakePart(L"other.sldprt");
   Select(Insert(path));
@@ -131,7 +131,7 @@ TEST_F(AssemblyTest, AResolvedComponentKeepsItsFile) {
   EXPECT_TRUE(CopyFileW(other.c_str(), path.c_str(), FALSE));
 }
 
-TEST_F(AssemblyTest, ASecondResolvedInstanceKeepsTheFileToo) {
+TEST_F(AssemblyTest, ASecondResolvedInstanceKeepsTheFileOpenToo) {
   const std::wstring path = MakePart(L"bolt.sldprt");
   Select(Insert(path));
   const auto second = Insert(path);
@@ -168,7 +168,7 @@ TEST_F(AssemblyTest, AComponentWithoutItsFileStaysSuppressed) {
   EXPECT_EQ(SetSuppression(17), kBadState);
 }
 
-TEST_F(AssemblyTest, IsReadBackAsItWasSaved) {
+TEST_F(AssemblyTest, ReadsBackAsItWasSaved) {
   const std::wstring bolt = MakePart(L"bolt.sldprt", 5);
   const std::wstring nut = MakePart(L"nut.sldprt");
   Host().AddComponent(*m_assembly, bolt, {0.25, -1.5, 1e-7});
@@ -178,7 +178,7 @@ TEST_F(AssemblyTest, IsReadBackAsItWasSaved) {
   const std::wstring path = m_assembly->path;
   Host().Save(*m_assembly);
   Host().Close(m_assembly);
-  EXPECT_TRUE(CanMove(bolt)) << "closing lets go";
+  EXPECT_TRUE(CanMove(bolt)) << "closing the document closes the file";
 
   const auto again = Host().Open(path);
   ASSERT_EQ(again->components.size(), 2u);
@@ -232,7 +232,7 @@ TEST_F(AssemblyTest, RefusesAFileOfTheSameNameEvenInAnotherFolder) {
   EXPECT_TRUE(Journal().Contains(L"nothing replaced"));
 }
 
-TEST_F(AssemblyTest, RefusesWhatCannotReplace) {
+TEST_F(AssemblyTest, RefusesInvalidReplacements) {
   Select(Insert(MakePart(L"bolt.sldprt")));
   EXPECT_FALSE(Replace(m_folder.Path(L"missing.sldprt")));
   cad_host::ModelFile drawing;
@@ -255,7 +255,7 @@ TEST_F(AssemblyTest, ASuppressedComponentIsReplacedAndStaysSuppressed) {
   EXPECT_TRUE(CanMove(screw));
 }
 
-TEST_F(AssemblyTest, SelectionsGiveTheirObjectAndPickPoint) {
+TEST_F(AssemblyTest, SelectionsReturnTheirObjectAndPoint) {
   const auto component = Insert(MakePart(L"bolt.sldprt"));
   m_assembly->selection = {{component, {0.5, 1.5, 2.5}}, {nullptr, {7, 8, 9}}};
   const ISelectionMgrPtr manager = SelectionManager();
@@ -278,7 +278,7 @@ TEST_F(AssemblyTest, SelectionsGiveTheirObjectAndPickPoint) {
             E_NOINTERFACE);
 }
 
-TEST_F(AssemblyTest, WhereNothingIsSelectedThereIsNoObjectAndNoPoint) {
+TEST_F(AssemblyTest, ReturnsNoObjectAndNoPointIfNothingIsSelected) {
   const ISelectionMgrPtr manager = SelectionManager();
   IDispatchPtr object;
   EXPECT_EQ(manager->GetSelectedObject6(1, -1, &object), S_OK);

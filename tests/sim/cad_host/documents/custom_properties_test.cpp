@@ -10,7 +10,7 @@ namespace {
 using cad_host::CustomProperties;
 using cad_host::ModelFile;
 
-// What Set gives.
+// What Set returns.
 constexpr long kSet = 0;
 constexpr long kNotPresent = 1;
 constexpr long kTypeMismatch = 2;
@@ -92,7 +92,7 @@ TEST_F(PropertiesTest, EnumeratesNamesTypesAndValues) {
   EXPECT_EQ(count, 6);
 }
 
-TEST_F(PropertiesTest, ADocumentWithoutAnyGivesEmptyVariants) {
+TEST_F(PropertiesTest, ReturnsEmptyVariantsIfThereAreNoProperties) {
   Open({});
   _variant_t names(L"before");
   _variant_t types(1L);
@@ -110,12 +110,12 @@ TEST_F(PropertiesTest, ADocumentWithoutAnyGivesEmptyVariants) {
 TEST_F(PropertiesTest, ResolvesExpressions) {
   OpenWithProperties();
   EXPECT_EQ(Get2(L"Weight"), (Values{L"\"SW-Mass@bolt.SLDPRT\"", L"1.25"}));
-  EXPECT_EQ(Get2(L"name"), (Values{kProperties[0].text, kProperties[0].text})) << "nothing known in quotes";
+  EXPECT_EQ(Get2(L"name"), (Values{kProperties[0].text, kProperties[0].text})) << "the expression is unknown";
   EXPECT_EQ(Set(L"Name", L"about \"SW-Mass@x\" kg, \"SW-Volume@x\" l"), kSet);
   EXPECT_EQ(Get2(L"Name").second, L"about 1.25 kg, \"SW-Volume@x\" l");
 }
 
-TEST_F(PropertiesTest, Get3TellsWhetherThePropertyIsThere) {
+TEST_F(PropertiesTest, Get3ReturnsWhetherThePropertyExists) {
   OpenWithProperties();
   CComBSTR text;
   CComBSTR resolved;
@@ -128,7 +128,7 @@ TEST_F(PropertiesTest, Get3TellsWhetherThePropertyIsThere) {
   EXPECT_EQ(text.View(), L"");
 }
 
-TEST_F(PropertiesTest, SetsOnlyWhatIsThereAndFits) {
+TEST_F(PropertiesTest, SetsOnlyExistingPropertiesToTextsThatFit) {
   const auto document = OpenWithProperties();
   EXPECT_EQ(Set(L"Nothing", L"x"), kNotPresent);
   EXPECT_EQ(Set(L"Count", L"many"), kTypeMismatch);
@@ -144,7 +144,7 @@ TEST_F(PropertiesTest, SetsOnlyWhatIsThereAndFits) {
   EXPECT_EQ(document->model.properties.size(), kProperties.size());
 }
 
-TEST_F(PropertiesTest, AReadOnlyDocumentRefusesToSet) {
+TEST_F(PropertiesTest, RefusesToSetPropertiesOfAReadOnlyDocument) {
   const auto document = OpenWithProperties();
   document->read_only = true;
   Set(L"Name", L"x", E_ACCESSDENIED);
@@ -154,16 +154,16 @@ TEST_F(PropertiesTest, AReadOnlyDocumentRefusesToSet) {
   EXPECT_EQ(Get2(L"Name").first, kProperties[0].text);
 }
 
-TEST_F(PropertiesTest, ConfigurationsHaveTheirOwn) {
+TEST_F(PropertiesTest, ConfigurationsHaveTheirOwnProperties) {
   OpenWithProperties();
   long count = 0;
   Manager(L"Long")->get_Count(&count);
   EXPECT_EQ(count, 1);
-  EXPECT_EQ(Get2(L"OnlyLong").first, L"") << "not at the document";
+  EXPECT_EQ(Get2(L"OnlyLong").first, L"") << "not a property of the document";
   EXPECT_FALSE(Manager(L"Short")) << "no such configuration";
 }
 
-TEST_F(PropertiesTest, SavingWritesThemToTheFile) {
+TEST_F(PropertiesTest, SavingWritesThePropertiesToTheFile) {
   const auto document = OpenWithProperties();
   EXPECT_EQ(cad_host::ReadModelFile(document->path).properties[0].text, kProperties[0].text);
   Set(L"Name", L"nut");

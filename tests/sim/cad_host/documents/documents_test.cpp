@@ -1,4 +1,5 @@
-// Documents as an add-in meets them.
+// Documents as an add-in sees them.
+#include "case_name.h"
 #include "host/assembly.h"
 #include "host/drawing.h"
 #include "host/model_doc.h"
@@ -48,7 +49,7 @@ TEST_F(DocumentsTest, OpensAFileAsTheActiveDocument) {
   EXPECT_EQ(active.GetInterfacePtr(), opened.document.GetInterfacePtr());
 }
 
-TEST_F(DocumentsTest, HandsBackADocumentThatIsOpen) {
+TEST_F(DocumentsTest, ReturnsADocumentThatIsOpenAlready) {
   const std::wstring path = MakePart(L"bolt.sldprt");
   const auto first = Host().Open(path);
   Host().New(swDocPART);
@@ -67,7 +68,7 @@ struct RefusalCase {
 
 class RefusalTest : public DocumentsTest, public testing::WithParamInterface<RefusalCase> {};
 
-TEST_P(RefusalTest, AnswersSuccessWithoutADocument) {
+TEST_P(RefusalTest, ReturnsSuccessWithoutADocument) {
   MakePart(L"part.sldprt");
   MakeAssembly(L"renamed.sldprt");
   MakePart(L"part.txt");
@@ -80,15 +81,15 @@ TEST_P(RefusalTest, AnswersSuccessWithoutADocument) {
   EXPECT_TRUE(Journal().Contains(std::wstring(L"not opened: ") + m_folder.Path(GetParam().file)));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    All, RefusalTest,
-    testing::Values(RefusalCase{"MissingFile", L"none.sldprt", swDocPART, swFileNotFoundError},
-                    RefusalCase{"TypeOtherThanTheName", L"part.sldprt", swDocASSEMBLY,
-                                swInvalidFileTypeError},
-                    RefusalCase{"NoDocumentName", L"part.txt", swDocNONE, swInvalidFileTypeError},
-                    RefusalCase{"ContentOfAnotherType", L"renamed.sldprt", swDocPART, swInvalidFileTypeError},
-                    RefusalCase{"NotACompoundFile", L"text.sldprt", swDocPART, swGenericError}),
-    [](const auto& test) { return std::string(test.param.name); });
+const RefusalCase kRefusals[] = {
+    {"MissingFile", L"none.sldprt", swDocPART, swFileNotFoundError},
+    {"NameOfAnotherType", L"part.sldprt", swDocASSEMBLY, swInvalidFileTypeError},
+    {"UnknownExtension", L"part.txt", swDocNONE, swInvalidFileTypeError},
+    {"ContentOfAnotherType", L"renamed.sldprt", swDocPART, swInvalidFileTypeError},
+    {"NotACompoundFile", L"text.sldprt", swDocPART, swGenericError},
+};
+
+INSTANTIATE_TEST_SUITE_P(, RefusalTest, testing::ValuesIn(kRefusals), CaseName<RefusalCase>);
 
 TEST_F(DocumentsTest, TakesReadOnlyAndViewOnlyFromTheOptions) {
   VARIANT_BOOL flag = VARIANT_TRUE;
@@ -149,7 +150,7 @@ TEST_F(DocumentsTest, FindsOpenDocumentsByName) {
   EXPECT_FALSE(found);
 }
 
-TEST_F(DocumentsTest, ClosingActivatesTheDocumentBefore) {
+TEST_F(DocumentsTest, ClosingActivatesThePreviousDocument) {
   const auto first = Host().New(swDocPART);
   const auto second = Host().Open(MakePart(L"bolt.sldprt"));
   EXPECT_EQ(Host().Application()->CloseDoc(CComBSTR(second->path)), S_OK);
@@ -158,7 +159,7 @@ TEST_F(DocumentsTest, ClosingActivatesTheDocumentBefore) {
   EXPECT_EQ(Host().OpenDocuments().size(), 1u);
 }
 
-TEST_F(DocumentsTest, AClosedDocumentsObjectAnswersDisconnected) {
+TEST_F(DocumentsTest, TheObjectOfAClosedDocumentIsDisconnected) {
   const Opened opened = Open(MakePart(L"bolt.sldprt"), swDocPART);
   Host().Close(Host().ActiveDocument());
   long type = -1;
@@ -166,7 +167,7 @@ TEST_F(DocumentsTest, AClosedDocumentsObjectAnswersDisconnected) {
   EXPECT_EQ(type, 0);
 }
 
-TEST_F(DocumentsTest, AnOpenDocumentsFileCanBeReadButNotReplaced) {
+TEST_F(DocumentsTest, TheFileOfAnOpenDocumentCanBeReadButNotReplaced) {
   const std::wstring path = MakePart(L"bolt.sldprt");
   const std::wstring copy = m_folder.Path(L"copy.sldprt");
   Host().Open(path);
@@ -177,7 +178,7 @@ TEST_F(DocumentsTest, AnOpenDocumentsFileCanBeReadButNotReplaced) {
   EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_SHARING_VIOLATION));
   EXPECT_FALSE(DeleteFileW(path.c_str()));
   Host().Save(*Host().ActiveDocument());
-  EXPECT_FALSE(DeleteFileW(path.c_str())) << "held again after the host has written it";
+  EXPECT_FALSE(DeleteFileW(path.c_str())) << "open again after the host has written it";
   Host().Close(Host().ActiveDocument());
   EXPECT_TRUE(DeleteFileW(path.c_str()));
 }
@@ -191,7 +192,7 @@ struct InterfaceCase {
 
 class InterfaceTest : public HostTest, public testing::WithParamInterface<InterfaceCase> {};
 
-TEST_P(InterfaceTest, ADocumentAnswersItsInterfacesOnOneIdentity) {
+TEST_P(InterfaceTest, ADocumentHasTheInterfacesOfItsTypeAndOneIdentity) {
   Host().New(GetParam().type);
   IModelDoc2Ptr document;
   Host().Application()->get_IActiveDoc2(&document);
@@ -213,13 +214,13 @@ TEST_P(InterfaceTest, ADocumentAnswersItsInterfacesOnOneIdentity) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, InterfaceTest,
-                         testing::Values(InterfaceCase{"Part", swDocPART, false, false},
-                                         InterfaceCase{"Assembly", swDocASSEMBLY, true, false},
-                                         InterfaceCase{"Drawing", swDocDRAWING, false, true}),
-                         [](const auto& test) { return std::string(test.param.name); });
+const InterfaceCase kInterfaces[] = {{"Part", swDocPART, false, false},
+                                     {"Assembly", swDocASSEMBLY, true, false},
+                                     {"Drawing", swDocDRAWING, false, true}};
 
-TEST_F(DocumentsTest, TellsTheRevisionItWasStartedWith) {
+INSTANTIATE_TEST_SUITE_P(, InterfaceTest, testing::ValuesIn(kInterfaces), CaseName<InterfaceCase>);
+
+TEST_F(DocumentsTest, ReturnsTheRevisionOfTheHost) {
   Restart(L"26.1.0");
   CComBSTR revision;
   EXPECT_EQ(Host().Application()->RevisionNumber(&revision), S_OK);

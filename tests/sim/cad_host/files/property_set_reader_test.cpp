@@ -1,11 +1,12 @@
-// The user-defined section of a property set stream, byte by byte: what other programs write, and what nobody
-// should.
+// The user-defined section of a property set stream, byte by byte: what other programs write, and damaged
+// streams.
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <stdexcept>
 #include <string>
 
+#include "case_name.h"
 #include "files/property_set_format.h"
 #include "files/property_set_reader.h"
 
@@ -38,7 +39,7 @@ std::string Wide(std::u16string_view text) {
   return bytes;
 }
 
-/// A stream with one section, whose property kFirstId is called "N" and has the value `value`.
+/// A stream with one section. Its property kFirstId has the name `name` and the value `value`.
 std::string StreamWith(std::uint16_t code_page, const std::string& name, std::uint32_t name_length,
                        const std::string& value) {
   const std::string dictionary = Number(1) + Number(kFirstId) + Number(name_length) + name;
@@ -70,7 +71,7 @@ void PrintTo(const ValueCase& value, std::ostream* stream) { *stream << value.na
 
 const ValueCase kValues[] = {
     {"Text", Number(kTypeText) + Number(4) + std::string("st\xFC\0", 4), L"st\u00FC", swCustomInfoText},
-    {"TextWithoutItsNull", Number(kTypeText) + Number(2) + "ab", L"ab", swCustomInfoText},
+    {"TextWithoutTerminatingNull", Number(kTypeText) + Number(2) + "ab", L"ab", swCustomInfoText},
     {"WideText", Number(kTypeWideText) + Number(3) + Wide(std::u16string_view(u"\u94A2x\0", 3)), L"\u94A2x",
      swCustomInfoText},
     {"Number", Number(kTypeNumber) + Number(static_cast<std::uint32_t>(-12)), L"-12", swCustomInfoNumber},
@@ -78,10 +79,10 @@ const ValueCase kValues[] = {
     {"Date", Number(kTypeFileTime) + BytesOf(std::uint64_t{133'615'872'000'000'000}), L"2024-05-31",
      swCustomInfoDate},
     {"FirstDay", Number(kTypeFileTime) + BytesOf(std::uint64_t{0}), L"1601-01-01", swCustomInfoDate},
-    {"NoDay", Number(kTypeFileTime) + BytesOf(~std::uint64_t{0}), L"0000-00-00", swCustomInfoDate},
+    {"InvalidDay", Number(kTypeFileTime) + BytesOf(~std::uint64_t{0}), L"0000-00-00", swCustomInfoDate},
     {"Yes", Number(kTypeBool) + BytesOf(std::uint16_t{0xFFFF}), L"Yes", swCustomInfoYesOrNo},
     {"No", Number(kTypeBool) + BytesOf(std::uint16_t{0}), L"No", swCustomInfoYesOrNo},
-    {"AnotherType", Number(99), L"", swCustomInfoText},
+    {"OtherType", Number(99), L"", swCustomInfoText},
 };
 
 class PropertyValue : public testing::TestWithParam<ValueCase> {};
@@ -95,8 +96,7 @@ TEST_P(PropertyValue, ReadsAsItsText) {
   EXPECT_EQ(properties[0].type, GetParam().type);
 }
 
-std::string NameOf(const testing::TestParamInfo<ValueCase>& info) { return info.param.name; }
-INSTANTIATE_TEST_SUITE_P(, PropertyValue, testing::ValuesIn(kValues), NameOf);
+INSTANTIATE_TEST_SUITE_P(, PropertyValue, testing::ValuesIn(kValues), CaseName<ValueCase>);
 
 TEST(PropertyNames, AreWideInAUtf16Set) {
   const std::string name = Wide(std::u16string_view(u"\u6750\u6599\0", 3)) + std::string(2, '\0');
@@ -106,16 +106,16 @@ TEST(PropertyNames, AreWideInAUtf16Set) {
   EXPECT_EQ(properties[0].name, L"\u6750\u6599");
 }
 
-TEST(PropertySetStream, WithoutBytesHasNoProperties) { EXPECT_TRUE(Read("").empty()); }
+TEST(PropertySetStream, HasNoPropertiesIfItIsEmpty) { EXPECT_TRUE(Read("").empty()); }
 
-TEST(PropertySetStream, OfOtherSectionsHasNoProperties) {
+TEST(PropertySetStream, HasNoPropertiesIfItHasOnlyOtherSections) {
   std::string stream = StreamWith(Number(kTypeNumber) + Number(1));
   stream[kSectionPlaces] = 'x';
 
   EXPECT_TRUE(Read(stream).empty());
 }
 
-TEST(PropertySetStream, ThatIsCutOffIsRefusedOrHasFewerProperties) {
+TEST(PropertySetStream, IsRefusedIfItIsCutOff) {
   const std::string whole =
       StreamWith(Number(kTypeWideText) + Number(2) + Wide(std::u16string_view(u"a\0", 2)));
   ASSERT_EQ(Read(whole).size(), 1u);

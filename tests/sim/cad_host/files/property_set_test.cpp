@@ -53,12 +53,12 @@ TEST_F(PropertySetTest, HasThePropertiesUnderTheirNames) {
   FreePropVariantArray(3, values);
 }
 
-TEST_F(PropertySetTest, IsNotThereWithoutProperties) {
+TEST_F(PropertySetTest, IsMissingWithoutProperties) {
   EXPECT_FALSE(OpenSet(MakePart(L"bolt.sldprt")));
   EXPECT_EQ(m_opened, STG_E_FILENOTFOUND);
 }
 
-TEST_F(PropertySetTest, WhatAnotherProgramWroteIsRead) {
+TEST_F(PropertySetTest, ReadsWhatAnotherProgramWrote) {
   cad_host::ModelFile model;
   model.properties = {{L"Name", L"bolt"}};
   const std::wstring path = MakeFile(L"bolt.sldprt", model);
@@ -82,7 +82,7 @@ TEST_F(PropertySetTest, WhatAnotherProgramWroteIsRead) {
   EXPECT_EQ(document->model.properties[2].type, swCustomInfoNumber);
 }
 
-TEST_F(PropertySetTest, WhatWasTypedReadsBackToTheLetter) {
+TEST_F(PropertySetTest, ReadsBackTheTextsAsTheyWereTyped) {
   const cad_host::CustomProperties typed = {{L"Name", L"12"},
                                             {L"Whole", L"-12", swCustomInfoNumber},
                                             {L"Padded", L"007", swCustomInfoNumber},
@@ -110,7 +110,7 @@ TEST_F(PropertySetTest, WhatWasTypedReadsBackToTheLetter) {
   }
 }
 
-TEST_F(PropertySetTest, WhatAnotherProgramChangedTakesThePlaceOfWhatWasTyped) {
+TEST_F(PropertySetTest, ReadsTheValueThatAnotherProgramChanged) {
   cad_host::ModelFile model;
   model.properties = {{L"Changed", L"007", swCustomInfoNumber}, {L"Kept", L"008", swCustomInfoNumber}};
   const std::wstring path = MakeFile(L"bolt.sldprt", model);
