@@ -7,10 +7,10 @@
 #include <string>
 #include <utility>
 
-/// Sets an environment variable of this process, or removes it, for the life of the object.
+/// Sets or removes an environment variable of this process, for the life of the object.
 class ScopedEnvironment {
  public:
-  /// @param value nothing removes the variable.
+  /// @param value std::nullopt removes the variable.
   ScopedEnvironment(std::wstring name, const std::optional<std::wstring>& value)
       : m_name(std::move(name)), m_before(Get(m_name)) {
     Set(value);
@@ -19,7 +19,7 @@ class ScopedEnvironment {
   ScopedEnvironment& operator=(const ScopedEnvironment&) = delete;
   ~ScopedEnvironment() { Set(m_before); }
 
-  /// Gives the variable another value, or removes it.
+  /// Sets the variable to another value, or removes it.
   void Set(const std::optional<std::wstring>& value) const {
     SetEnvironmentVariableW(m_name.c_str(), value ? value->c_str() : nullptr);
   }

@@ -10,9 +10,9 @@
 #include <stdexcept>
 #include <vector>
 
-/// How many kernel handles this process has open, from the system's list of handles:
-/// GetProcessHandleCount answers 0 under Wine, so that no leak would ever show.
-/// @throws std::runtime_error where the system does not tell.
+/// How many kernel handles this process has open, from the system's list of handles. GetProcessHandleCount
+/// returns 0 under Wine, so that it would find no leak.
+/// @throws std::runtime_error if the system does not list its handles.
 inline std::size_t HandleCount() {
   struct Entry {
     void* object;
@@ -29,7 +29,7 @@ inline std::size_t HandleCount() {
     ULONG_PTR reserved;
     Entry entries[1];
   };
-  constexpr ULONG kExtendedHandleInformation = 64;  // beyond the values that the enumeration names
+  constexpr ULONG kExtendedHandleInformation = 64;  // SYSTEM_INFORMATION_CLASS does not name it
   constexpr auto kTooSmall = static_cast<NTSTATUS>(0xC0000004);
 
   using Query = NTSTATUS(WINAPI*)(ULONG, void*, ULONG, ULONG*);

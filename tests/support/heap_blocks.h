@@ -6,8 +6,8 @@
 #include <cstddef>
 #include <vector>
 
-/// How many blocks are allocated in all heaps of this process: strings, variants and objects of the test, of
-/// the DLL under test and of the system's libraries. What one round of work leaves behind shows over many.
+/// How many blocks are allocated in all heaps of this process, by the test, by the DLL under test and by the
+/// system's libraries. Repeat the work many times, so that a leak is larger than other changes.
 inline std::size_t HeapBlockCount() {
   std::vector<HANDLE> heaps(GetProcessHeaps(0, nullptr));
   heaps.resize(GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data()));

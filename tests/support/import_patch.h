@@ -1,4 +1,4 @@
-/// @file Standing in for a system function that a loaded module calls.
+/// @file Replacing a system function that a loaded module calls.
 #pragma once
 
 #include <windows.h>
@@ -8,12 +8,12 @@
 #include <string_view>
 
 /// For the life of the object, a module that imports a function by name calls a replacement instead. Other
-/// modules, this program too, call the function itself.
+/// modules still call the function itself.
 class ImportPatch {
  public:
-  /// @param module a loaded module, in whose import table `function` stands.
-  /// @param replacement of the function's own type.
-  /// @throws std::runtime_error naming a function that the module does not import.
+  /// @param module a loaded module that imports `function` by name.
+  /// @param replacement has the same type as the function.
+  /// @throws std::runtime_error with the name of the function if the module does not import it.
   template <class Function>
   ImportPatch(HMODULE module, std::string_view function, Function* replacement)
       : m_entry(Find(module, function)), m_original(*m_entry) {

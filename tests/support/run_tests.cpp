@@ -4,61 +4,143 @@
 
 #include <windows.h>
 
+#include <atomic>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <string_view>
 #include <thread>
 
+#include "base/unique_handle.h"
 #include "stack_report.h"
 
 namespace {
 
 constexpr UINT kEndedEarly = 3;
+constexpr DWORD kLongestReport = 5'000;  // milliseconds; ctest ends a program 10 seconds after TEST_SECONDS
 
-// What runs when something goes wrong must not wait for the threads that run still.
+std::atomic<const testing::TestInfo*> running_test = nullptr;
+std::atomic<DWORD> reporting_thread = 0;  // no thread has this id
+std::atomic<DWORD> report_watcher = 0;
+HANDLE report_begun = nullptr;
+HANDLE watch_begun = nullptr;
+
+// Google Test reads the running test under a lock, which a fault may have left locked.
+class RunningTest : public testing::EmptyTestEventListener {
+  void OnTestStart(const testing::TestInfo& test) override { running_test = &test; }
+  void OnTestEnd(const testing::TestInfo&) override { running_test = nullptr; }
+};
+
+// Does not wait for the threads that still run.
 [[noreturn]] void EndProgram() {
-  std::fflush(nullptr);
   TerminateProcess(GetCurrentProcess(), kEndedEarly);
   std::abort();  // not reached
 }
 
-void WriteHeadline(const char* what) {
-  const testing::TestInfo* const test = testing::UnitTest::GetInstance()->current_test_info();
-  std::fprintf(stderr, "\n%s in %s.%s\n", what, test ? test->test_suite_name() : "no",
-               test ? test->name() : "test");
+// Only the first fault is reported. A fault of the report itself ends the program.
+void BeginReport(std::string_view what) {
+  DWORD reporter = 0;
+  if (!reporting_thread.compare_exchange_strong(reporter, GetCurrentThreadId())) {
+    if (reporter != GetCurrentThreadId()) Sleep(INFINITE);
+    WriteAddresses();
+    EndProgram();
+  }
+  SetEvent(report_begun);
+  WriteToErrors("\n");
+  WriteToErrors(what);
+}
+
+void WriteRunningTest() {
+  const testing::TestInfo* const test = running_test;
+  WriteToErrors(" in ");
+  WriteToErrors(test ? test->test_suite_name() : "no");
+  WriteToErrors(".");
+  WriteToErrors(test ? test->name() : "test");
+  WriteToErrors("\n");
+}
+
+[[noreturn]] void EndReport() {
+  WriteStacks();
+  std::fflush(nullptr);
+  EndProgram();
+}
+
+// Ends a report that waits for ever for memory or a lock.
+void WatchReport() {
+  report_watcher = GetCurrentThreadId();
+  SetEvent(watch_begun);
+  WaitForSingleObject(report_begun, INFINITE);
+  Sleep(kLongestReport);
+  WriteAddresses();
+  EndProgram();
+}
+
+void WatchTests(unsigned seconds, const UniqueHandle& thread, DWORD id) {
+  SetEvent(watch_begun);
+  if (WaitForSingleObject(thread.get(), seconds * 1000) == WAIT_OBJECT_0) {
+    // Wine ends a thread at a stack overflow, without an exception.
+    BeginReport("crash: the thread of the tests ended, perhaps by a stack overflow,");
+    WriteRunningTest();
+    EndReport();
+  }
+  BeginReport("hang: still running after ");
+  WriteToErrors(seconds, 10);
+  WriteToErrors(" seconds,");
+  WriteRunningTest();
+  CollectStackOf(thread.get(), id);  // first, because the other stacks need memory
+  CollectOtherStacks(report_watcher);
+  EndReport();
 }
 
 LONG WINAPI OnCrash(EXCEPTION_POINTERS* exception) {
-  char what[64];
-  std::snprintf(what, sizeof what, "crash: exception 0x%08lx", exception->ExceptionRecord->ExceptionCode);
-  WriteHeadline(what);
-  WriteStack(*exception->ContextRecord);
-  EndProgram();
+  BeginReport("crash: exception 0x");
+  WriteToErrors(exception->ExceptionRecord->ExceptionCode, 16);
+  WriteRunningTest();
+  CollectStack(*exception->ContextRecord);
+  EndReport();
 }
 
-// An exception that nobody catches.
 [[noreturn]] void OnTerminate() {
-  WriteHeadline("crash: an exception that nothing catches, or a call of std::terminate");
-  WriteOwnStack();
-  EndProgram();
+  BeginReport("crash: an exception that nothing catches, or a call of std::terminate");
+  WriteRunningTest();
+  CollectOwnStack();
+  EndReport();
 }
 
-void WatchForHang(unsigned seconds) {
-  Sleep(seconds * 1000);
-  char what[64];
-  std::snprintf(what, sizeof what, "hang: still running after %u seconds,", seconds);
-  WriteHeadline(what);
-  WriteStacksOfOtherThreads();
-  EndProgram();
+void OnAbort(int) {
+  BeginReport("crash: a call of std::abort");
+  WriteRunningTest();
+  CollectOwnStack();
+  EndReport();
+}
+
+// Waits until the threads run: their start needs memory and locks, which a fault may leave locked.
+void StartWatching() {
+  report_begun = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+  watch_begun = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+  std::thread(WatchReport).detach();
+  WaitForSingleObject(watch_begun, INFINITE);
+  if (const char* const seconds = std::getenv("TEST_SECONDS")) {
+    const DWORD id = GetCurrentThreadId();
+    std::thread(WatchTests, static_cast<unsigned>(std::atoi(seconds)),
+                OwnHandle(OpenThread(THREAD_ALL_ACCESS, FALSE, id)), id)
+        .detach();
+    WaitForSingleObject(watch_begun, INFINITE);
+  }
 }
 
 }  // namespace
 
 int RunTests(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
+  testing::UnitTest::GetInstance()->listeners().Append(new RunningTest);
   SetUnhandledExceptionFilter(OnCrash);
   std::set_terminate(OnTerminate);
-  const char* const seconds = std::getenv("TEST_SECONDS");
-  if (seconds) std::thread(WatchForHang, static_cast<unsigned>(std::atoi(seconds))).detach();
-  return RUN_ALL_TESTS();
+  std::signal(SIGABRT, OnAbort);
+
+  StartWatching();
+  const int result = RUN_ALL_TESTS();
+  if (reporting_thread != 0) Sleep(INFINITE);  // the report ends the program
+  return result;
 }

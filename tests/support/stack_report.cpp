@@ -5,17 +5,76 @@
 #include <dbghelp.h>
 #include <tlhelp32.h>
 
+#include <algorithm>
+#include <atomic>
+#include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
-#include <mutex>
+#include <span>
 #include <string>
 
 #include "base/unique_handle.h"
 
 namespace {
 
-constexpr int kMostFrames = 64;
+constexpr std::size_t kMostFrames = 64;
+constexpr std::size_t kMostThreads = 64;
+
+struct Stack {
+  DWORD thread = 0;
+  std::size_t count = 0;
+  DWORD64 addresses[kMostFrames];
+};
+
+Stack stacks[kMostThreads];
+std::atomic<std::size_t> stack_count = 0;
+std::atomic<std::size_t> written_count = 0;
+
+DWORD64 CALLBACK ModuleBase(HANDLE, DWORD64 address) {
+  DWORD64 module = 0;
+  RtlLookupFunctionEntry(address, &module, nullptr);
+  return module;
+}
+
+void* CALLBACK FunctionEntry(HANDLE, DWORD64 address) {
+  DWORD64 module = 0;
+  return RtlLookupFunctionEntry(address, &module, nullptr);
+}
+
+// StackWalk64 stops at an address without code, such as a null function pointer that was called. There the
+// return address is on top of the stack, as in a function without an entry.
+void LeaveFunctionWithoutEntry(CONTEXT& context, Stack& stack) {
+  if (FunctionEntry({}, context.Rip)) return;
+  stack.addresses[stack.count++] = context.Rip;
+  ReadProcessMemory(GetCurrentProcess(), reinterpret_cast<void*>(context.Rsp), &context.Rip,
+                    sizeof context.Rip, nullptr);
+  context.Rsp += sizeof context.Rip;
+}
+
+void Collect(HANDLE thread, DWORD id, CONTEXT context) {
+  if (stack_count == kMostThreads) return;
+  Stack& stack = stacks[stack_count];
+  stack.thread = id;
+  ++stack_count;
+  LeaveFunctionWithoutEntry(context, stack);
+  STACKFRAME64 frame{};
+  frame.AddrPC = {context.Rip, 0, AddrModeFlat};
+  frame.AddrFrame = {context.Rbp, 0, AddrModeFlat};
+  frame.AddrStack = {context.Rsp, 0, AddrModeFlat};
+  while (stack.count < kMostFrames &&
+         StackWalk64(IMAGE_FILE_MACHINE_AMD64, GetCurrentProcess(), thread, &frame, &context, nullptr,
+                     FunctionEntry, ModuleBase, nullptr) &&
+         frame.AddrPC.Offset != 0) {
+    // All but the first are return addresses, which may belong to the next line already.
+    stack.addresses[stack.count] = frame.AddrPC.Offset - (stack.count > 0 ? 1 : 0);
+    ++stack.count;
+  }
+}
+
+bool IsCollected(DWORD id) {
+  return std::any_of(stacks, stacks + stack_count, [id](const Stack& stack) { return stack.thread == id; });
+}
 
 struct Freer {
   void operator()(char* text) const { std::free(text); }
@@ -23,7 +82,7 @@ struct Freer {
 
 std::string Demangled(const char* name) {
   int status = 0;
-  // The library takes away the underscore in front that it expects of every name.
+  // The debug library removes the first underscore of each name.
   const std::unique_ptr<char, Freer> full(abi::__cxa_demangle(
       (name[0] == 'Z' ? std::string("_") + name : name).c_str(), nullptr, nullptr, &status));
   return full ? full.get() : name;
@@ -35,8 +94,9 @@ std::string FunctionAt(DWORD64 address) {
   auto& symbol = *reinterpret_cast<SYMBOL_INFO*>(buffer);
   symbol.SizeOfStruct = sizeof symbol;
   symbol.MaxNameLen = kLongestName;
-  if (!SymFromAddr(GetCurrentProcess(), address, nullptr, &symbol)) return "?";
-  return Demangled(symbol.Name);
+  if (SymFromAddr(GetCurrentProcess(), address, nullptr, &symbol)) return Demangled(symbol.Name);
+  std::snprintf(buffer, sizeof buffer, "0x%llx", address);
+  return buffer;
 }
 
 std::string LineAt(DWORD64 address) {
@@ -44,7 +104,13 @@ std::string LineAt(DWORD64 address) {
   line.SizeOfStruct = sizeof line;
   DWORD offset = 0;
   if (!SymGetLineFromAddr64(GetCurrentProcess(), address, &offset, &line)) return {};
-  return std::string(line.FileName) + ":" + std::to_string(line.LineNumber);
+  std::string file = line.FileName;
+  // The debug library puts Wine's drive for the root folder in front of the compiler's path.
+  if (file.starts_with("Z:\\")) {
+    file.erase(0, 2);
+    std::replace(file.begin(), file.end(), '\\', '/');
+  }
+  return "  " + file + ":" + std::to_string(line.LineNumber);
 }
 
 std::string ModuleAt(DWORD64 address) {
@@ -53,57 +119,76 @@ std::string ModuleAt(DWORD64 address) {
   return SymGetModuleInfo64(GetCurrentProcess(), address, &module) ? module.ModuleName : "?";
 }
 
-void LoadSymbols() {
-  static std::once_flag loaded;
-  std::call_once(loaded, [] {
-    SymSetOptions(SYMOPT_LOAD_LINES | SYMOPT_UNDNAME);
-    SymInitialize(GetCurrentProcess(), nullptr, TRUE);
-  });
-}
-
-void WriteStackOf(HANDLE thread, CONTEXT context) {
-  LoadSymbols();
-  STACKFRAME64 frame{};
-  frame.AddrPC = {context.Rip, 0, AddrModeFlat};
-  frame.AddrFrame = {context.Rbp, 0, AddrModeFlat};
-  frame.AddrStack = {context.Rsp, 0, AddrModeFlat};
-  for (int depth = 0; depth < kMostFrames; ++depth) {
-    if (!StackWalk64(IMAGE_FILE_MACHINE_AMD64, GetCurrentProcess(), thread, &frame, &context, nullptr,
-                     SymFunctionTableAccess64, SymGetModuleBase64, nullptr) ||
-        frame.AddrPC.Offset == 0) {
-      break;
-    }
-    // All but the first are addresses behind a call, which may belong to the next line already.
-    const DWORD64 address = frame.AddrPC.Offset - (depth > 0 ? 1 : 0);
-    std::fprintf(stderr, "  %s!%s  %s\n", ModuleAt(address).c_str(), FunctionAt(address).c_str(),
-                 LineAt(address).c_str());
-  }
+void WriteThread(const Stack& stack) {
+  WriteToErrors("thread ");
+  WriteToErrors(stack.thread, 10);
+  WriteToErrors("\n");
 }
 
 }  // namespace
 
-void WriteStack(const CONTEXT& context) { WriteStackOf(GetCurrentThread(), context); }
-
-void WriteOwnStack() {
-  CONTEXT context;
-  RtlCaptureContext(&context);
-  WriteStack(context);
+void WriteToErrors(std::string_view text) {
+  DWORD written = 0;
+  WriteFile(GetStdHandle(STD_ERROR_HANDLE), text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
 }
 
-void WriteStacksOfOtherThreads() {
-  LoadSymbols();
+void WriteToErrors(DWORD64 number, int base) {
+  char digits[64];
+  WriteToErrors({digits, std::to_chars(digits, std::end(digits), number, base).ptr});
+}
+
+void CollectStack(const CONTEXT& context) { Collect(GetCurrentThread(), GetCurrentThreadId(), context); }
+
+void CollectOwnStack() {
+  CONTEXT context;
+  RtlCaptureContext(&context);
+  CollectStack(context);
+}
+
+void CollectStackOf(HANDLE thread, DWORD id) {
+  CONTEXT context{};
+  context.ContextFlags = CONTEXT_FULL;
+  if (SuspendThread(thread) == static_cast<DWORD>(-1)) return;
+  if (GetThreadContext(thread, &context)) Collect(thread, id, context);
+  ResumeThread(thread);
+}
+
+void CollectOtherStacks(DWORD ignored) {
   const UniqueHandle list = OwnHandle(CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0));
   THREADENTRY32 entry{};
   entry.dwSize = sizeof entry;
   for (BOOL found = Thread32First(list.get(), &entry); found; found = Thread32Next(list.get(), &entry)) {
-    if (entry.th32OwnerProcessID != GetCurrentProcessId() || entry.th32ThreadID == GetCurrentThreadId())
+    const DWORD id = entry.th32ThreadID;
+    if (entry.th32OwnerProcessID != GetCurrentProcessId() || id == GetCurrentThreadId() || id == ignored ||
+        IsCollected(id)) {
       continue;
-    const UniqueHandle thread = OwnHandle(OpenThread(
-        THREAD_SUSPEND_RESUME | THREAD_GET_CONTEXT | THREAD_QUERY_INFORMATION, FALSE, entry.th32ThreadID));
-    CONTEXT context{};
-    context.ContextFlags = CONTEXT_FULL;
-    if (!thread || SuspendThread(thread.get()) == static_cast<DWORD>(-1)) continue;
-    std::fprintf(stderr, "thread %lu\n", entry.th32ThreadID);
-    if (GetThreadContext(thread.get(), &context)) WriteStackOf(thread.get(), context);
+    }
+    const UniqueHandle thread = OwnHandle(
+        OpenThread(THREAD_SUSPEND_RESUME | THREAD_GET_CONTEXT | THREAD_QUERY_INFORMATION, FALSE, id));
+    if (thread) CollectStackOf(thread.get(), id);
+  }
+}
+
+void WriteStacks() {
+  SymSetOptions(SYMOPT_LOAD_LINES | SYMOPT_UNDNAME | SYMOPT_DEFERRED_LOADS);
+  SymInitialize(GetCurrentProcess(), nullptr, TRUE);
+  for (; written_count < stack_count; ++written_count) {
+    const Stack& stack = stacks[written_count];
+    WriteThread(stack);
+    for (const DWORD64 address : std::span(stack.addresses, stack.count)) {
+      WriteToErrors("  " + ModuleAt(address) + "!" + FunctionAt(address) + LineAt(address) + "\n");
+    }
+  }
+}
+
+void WriteAddresses() {
+  for (std::size_t index = written_count; index < stack_count; ++index) {
+    const Stack& stack = stacks[index];
+    WriteThread(stack);
+    for (const DWORD64 address : std::span(stack.addresses, stack.count)) {
+      WriteToErrors("  0x");
+      WriteToErrors(address, 16);
+      WriteToErrors("\n");
+    }
   }
 }

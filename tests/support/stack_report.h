@@ -1,13 +1,32 @@
-/// @file Stacks of this program as text: a line for each frame with function, file and line.
+/// @file Stacks of this program's threads, as text on the standard error stream.
+///
+/// Collecting a stack and writing its addresses need neither memory nor locks of this process, which a fault
+/// may have left broken or locked. Writing its function names does.
 #pragma once
 
 #include <windows.h>
 
-/// Writes the stack of this thread, whose registers are `context`, to the standard error stream.
-void WriteStack(const CONTEXT& context);
+#include <string_view>
 
-/// Writes the stack of this thread as it is now.
-void WriteOwnStack();
+/// Writes to the standard error stream without the C library, which may allocate and lock.
+void WriteToErrors(std::string_view text);
+void WriteToErrors(DWORD64 number, int base);
 
-/// Writes the stacks of all other threads, which are stopped for good.
-void WriteStacksOfOtherThreads();
+/// Collects the stack of this thread from its registers.
+void CollectStack(const CONTEXT& context);
+
+/// Collects the stack of this thread as it is now.
+void CollectOwnStack();
+
+/// Collects the stack of another thread, which is suspended meanwhile.
+void CollectStackOf(HANDLE thread, DWORD id);
+
+/// Collects the stacks of all threads but this one, the thread `ignored` and those that are collected
+/// already. This one needs memory.
+void CollectOtherStacks(DWORD ignored);
+
+/// Writes the collected stacks: for each frame a line with module, function, file and line.
+void WriteStacks();
+
+/// Writes the collected stacks that WriteStacks has not finished: for each frame a line with its address.
+void WriteAddresses();

@@ -1,15 +1,15 @@
-/// @file A folder of a test's own.
+/// @file A temporary folder for one test.
 #pragma once
 
 #include <string>
 #include <string_view>
 #include <vector>
 
-/// A new, empty folder under the system's temporary folder, removed with all that is in it at the end.
+/// A new, empty folder under the system's temporary folder. The destructor removes it with its content.
 /// Names are relative to it, separated by `\`, and may be long.
 class TempFolder {
  public:
-  /// @throws std::runtime_error where the folder cannot be made.
+  /// @throws std::runtime_error if the folder cannot be made.
   TempFolder();
   TempFolder(const TempFolder&) = delete;
   TempFolder& operator=(const TempFolder&) = delete;
@@ -21,27 +21,28 @@ class TempFolder {
   /// The full path of `name`.
   std::wstring Path(std::wstring_view name) const;
 
-  /// Makes the folder `name` with those above it. @return its full path.
+  /// Makes the folder `name` and its parents. @return its full path.
   std::wstring MakeFolder(std::wstring_view name) const;
 
-  /// Writes the file `name`, in place of what was there; the folders above it are made.
-  /// @return its full path. @throws std::runtime_error naming the file where it cannot be written.
+  /// Writes the file `name` and makes its folders. Replaces an existing file.
+  /// @return its full path. @throws std::runtime_error with the path if the file cannot be written.
   std::wstring Write(std::wstring_view name, std::string_view bytes) const;
 
-  /// Like Write, with the UTF-8 form of `text`.
+  /// Like Write, with `text` as UTF-8.
   std::wstring WriteText(std::wstring_view name, std::wstring_view text) const;
 
-  /// The bytes of the file `name`, also while another program has it open.
-  /// @throws std::runtime_error naming the file where it cannot be read.
+  /// The bytes of the file `name`, even while another program has it open.
+  /// @throws std::runtime_error with the path if the file cannot be read.
   std::string Read(std::wstring_view name) const;
 
-  /// Like Read, taken as UTF-8.
+  /// Like Read, for a file in UTF-8.
   std::wstring ReadText(std::wstring_view name) const;
 
-  /// Whether a file or folder `name` is there.
+  /// Whether there is a file or folder `name`.
   bool Exists(std::wstring_view name) const;
 
-  /// The names of the files and folders directly in `name` (the folder itself when empty), sorted.
+  /// The sorted names of the files and folders directly in the folder `name`, or in this folder if it is
+  /// empty.
   std::vector<std::wstring> List(std::wstring_view name = {}) const;
 
  private:

@@ -4,12 +4,12 @@
 
 namespace {
 
-// `start` and as many letters as make `size` characters.
+// `start`, filled with letters up to `size` characters.
 std::wstring OfSize(const std::wstring& start, std::size_t size) {
   return start + std::wstring(size - start.size(), L'a');
 }
 
-TEST(SystemPath, LeavesShortPathsAlone) {
+TEST(SystemPath, DoesNotChangeShortPaths) {
   for (const wchar_t* start : {L"C:\\", L"C:/x/../", L"\\\\server\\share\\"}) {
     const std::wstring path = OfSize(start, 247);
     EXPECT_EQ(SystemPath(path), path);
@@ -17,7 +17,7 @@ TEST(SystemPath, LeavesShortPathsAlone) {
   EXPECT_EQ(SystemPath(L""), L"");
 }
 
-TEST(SystemPath, LeavesLongPathsAloneThatAreNotAbsoluteOrAlreadyInItsForm) {
+TEST(SystemPath, DoesNotChangeRelativeOrPrefixedLongPaths) {
   for (const wchar_t* start : {L"models\\", L"..\\models\\", L"\\models\\", L"C:models\\", L"1:\\models\\",
                                L"\\\\?\\C:\\models\\", L"\\\\?\\UNC\\server\\share\\", L"\\\\.\\pipe\\"}) {
     const std::wstring path = OfSize(start, 300);
@@ -25,7 +25,7 @@ TEST(SystemPath, LeavesLongPathsAloneThatAreNotAbsoluteOrAlreadyInItsForm) {
   }
 }
 
-TEST(SystemPath, GivesLongAbsolutePathsTheFormWithoutALimit) {
+TEST(SystemPath, PrefixesLongAbsolutePaths) {
   const std::wstring tail(248, L'a');
   const std::pair<std::wstring, std::wstring> paths[] = {
       {L"C:\\" + tail, L"\\\\?\\C:\\" + tail},
@@ -42,7 +42,7 @@ TEST(SystemPath, GivesLongAbsolutePathsTheFormWithoutALimit) {
   }
 }
 
-TEST(SystemPath, BeginsAtTwoHundredAndFortyEightCharacters) {
+TEST(SystemPath, PrefixesPathsFromTwoHundredAndFortyEightCharacters) {
   const std::wstring path = OfSize(L"C:\\", 248);
   EXPECT_EQ(SystemPath(path), L"\\\\?\\" + path);
 }

@@ -18,7 +18,7 @@ class ErrorBox : public testing::Test {
   ScopedEnvironment m_environment{L"TAVO_HOME", m_home.Path()};
 };
 
-TEST_F(ErrorBox, NamesTextCodeAndLogFolder) {
+TEST_F(ErrorBox, ShowsTextCodeAndLogFolder) {
   MessageBoxRecorder boxes({IDOK});
   EXPECT_EQ(Display(static_cast<HRESULT>(0xA3013005), MB_ICONERROR), IDOK);
   ASSERT_EQ(boxes.Boxes().size(), 1u);
@@ -29,7 +29,7 @@ TEST_F(ErrorBox, NamesTextCodeAndLogFolder) {
   EXPECT_EQ(boxes.Boxes()[0].buttons, std::vector<int>{IDOK});
 }
 
-TEST_F(ErrorBox, ShowsTheGivenTextWholeWhateverTheScript) {
+TEST_F(ErrorBox, ShowsTheWholeTextInAnyScript) {
   const std::wstring text = L"当前未加载模型 \U0001F529 & 100% " + std::wstring(500, L'x');
   MessageBoxRecorder boxes({IDOK});
   CDisplayErrorMsg::Display({E_FAIL, text}, MB_ICONERROR);
@@ -47,7 +47,7 @@ TEST_F(ErrorBox, HasTheStyleThatIsAskedFor) {
   EXPECT_EQ(boxes.Boxes()[1].icon, 0u);
 }
 
-TEST_F(ErrorBox, MayBeClosed) {
+TEST_F(ErrorBox, CanBeClosed) {
   MessageBoxRecorder boxes({MessageBoxRecorder::kClose, MessageBoxRecorder::kClose});
   EXPECT_NE(Display(E_FAIL, MB_ICONERROR), 0);
   EXPECT_EQ(Display(E_FAIL, MB_OKCANCEL), IDCANCEL);
@@ -72,7 +72,7 @@ TEST_F(ErrorBox, TakesItsCaptionFromTheModule) {
   EXPECT_EQ(boxes.Boxes()[1].caption, L"TAVO");
 }
 
-TEST_F(ErrorBox, LeavesTheHostNoOtherWindowToWorkIn) {
+TEST_F(ErrorBox, DisablesTheHostsWindowsWhileItIsOpen) {
   HWND host = CreateWindowW(L"Static", L"host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 100, 100, nullptr,
                             nullptr, nullptr, nullptr);
   ASSERT_NE(host, nullptr);
@@ -92,28 +92,28 @@ TEST_F(ErrorBox, LeavesTheHostNoOtherWindowToWorkIn) {
   DestroyWindow(host);
 }
 
-// The tests' own helper: what it must never let pass.
-void ShowBoxNobodyExpects() {
+// The next tests check the helper MessageBoxRecorder: it must fail the test in these cases.
+void ShowUnexpectedBox() {
   MessageBoxRecorder boxes;
   MessageBoxW(nullptr, L"surprise", L"caption", MB_YESNO);
 }
 
-void ExpectBoxThatNeverComes() { MessageBoxRecorder boxes({IDOK}); }
+void ExpectMissingBox() { MessageBoxRecorder boxes({IDOK}); }
 
-void AnswerWithAButtonThatIsNotThere() {
+void AnswerWithMissingButton() {
   MessageBoxRecorder boxes({IDYES});
   MessageBoxW(nullptr, L"text", L"caption", MB_OK);
 }
 
-TEST(MessageBoxRecorder, FailsTheTestForABoxThatNobodyExpects) {
-  EXPECT_NONFATAL_FAILURE(ShowBoxNobodyExpects(), "unexpected message box: caption: surprise");
+TEST(MessageBoxRecorder, FailsTheTestForAnUnexpectedBox) {
+  EXPECT_NONFATAL_FAILURE(ShowUnexpectedBox(), "unexpected message box: caption: surprise");
 }
 
-TEST(MessageBoxRecorder, FailsTheTestForABoxThatNeverComes) {
-  EXPECT_NONFATAL_FAILURE(ExpectBoxThatNeverComes(), "1 expected message box(es) did not come up");
+TEST(MessageBoxRecorder, FailsTheTestForAMissingBox) {
+  EXPECT_NONFATAL_FAILURE(ExpectMissingBox(), "1 expected message box(es) did not come up");
 }
 
-TEST(MessageBoxRecorder, FailsTheTestForAButtonThatIsNotThere) {
-  EXPECT_NONFATAL_FAILURE(AnswerWithAButtonThatIsNotThere(), "no button 6 on message box");
+TEST(MessageBoxRecorder, FailsTheTestForAMissingButton) {
+  EXPECT_NONFATAL_FAILURE(AnswerWithMissingButton(), "no button 6 on message box");
 }
 }  // namespace

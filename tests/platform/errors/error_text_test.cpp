@@ -14,7 +14,7 @@ std::wstring TextOf(long code) {
   return message.text;
 }
 
-TEST(ErrorText, OfThePlatformsCodesIsItsOwn) {
+TEST(ErrorText, OfAPlatformCodeIsThePlatformsOwn) {
   const std::pair<unsigned, const wchar_t*> texts[] = {
       {0xA3012003, L"The downloaded file was not found."},
       {0xA3012005, L"The file could not be copied."},
@@ -28,7 +28,7 @@ TEST(ErrorText, OfThePlatformsCodesIsItsOwn) {
   for (const auto& [code, text] : texts) EXPECT_EQ(TextOf(static_cast<long>(code)), text);
 }
 
-TEST(ErrorText, OfOtherCodesIsTheSystems) {
+TEST(ErrorText, OfOtherCodesIsTheTextOfTheSystem) {
   const HRESULT codes[] = {E_FAIL,
                            E_OUTOFMEMORY,
                            E_INVALIDARG,
@@ -42,15 +42,15 @@ TEST(ErrorText, OfOtherCodesIsTheSystems) {
     EXPECT_EQ(text.find_last_not_of(L" \t\r\n") + 1, text.size()) << "ends with white space";
     texts.insert(text);
   }
-  EXPECT_EQ(texts.size(), std::size(codes)) << "each code has a text of its own";
+  EXPECT_EQ(texts.size(), std::size(codes)) << "each code has a different text";
 }
 
-TEST(ErrorText, OfACodeThatNobodyKnowsNamesTheCode) {
+TEST(ErrorText, OfAnUnknownCodeNamesTheCode) {
   EXPECT_EQ(TextOf(static_cast<long>(0xA3FFFFFF)), L"Unknown error 0xa3ffffff.");
   EXPECT_EQ(TextOf(static_cast<long>(0x8BAD0001)), L"Unknown error 0x8bad0001.");
 }
 
-TEST(ErrorText, ComesFromOneObject) {
+TEST(ErrorText, ComesFromASingleton) {
   EXPECT_EQ(&CZALCIHandlerContextHelper::Instance(), &CZALCIHandlerContextHelper::Instance());
 }
 }  // namespace

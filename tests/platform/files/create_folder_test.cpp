@@ -7,7 +7,7 @@
 #include "temp_folder.h"
 
 namespace {
-TEST(CreateFolder, MakesAFolderAndThoseAboveIt) {
+TEST(CreateFolder, MakesAFolderAndItsParents) {
   const TempFolder temp;
   for (const wchar_t* name : {L"one", L"a\\b\\c\\d", L"x/y\\z", L"with end\\", L"图纸\\螺栓"}) {
     EXPECT_TRUE(CFileHelper::CreateFolder(temp.Path(name), true))
@@ -16,7 +16,7 @@ TEST(CreateFolder, MakesAFolderAndThoseAboveIt) {
   }
 }
 
-TEST(CreateFolder, CountsAFolderThatIsThereAsAskedFor) {
+TEST(CreateFolder, FailsForAnExistingFolderOnlyIfAskedTo) {
   const TempFolder temp;
   temp.MakeFolder(L"there");
   EXPECT_TRUE(CFileHelper::CreateFolder(temp.Path(L"there"), false));
@@ -24,7 +24,7 @@ TEST(CreateFolder, CountsAFolderThatIsThereAsAskedFor) {
   EXPECT_TRUE(temp.Exists(L"there"));
 }
 
-TEST(CreateFolder, FailsWhereAFileIsInTheWay) {
+TEST(CreateFolder, FailsIfAFileIsInTheWay) {
   const TempFolder temp;
   temp.Write(L"file", "content");
   EXPECT_FALSE(CFileHelper::CreateFolder(temp.Path(L"file"), false));
@@ -32,7 +32,7 @@ TEST(CreateFolder, FailsWhereAFileIsInTheWay) {
   EXPECT_EQ(temp.Read(L"file"), "content");
 }
 
-TEST(CreateFolder, FailsForWhatIsNoPath) {
+TEST(CreateFolder, FailsForAnInvalidPath) {
   for (const wchar_t* path : {L"", L"Q:\\no\\such\\drive", L"C:\\bad|name\\x", L"C:\\bad?\\x"}) {
     EXPECT_FALSE(CFileHelper::CreateFolder(path, false)) << testing::PrintToString(std::wstring(path));
   }

@@ -10,7 +10,7 @@ struct Split {
   const wchar_t* name;
 };
 
-TEST(SplitFilePath, CutsAtTheLastSeparatorOfEitherKind) {
+TEST(SplitFilePath, SplitsAtTheLastSeparatorOfEitherKind) {
   const Split splits[] = {
       {L"C:\\models\\bolt.sldprt", L"C:\\models", L"bolt.sldprt"},
       {L"C:/models/bolt.sldprt", L"C:/models", L"bolt.sldprt"},
@@ -34,7 +34,7 @@ TEST(SplitFilePath, CutsAtTheLastSeparatorOfEitherKind) {
   }
 }
 
-TEST(SplitFilePath, TakesItsOwnResultsAsThePath) {
+TEST(SplitFilePath, AcceptsItsOwnResultAsThePath) {
   std::wstring path = L"C:\\models\\bolt.sldprt", other;
   CFilePathHelper::SplitFilePath(path, path, other);
   EXPECT_EQ(path, L"C:\\models");
@@ -60,7 +60,7 @@ TEST(IsProeFile, FindsTheVersionAfterTheExtension) {
   }
 }
 
-TEST(IsProeFile, LeavesItsResultsAloneForOtherFiles) {
+TEST(IsProeFile, DoesNotChangeItsResultsForOtherFiles) {
   for (const wchar_t* path :
        {L"", L"bolt", L"bolt.sldprt", L"bolt.12", L"bolt.prt.", L"bolt.prt.1a", L"bolt..12", L".prt.12",
         L".12", L"C:\\bolt.prt.12\\plate.sldprt", L"C:\\bolt.prt\\12"}) {

@@ -6,16 +6,16 @@ using namespace std::chrono_literals;
 
 namespace {
 
-class Answer : public InvokerTest {};
+class Answer : public InvokerFixture {};
 
-TEST_F(Answer, ComesBackAsItStands) {
+TEST_F(Answer, IsReturnedUnchanged) {
   StartClient();
   m_script.Always("QD_PLMQuery", Reply::Text("{ \"OpenFile\" : [ \"C:\\\\\xE6\xB5\x8B.sldprt\" ] }\r\n"));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"{ \"OpenFile\" : [ \"C:\\\\\u6D4B.sldprt\" ] }\r\n");
   EXPECT_TRUE(PlatformLines().empty());
 }
 
-TEST_F(Answer, EmptyIsTheClientsOwnAndKeepsTheConnection) {
+TEST_F(Answer, ThatIsEmptyKeepsTheConnection) {
   StartClient();
   m_script.Always("QD_PLMQuery", Reply::Text(""));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
@@ -24,7 +24,7 @@ TEST_F(Answer, EmptyIsTheClientsOwnAndKeepsTheConnection) {
   EXPECT_TRUE(PlatformLines().empty());
 }
 
-TEST_F(Answer, MayComeByteByByte) {
+TEST_F(Answer, MayArriveByteByByte) {
   StartClient();
   m_script.Always("QD_PLMQuery", Reply::Text("{\"a\":1}").InPiecesOf(1));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"{\"a\":1}");
@@ -32,13 +32,13 @@ TEST_F(Answer, MayComeByteByByte) {
   EXPECT_EQ(m_client->ConnectionCount(), 1);
 }
 
-TEST_F(Answer, MayTakeItsTime) {
+TEST_F(Answer, MayBeSlow) {
   StartClient();
   m_script.Always("QD_PLMQuery", Reply::Text("late").After(1500ms));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"late");
 }
 
-TEST_F(Answer, MayComeWithOtherHeaderLines) {
+TEST_F(Answer, MayHaveOtherHeaderLines) {
   StartClient();
   const std::string content = R"({"jsonrpc":"2.0","id":1,"result":{"answer":"x"}})";
   m_script.Always("QD_PLMQuery",
@@ -47,7 +47,7 @@ TEST_F(Answer, MayComeWithOtherHeaderLines) {
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
 }
 
-TEST_F(Answer, OfNearly64MiBComesWhole) {
+TEST_F(Answer, OfNearly64MiBIsReturnedWhole) {
   StartClient();
   const std::string text(64 * 1024 * 1024 - 100, 'x');
   m_script.Always("QD_PLMQuery", Reply::Text(text));
@@ -55,21 +55,21 @@ TEST_F(Answer, OfNearly64MiBComesWhole) {
   EXPECT_TRUE(PlatformLines().empty());
 }
 
-TEST_F(Answer, GoesTogetherWithALargeRequest) {
+TEST_F(Answer, ToALargeRequestMayBeLarge) {
   StartClient([](const plm_client::Request& request, std::stop_token) { return Reply::Text(request.text); });
   const std::wstring text(2 * 1024 * 1024, L'\u00FC');
   for (int i = 0; i < 3; ++i) EXPECT_EQ(m_invoker.Invoke(L"QD_PLMQuery", text), text);
   EXPECT_EQ(m_client->ConnectionCount(), 1);
 }
 
-TEST_F(Answer, ThatSaysNothingUsefulLeavesTheHostWithoutAnException) {
+TEST_F(Answer, ThatIsMalformedThrowsNoException) {
   StartClient();
   m_script.Always("QD_PLMQuery", Reply::Message(std::string(5'000'000, '[')));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
   ExpectOneLine(L"QD_PLMQuery", L"not valid JSON");
 }
 
-TEST_F(Answer, IsAskedForWithTheseBytes) {
+TEST_F(Answer, IsRequestedWithTheseBytes) {
   StartClient();
   m_invoker.Invoke(L"QD_PLMLogin", L"");
   m_invoker.Invoke(L"QD_PLMImportCurrent", L"{\"file_path\":\"C:\\\\\u00FC.sldprt\"}");
@@ -88,8 +88,8 @@ TEST_F(Answer, IsAskedForWithTheseBytes) {
   EXPECT_EQ(requests[1].text, "{\"file_path\":\"C:\\\\\xC3\xBC.sldprt\"}");
 }
 
-TEST_F(Answer, IsNotAskedForWithARequestOver64MiB) {
-  // given a kept connection
+TEST_F(Answer, IsNotRequestedIfTheRequestIsOver64MiB) {
+  // given an open connection
   StartClient();
   m_script.Always("QD_PLMQuery", Reply::Text("x"));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
@@ -97,7 +97,7 @@ TEST_F(Answer, IsNotAskedForWithARequestOver64MiB) {
   // when a request is too large
   EXPECT_EQ(m_invoker.Invoke(L"QD_PLMQuery", std::wstring(64 * 1024 * 1024, L'x')), L"");
 
-  // then nothing of it was sent, and the connection stays
+  // then nothing of it was sent, and the connection stays open
   ExpectOneLine(L"QD_PLMQuery", L"the request is over 64 MiB");
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
   EXPECT_EQ(m_client->Requests().size(), 2u);
@@ -112,9 +112,9 @@ struct Violation {
 
 void PrintTo(const Violation& v, std::ostream* stream) { *stream << v.name; }
 
-class Violations : public InvokerTest, public testing::WithParamInterface<Violation> {};
+class ProtocolViolation : public InvokerFixture, public testing::WithParamInterface<Violation> {};
 
-TEST_P(Violations, LeaveTheCommandWithoutAnswerAndEndTheConnection) {
+TEST_P(ProtocolViolation, ReturnsNoAnswerAndEndsTheConnection) {
   // given a client that breaks the protocol once
   StartClient();
   m_script.Always("QD_PLMQuery", Reply::Text("right"));
@@ -124,7 +124,7 @@ TEST_P(Violations, LeaveTheCommandWithoutAnswerAndEndTheConnection) {
   // when it does
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
 
-  // then one line says why, and the next command starts on a fresh connection
+  // then one log line says why, and the next command opens a new connection
   ExpectOneLine(L"QD_PLMQuery", GetParam().reason);
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"right");
   EXPECT_EQ(m_client->ConnectionCount(), 2);
@@ -153,6 +153,6 @@ const Violation kViolations[] = {
     {"ClosedInTheContent", Reply::Bytes("Content-Length: 100\r\n\r\n{\"json").ThenDisconnect(),
      L"closed the connection"},
 };
-INSTANTIATE_TEST_SUITE_P(, Violations, testing::ValuesIn(kViolations), CaseName<Violation>);
+INSTANTIATE_TEST_SUITE_P(, ProtocolViolation, testing::ValuesIn(kViolations), CaseName<Violation>);
 
 }  // namespace

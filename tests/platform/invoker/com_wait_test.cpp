@@ -19,13 +19,13 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// An object of the host: says on which thread it is called, and does what the test wants there.
+/// An object of the host. It records the thread on which it is called, and runs an action of the test there.
 class HostObject final : public IDispatch {
  public:
   std::function<void()> action = [] {};
   DWORD called_on = 0;
 
-  ULONG STDMETHODCALLTYPE AddRef() override { return 2; }  // the test's own variable
+  ULONG STDMETHODCALLTYPE AddRef() override { return 2; }  // not counted: a variable of the test
   ULONG STDMETHODCALLTYPE Release() override { return 1; }
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
     const bool known = id == __uuidof(IUnknown) || id == __uuidof(IDispatch);
@@ -48,7 +48,7 @@ class HostObject final : public IDispatch {
   }
 };
 
-/// The host's own message filter.
+/// The message filter of the host.
 class HostFilter final : public IMessageFilter {
  public:
   int incoming = 0;
@@ -74,9 +74,9 @@ class HostFilter final : public IMessageFilter {
   }
 };
 
-/// A host in a single-threaded apartment whose object the client calls, from another apartment, while the
-/// host waits for its answer.
-class ComWait : public InvokerTest {
+/// A host in a single-threaded apartment, with an object that the client calls from another apartment while
+/// the host waits for the answer.
+class ComWait : public InvokerFixture {
  protected:
   ComWait() {
     EXPECT_EQ(S_OK, CoMarshalInterThreadInterfaceInStream(__uuidof(IDispatch), &m_object, &m_marshalled));
@@ -114,7 +114,7 @@ TEST_F(ComWait, ServesACallFromAnotherApartment) {
   EXPECT_EQ(m_object.called_on, GetCurrentThreadId());
 }
 
-TEST_F(ComWait, GivesACommandWithinSuchACallNoAnswerAtOnce) {
+TEST_F(ComWait, ReturnsNoAnswerAtOnceForACommandWithinSuchACall) {
   std::wstring second = L"not invoked";
   m_object.action = [&] { second = Invoke(L"QD_PLMTaskManage"); };
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"served 42");
@@ -122,12 +122,12 @@ TEST_F(ComWait, GivesACommandWithinSuchACallNoAnswerAtOnce) {
   ExpectOneLine(L"QD_PLMTaskManage", L"another command is still waiting");
 }
 
-TEST_F(ComWait, LetsTheHostsFilterDecideOnCallsButNotOnTheWait) {
-  // given a host whose filter would end waits as soon as input comes
+TEST_F(ComWait, AsksTheHostsFilterAboutCallsButNotAboutTheWait) {
+  // given a host with a filter that would cancel a wait as soon as input comes
   const HostWindow window;
   HostFilter filter;
-  ComPtr<IMessageFilter> none, found;
-  CoRegisterMessageFilter(&filter, &none);
+  ComPtr<IMessageFilter> previous, found;
+  CoRegisterMessageFilter(&filter, &previous);
   PostMessageW(window.Handle(), WM_KEYDOWN, VK_RETURN, 0);
   m_object.action = [&] { PostMessageW(window.Handle(), WM_KEYDOWN, VK_RETURN, 0); };
 
@@ -136,14 +136,14 @@ TEST_F(ComWait, LetsTheHostsFilterDecideOnCallsButNotOnTheWait) {
   EXPECT_GE(filter.incoming, 1);
   EXPECT_EQ(filter.pending, 0);
   CoRegisterMessageFilter(nullptr, &found);
-  EXPECT_EQ(found.Get(), &filter) << "the host's filter is in its place again";
+  EXPECT_EQ(found.Get(), &filter) << "the host's filter is registered again";
 }
 
-TEST_F(ComWait, LetsTheHostsFilterRejectCalls) {
+TEST_F(ComWait, AllowsTheHostsFilterToRejectCalls) {
   HostFilter filter;
   filter.answer = SERVERCALL_REJECTED;
-  ComPtr<IMessageFilter> none, found;
-  CoRegisterMessageFilter(&filter, &none);
+  ComPtr<IMessageFilter> previous, found;
+  CoRegisterMessageFilter(&filter, &previous);
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"rejected");
   EXPECT_EQ(m_object.called_on, 0u);
   CoRegisterMessageFilter(nullptr, &found);
@@ -157,12 +157,12 @@ HRESULT WINAPI RefuseOrRegister(IMessageFilter* filter, IMessageFilter** previou
   return refusals_left-- > 0 ? E_OUTOFMEMORY : kRegisterFilter(filter, previous);
 }
 
-TEST_F(ComWait, WithoutAFilterOfItsOwnLeavesTheHostsInPlace) {
-  // given a host with a filter, and a system that refuses another one, once
+TEST_F(ComWait, KeepsTheHostsFilterIfItCannotRegisterItsOwn) {
+  // given a host with a filter, and a system that refuses to register another one, once
   HostFilter filter;
   filter.pending_answer = PENDINGMSG_WAITDEFPROCESS;
-  ComPtr<IMessageFilter> none, found;
-  CoRegisterMessageFilter(&filter, &none);
+  ComPtr<IMessageFilter> previous, found;
+  CoRegisterMessageFilter(&filter, &previous);
   {
     refusals_left = 1;
     const ImportPatch patch(GetModuleHandleW(nullptr), "CoRegisterMessageFilter", &RefuseOrRegister);
@@ -173,17 +173,17 @@ TEST_F(ComWait, WithoutAFilterOfItsOwnLeavesTheHostsInPlace) {
   EXPECT_EQ(found.Get(), &filter);
 }
 
-TEST_F(ComWait, LeavesAFilterInPlaceThatTheHostRegisteredMeanwhile) {
-  // given a host that registers another filter within a call, and keeps the one that it found
+TEST_F(ComWait, KeepsAFilterThatTheHostRegistersMeanwhile) {
+  // given a host that registers another filter within a call, and keeps the previous one
   HostFilter filter, other;
   other.pending_answer = PENDINGMSG_WAITDEFPROCESS;
-  ComPtr<IMessageFilter> none, replaced, found;
-  CoRegisterMessageFilter(&filter, &none);
+  ComPtr<IMessageFilter> previous, replaced, found;
+  CoRegisterMessageFilter(&filter, &previous);
   m_object.action = [&] { CoRegisterMessageFilter(&other, &replaced); };
 
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"served 42");
 
-  // then it stays, and what the host kept passes everything on to the filter that was there before
+  // then it stays registered, and the previous one passes all calls to the first filter
   CoRegisterMessageFilter(nullptr, &found);
   EXPECT_EQ(found.Get(), &other);
   ASSERT_TRUE(replaced);
@@ -192,10 +192,10 @@ TEST_F(ComWait, LeavesAFilterInPlaceThatTheHostRegisteredMeanwhile) {
   EXPECT_EQ(filter.incoming, incoming + 1);
   EXPECT_EQ(replaced->MessagePending(nullptr, 0, PENDINGTYPE_TOPLEVEL), PENDINGMSG_CANCELCALL);
   EXPECT_EQ(filter.pending, 1);
-  EXPECT_EQ(replaced.Reset(), 0u) << "nobody else holds it";
+  EXPECT_EQ(replaced.Reset(), 0u) << "there is no other reference";
 }
 
-TEST_F(ComWait, LetsNoExceptionOfAWindowGoThroughCom) {
+TEST_F(ComWait, ThrowsNoExceptionOfAWindowThroughCom) {
   HostWindow window;
   window.OnPaint([] { throw 5; });
   const ThrowingDispatch dispatch;
@@ -208,7 +208,7 @@ TEST_F(ComWait, LetsNoExceptionOfAWindowGoThroughCom) {
   EXPECT_NO_THROW(wait.RethrowFromWindows());
 }
 
-TEST_F(ComWait, LeavesNoFilterBehind) {
+TEST_F(ComWait, LeaksNoFilter) {
   { const invoker::WaitMessageFilter first; }
   const std::size_t before = HeapBlockCount();
   for (int i = 0; i < 1'000; ++i) const invoker::WaitMessageFilter wait;

@@ -10,7 +10,7 @@ using std::chrono::milliseconds;
 
 namespace {
 
-class Configuration : public InvokerTest {
+class Configuration : public InvokerFixture {
  protected:
   static invoker::ClientConfiguration Read() {
     return invoker::ReadClientConfiguration(L"Test", L"PlmClient.json");
@@ -18,7 +18,7 @@ class Configuration : public InvokerTest {
   static std::wstring DefaultPipe() { return L"tavo-plm-client-" + invoker::UserSidText(); }
 };
 
-TEST_F(Configuration, ThatIsMissingMeansTheDefaults) {
+TEST_F(Configuration, ThatIsMissingHasTheDefaults) {
   const auto configuration = Read();
   EXPECT_EQ(configuration.pipe, DefaultPipe());
   EXPECT_TRUE(configuration.pipe.starts_with(L"tavo-plm-client-S-1-5-21-"));
@@ -27,7 +27,7 @@ TEST_F(Configuration, ThatIsMissingMeansTheDefaults) {
   EXPECT_TRUE(PlatformLines().empty());
 }
 
-TEST_F(Configuration, IsReadWithAByteOrderMarkAndMembersOfOthers) {
+TEST_F(Configuration, IsReadWithAByteOrderMarkAndUnknownMembers) {
   Configure(
       "\xEF\xBB\xBF"
       "{\"other\":[1],\"pipe\":\"\xE6\xB5\x8B #1 "
@@ -39,7 +39,7 @@ TEST_F(Configuration, IsReadWithAByteOrderMarkAndMembersOfOthers) {
   EXPECT_TRUE(PlatformLines().empty());
 }
 
-TEST_F(Configuration, WithoutAMemberMeansItsDefault) {
+TEST_F(Configuration, WithoutAMemberHasItsDefault) {
   Configure(R"({"startTimeoutMs":0})");
   EXPECT_EQ(Read().pipe, DefaultPipe());
   EXPECT_EQ(Read().start_timeout, milliseconds(0));
@@ -51,15 +51,15 @@ TEST_F(Configuration, WithoutAMemberMeansItsDefault) {
 struct Fault {
   const char* name;
   const char* file;
-  std::vector<std::wstring> named;  // in the one line
-  std::wstring pipe{};              // empty: the default
+  std::vector<std::wstring> named;  // in the log line
+  std::wstring pipe{};              // the default if empty
 };
 
 void PrintTo(const Fault& fault, std::ostream* stream) { *stream << fault.name; }
 
 class ConfigurationFaults : public Configuration, public testing::WithParamInterface<Fault> {};
 
-TEST_P(ConfigurationFaults, MeanTheDefaultAndOneLineThatNamesThem) {
+TEST_P(ConfigurationFaults, LeadToTheDefaultAndOneLogLine) {
   Configure(GetParam().file);
   const auto configuration = Read();
   EXPECT_EQ(configuration.pipe, GetParam().pipe.empty() ? DefaultPipe() : GetParam().pipe);
@@ -99,7 +99,7 @@ TEST_F(Configuration, IsReadAtEachNewConnection) {
   const plm_client::Client other(plm_client::Settings{.pipe = m_pipe + L"-other"}, std::ref(other_script));
   Configure("{\"pipe\":\"" + CStringHelper::UnicodeToUTF8(m_pipe) + "-other\"}");
 
-  // then the kept connection goes on, and the next one leads there
+  // then the open connection is still used, and the next one leads to the other client
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"first");
   m_client.reset();
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"other");
@@ -115,7 +115,7 @@ TEST_F(Configuration, MayHaveAnotherFileName) {
   EXPECT_EQ(other.Invoke(L"QD_PLMQuery", L""), L"x");
 }
 
-/// A default that is installed beside this program, under a name that no other test uses.
+/// A default file installed beside this program, with a name that no other test uses.
 class InstalledDefault {
  public:
   explicit InstalledDefault(std::string_view json) {
@@ -139,8 +139,8 @@ class InstalledDefault {
   std::wstring m_folder;
 };
 
-TEST_F(Configuration, IsTheInstalledOneWhereTheFolderHasNone) {
-  // given a client whose pipe only the installed file names
+TEST_F(Configuration, IsTheInstalledFileIfTheFolderHasNoFile) {
+  // given a pipe that only the installed file names
   StartClient();
   m_script.Always("QD_PLMQuery", plm_client::Reply::Text("x"));
   const InstalledDefault installed("{\"pipe\":\"" + CStringHelper::UnicodeToUTF8(m_pipe) + "\"}");
@@ -149,32 +149,42 @@ TEST_F(Configuration, IsTheInstalledOneWhereTheFolderHasNone) {
     EXPECT_EQ(other.Invoke(L"QD_PLMQuery", L""), L"x");
   }
 
-  // then a file in the configuration folder stands in front of it
+  // then a file in the configuration folder replaces it
   m_folder.Write(LR"(config\Test\)" + installed.Name(), R"({"pipe":"tavo-no-such-pipe"})");
   CZALCmdInvoker other(L"Test", installed.Name());
   EXPECT_EQ(other.Invoke(L"QD_PLMQuery", L""), L"");
   ExpectOneLine(L"QD_PLMQuery", L"there is no pipe \\\\.\\pipe\\tavo-no-such-pipe");
 }
 
-TEST_F(Configuration, WithoutAPipeLeadsToTheClientOfThisUser) {
+TEST_F(Configuration, WithoutAPipeConnectsToTheClientOfThisUser) {
   Configure("{}");
   m_client.emplace(plm_client::Settings{}, std::ref(m_script));
   m_script.Always("QD_PLMQuery", plm_client::Reply::Text("x"));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
 }
 
-class PipeNames : public InvokerTest, public testing::WithParamInterface<const wchar_t*> {};
+struct PipeName {
+  const char* name;
+  const wchar_t* end;
+};
 
-TEST_P(PipeNames, MayContainAnythingThatIsLegal) {
-  const std::wstring name = m_pipe + GetParam();
+void PrintTo(const PipeName& pipe, std::ostream* stream) { *stream << pipe.name; }
+
+class PipeNames : public InvokerFixture, public testing::WithParamInterface<PipeName> {};
+
+TEST_P(PipeNames, MayContainAnyLegalCharacter) {
+  const std::wstring name = m_pipe + GetParam().end;
   m_script.Always("QD_PLMQuery", plm_client::Reply::Text("x"));
   m_client.emplace(plm_client::Settings{.pipe = name}, std::ref(m_script));
   Configure("{\"pipe\":" + plm_client::JsonString(CStringHelper::UnicodeToUTF8(name)) + "}");
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
 }
 
-INSTANTIATE_TEST_SUITE_P(, PipeNames,
-                         testing::Values(L" with blanks", L"\u6D4B\u8BD5-\u00DC", L"\"quoted\"", L"<a|b>*?:",
-                                         L"%1{}"));
+const PipeName kPipeNames[] = {{"Blanks", L" with blanks"},
+                               {"OtherScripts", L"\u6D4B\u8BD5-\u00DC"},
+                               {"Quotes", L"\"quoted\""},
+                               {"CharactersForbiddenInFileNames", L"<a|b>*?:"},
+                               {"PercentAndBraces", L"%1{}"}};
+INSTANTIATE_TEST_SUITE_P(, PipeNames, testing::ValuesIn(kPipeNames), CaseName<PipeName>);
 
 }  // namespace

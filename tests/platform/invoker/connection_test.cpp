@@ -9,10 +9,10 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr ULONGLONG kAtOnce = 1'000;     // milliseconds, with room for a busy machine
-constexpr std::size_t kFewHandles = 10;  // which the client's threads, in this process, may just hold
+constexpr ULONGLONG kAtOnce = 1'000;     // milliseconds, long enough for a busy machine
+constexpr std::size_t kFewHandles = 10;  // that the client's threads in this process may have open
 
-class Connection : public InvokerTest {};
+class Connection : public InvokerFixture {};
 
 TEST_F(Connection, IsOpenedByTheFirstCommandAndKept) {
   StartClient();
@@ -35,7 +35,7 @@ TEST_F(Connection, IsClosedWithTheInvoker) {
   AwaitOpenConnections(0);
 }
 
-TEST_F(Connection, IsReplacedUnseenWhenItBrokeWhileIdle) {
+TEST_F(Connection, IsReplacedSilentlyIfItBrokeWhileIdle) {
   StartClient();
   m_script.Always("QD_PLMQuery", Reply::Text("x"));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
@@ -46,7 +46,7 @@ TEST_F(Connection, IsReplacedUnseenWhenItBrokeWhileIdle) {
   EXPECT_TRUE(PlatformLines().empty());
 }
 
-TEST_F(Connection, IsReplacedUnseenWhenTheClientWasStartedAnew) {
+TEST_F(Connection, IsReplacedSilentlyIfTheClientWasRestarted) {
   StartClient();
   m_script.Always("QD_PLMQuery", Reply::Text("x"));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
@@ -57,7 +57,7 @@ TEST_F(Connection, IsReplacedUnseenWhenTheClientWasStartedAnew) {
 }
 
 TEST_F(Connection, IsReplacedOnlyOnce) {
-  // given a kept connection that broke, and a client that now hangs up on every other one
+  // given an open connection that broke, and a client that now closes every new one
   StartClient();
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
   m_client.reset();
@@ -67,7 +67,7 @@ TEST_F(Connection, IsReplacedOnlyOnce) {
   ExpectOneLine(L"QD_PLMQuery", L"closed the connection");
 }
 
-TEST_F(Connection, IsReplacedWhenAMessageCameThatNobodyAwaited) {
+TEST_F(Connection, IsReplacedAfterAnUnexpectedMessage) {
   StartClient();
   m_script.Always("QD_PLMQuery", Reply::Text("x"));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
@@ -76,7 +76,7 @@ TEST_F(Connection, IsReplacedWhenAMessageCameThatNobodyAwaited) {
   EXPECT_EQ(m_client->ConnectionCount(), 2);
 }
 
-TEST_F(Connection, IsReplacedWhenAMessageCameRightBehindTheAnswer) {
+TEST_F(Connection, IsReplacedIfAMessageFollowsTheAnswer) {
   StartClient();
   m_script.Always("QD_PLMQuery",
                   Reply::Text("x").FollowedBy(R"({"jsonrpc":"2.0","id":2,"result":{"answer":"y"}})"));
@@ -86,13 +86,13 @@ TEST_F(Connection, IsReplacedWhenAMessageCameRightBehindTheAnswer) {
   EXPECT_EQ(m_client->ConnectionCount(), 2);
 }
 
-TEST_F(Connection, ThatEndsBeforeTheRequestIsReadLeavesNoAnswer) {
+TEST_F(Connection, ThatEndsBeforeTheRequestIsReadReturnsNoAnswer) {
   StartClient(plm_client::Settings{.read_limit = 0});
   EXPECT_EQ(m_invoker.Invoke(L"QD_PLMQuery", std::wstring(1'000'000, L'x')), L"");
   ExpectOneLine(L"QD_PLMQuery", L"closed the connection");
 }
 
-TEST_F(Connection, ThatEndsInTheMiddleOfTheRequestLeavesNoAnswer) {
+TEST_F(Connection, ThatEndsInTheMiddleOfTheRequestReturnsNoAnswer) {
   StartClient(plm_client::Settings{.read_limit = 100'000});
   EXPECT_EQ(m_invoker.Invoke(L"QD_PLMQuery", std::wstring(1'000'000, L'x')), L"");
   ExpectOneLine(L"QD_PLMQuery", L"closed the connection");
@@ -114,8 +114,8 @@ TEST_F(Connection, ThatEndsWhileWaitingEndsTheWaitAtOnce) {
   ExpectOneLine(L"QD_PLMQuery", L"closed the connection");
 }
 
-TEST_F(Connection, NeverLetsALateAnswerAnswerALaterCommand) {
-  // given a command that was given up with its connection, and whose answer comes later
+TEST_F(Connection, NeverReturnsALateAnswerForALaterCommand) {
+  // given a command that failed with its connection, and an answer that comes later
   StartClient();
   m_script.InTurn("QD_PLMQuery", {Reply::Text("late").Following(R"({"jsonrpc":"2.0","method":"progress"})")});
   m_script.Always("QD_PLMTaskManage", Reply::Text("right"));
@@ -123,8 +123,8 @@ TEST_F(Connection, NeverLetsALateAnswerAnswerALaterCommand) {
   EXPECT_EQ(Invoke(L"QD_PLMTaskManage"), L"right");
 }
 
-TEST_F(Connection, ServesAClientThatAnswersBeforeItHasReadEverything) {
-  // given a client that writes more than the pipe holds before it reads the rest of a large request
+TEST_F(Connection, WorksIfTheClientAnswersBeforeItHasReadEverything) {
+  // given a client that writes more than fits into the pipe before it reads the rest of a large request
   ConfigurePipe();
   const std::string text(2'000'000, 'y');
   const std::string content = R"({"jsonrpc":"2.0","id":1,"result":{"answer":")" + text + "\"}}";
@@ -137,7 +137,7 @@ TEST_F(Connection, ServesAClientThatAnswersBeforeItHasReadEverything) {
             std::wstring(text.begin(), text.end()));
 }
 
-TEST_F(Connection, ServesSeveralInvokersSideBySide) {
+TEST_F(Connection, IsSeparateForEachInvoker) {
   StartClient();
   m_script.Always("QD_PLMQuery", Reply::Text("x"));
   CZALCmdInvoker second(L"Test", L"");
@@ -154,7 +154,7 @@ TEST_F(Connection, WithoutAPipeAndAProgramFailsAtOnce) {
   ExpectOneLine(L"QD_PLMQuery", L"there is no pipe");
 }
 
-TEST_F(Connection, ToABusyPipeIsAwaitedForTwoSeconds) {
+TEST_F(Connection, ToABusyPipeTimesOutAfterTwoSeconds) {
   StartClient(plm_client::Settings{.instances = 1});
   const UniqueHandle other = OpenPipe(m_pipe);
   ASSERT_TRUE(other);
@@ -178,7 +178,7 @@ TEST_F(Connection, ToABusyPipeIsMadeAsSoonAsItIsFree) {
   EXPECT_TRUE(PlatformLines().empty());
 }
 
-TEST_F(Connection, TellsALineForEachFailedCommand) {
+TEST_F(Connection, LogsALineForEachFailedCommand) {
   ConfigurePipe();
   Invoke(L"QD_PLMQuery");
   ExpectOneLine(L"QD_PLMQuery", L"there is no pipe");
@@ -186,7 +186,7 @@ TEST_F(Connection, TellsALineForEachFailedCommand) {
   ExpectOneLine(L"QD_PLMTaskManage", L"there is no pipe");
 }
 
-TEST_F(Connection, LeavesNoHandleBehindAfterManyCommands) {
+TEST_F(Connection, LeaksNoHandleInManyCommands) {
   StartClient();
   m_script.Always("QD_PLMQuery", Reply::Text("x"));
   for (int i = 0; i < 20; ++i) Invoke(L"QD_PLMQuery");
@@ -196,7 +196,7 @@ TEST_F(Connection, LeavesNoHandleBehindAfterManyCommands) {
   EXPECT_EQ(m_client->ConnectionCount(), 1);
 }
 
-TEST_F(Connection, LeavesNoHandleBehindAfterManyReconnections) {
+TEST_F(Connection, LeaksNoHandleInManyReconnections) {
   StartClient();
   m_script.Always("QD_PLMQuery", Reply::Text("x"));
   m_script.Always("QD_PLMTaskManage", Reply::Error(1, "no"));
@@ -209,7 +209,7 @@ TEST_F(Connection, LeavesNoHandleBehindAfterManyReconnections) {
   EXPECT_LT(HandleCount(), before + kFewHandles);
 }
 
-TEST_F(Connection, LeavesNoHandleBehindAfterManyInvokersThatKeptTheirs) {
+TEST_F(Connection, LeaksNoHandleInManyInvokers) {
   StartClient();
   m_script.Always("QD_PLMQuery", Reply::Text("x"));
   std::size_t before = 0;

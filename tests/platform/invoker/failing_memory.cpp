@@ -15,7 +15,7 @@ std::atomic<DWORD> failing_thread = 0;  // no thread has this id
 FailingMemory::FailingMemory() { failing_thread = GetCurrentThreadId(); }
 FailingMemory::~FailingMemory() { failing_thread = 0; }
 
-// The whole test program allocates here.
+// These replace the operators of the whole test program.
 void* operator new(std::size_t size) {
   void* memory = failing_thread == GetCurrentThreadId() ? nullptr : std::malloc(size ? size : 1);
   if (!memory) throw std::bad_alloc();

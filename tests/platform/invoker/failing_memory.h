@@ -1,8 +1,8 @@
-/// @file Running out of memory.
+/// @file Simulating a lack of memory.
 #pragma once
 
-/// Lets every `new` of the thread that made it throw std::bad_alloc, for the life of the object. One at a
-/// time.
+/// For the life of the object, every `new` of the thread that created it throws std::bad_alloc. Only one
+/// object may exist at a time.
 class FailingMemory {
  public:
   FailingMemory();

@@ -11,12 +11,12 @@ namespace {
 struct Case {
   const char* name;
   std::string bytes;
-  std::wstring reason{};  // of the refusal; empty: the content is "{}"
+  std::wstring reason{};  // of the refusal; if empty, the content is "{}"
 };
 
 void PrintTo(const Case& c, std::ostream* stream) { *stream << c.name; }
 
-/// Reads `bytes` in pieces; "complete: CONTENT", "incomplete" or the reason of the refusal.
+/// Reads `bytes` in pieces. @return "complete: CONTENT", "incomplete" or the reason of the refusal.
 std::wstring Read(std::string_view bytes, std::size_t piece) {
   FrameReader reader;
   try {
@@ -86,7 +86,7 @@ const Case kCases[] = {
 };
 INSTANTIATE_TEST_SUITE_P(, Frames, testing::ValuesIn(kCases), CaseName<Case>);
 
-TEST(FrameReader, SaysWhetherBytesCameBehindTheFrame) {
+TEST(FrameReader, ReportsBytesAfterTheFrame) {
   FrameReader exact, more;
   exact.Append("Content-Length: 2\r\n\r\n{}");
   more.Append("Content-Length: 2\r\n\r\n{}C");
@@ -95,7 +95,7 @@ TEST(FrameReader, SaysWhetherBytesCameBehindTheFrame) {
   EXPECT_EQ(more.TakeContent(), "{}");
 }
 
-TEST(FrameReader, KnowsAFrameWithoutContent) {
+TEST(FrameReader, AcceptsAFrameWithoutContent) {
   FrameReader reader;
   reader.Append("Content-Length: 0\r\n\r\n");
   EXPECT_TRUE(reader.IsComplete());

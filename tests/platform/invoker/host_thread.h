@@ -1,4 +1,4 @@
-/// @file What a host's thread has: an apartment, a window.
+/// @file A COM apartment and a window, as a thread of the host has them.
 #pragma once
 
 #include <windows.h>
@@ -11,7 +11,7 @@
 
 #include "import_patch.h"
 
-/// COM on this thread for the life of the object; nothing for a thread without COM.
+/// Initializes COM on this thread for the life of the object, or does nothing for std::nullopt.
 class Apartment {
  public:
   explicit Apartment(std::optional<COINIT> kind);
@@ -23,7 +23,7 @@ class Apartment {
   const bool m_entered;
 };
 
-/// A visible window of this thread that counts what it gets.
+/// A visible window of this thread that counts its paints and inputs.
 class HostWindow {
  public:
   HostWindow();
@@ -31,7 +31,7 @@ class HostWindow {
   HostWindow& operator=(const HostWindow&) = delete;
   ~HostWindow();
 
-  /// The message that runs OnSent where another thread sends it.
+  /// The message that runs the action of OnSent.
   static constexpr UINT kSent = WM_APP + 1;
 
   HWND Handle() const { return m_window; }
@@ -40,12 +40,11 @@ class HostWindow {
   void OnSent(std::function<LRESULT()> action) { m_onSent = std::move(action); }
   void OnPaint(std::function<void()> action) { m_onPaint = std::move(action); }
 
-  /// Sends kSent from another thread. @return what OnSent gave; nothing where it was not served for five
-  ///         seconds.
+  /// Sends kSent from another thread.
+  /// @return the result of the action; std::nullopt if the window did not answer within five seconds.
   std::optional<LRESULT> Send() const;
 
-  /// Makes the window due for painting, from another thread. @return whether it painted within five
-  ///         seconds.
+  /// Invalidates the window from another thread. @return whether it painted within five seconds.
   bool Repaint() const;
 
  private:
@@ -58,8 +57,8 @@ class HostWindow {
   std::function<void()> m_onPaint = [] {};
 };
 
-/// Lets what a window procedure throws leave DispatchMessage in this program, as some systems do; others end
-/// it there.
+/// For the life of the object, an exception of a window procedure passes through DispatchMessage in this
+/// program, as on some systems. Other systems catch it there.
 class ThrowingDispatch {
  private:
   static LRESULT WINAPI Dispatch(const MSG* message);
@@ -67,5 +66,5 @@ class ThrowingDispatch {
   const ImportPatch m_patch{GetModuleHandleW(nullptr), "DispatchMessageW", &Dispatch};
 };
 
-/// Handles everything in this thread's queue.
+/// Handles all messages in this thread's queue.
 void DrainMessages();

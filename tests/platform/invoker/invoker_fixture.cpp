@@ -25,35 +25,35 @@ std::wstring NewPipeName() {
 
 }  // namespace
 
-InvokerTest::InvokerTest() : m_pipe(NewPipeName()), m_home(L"TAVO_HOME", m_folder.Path()) {
+InvokerFixture::InvokerFixture() : m_pipe(NewPipeName()), m_home(L"TAVO_HOME", m_folder.Path()) {
   const std::wstring properties = m_folder.Write(L"Log4cplus.properties", kLogProperties);
   EXPECT_TRUE(m_log.Initialize(m_folder.Path(), L"test", properties));
 }
 
-void InvokerTest::Configure(std::string_view json) const { m_folder.Write(kConfigurationFile, json); }
+void InvokerFixture::Configure(std::string_view json) const { m_folder.Write(kConfigurationFile, json); }
 
-void InvokerTest::ConfigurePipe(std::string_view further_members) const {
+void InvokerFixture::ConfigurePipe(std::string_view further_members) const {
   const std::string name = plm_client::JsonString(CStringHelper::UnicodeToUTF8(m_pipe));
   Configure("{\"pipe\":" + name + std::string(further_members) + "}");
 }
 
-void InvokerTest::StartClient(plm_client::Settings settings) {
+void InvokerFixture::StartClient(plm_client::Settings settings) {
   ConfigurePipe();
   settings.pipe = m_pipe;
   m_client.emplace(settings, std::ref(m_script));
 }
 
-void InvokerTest::StartClient(plm_client::Client::Handler handler) {
+void InvokerFixture::StartClient(plm_client::Client::Handler handler) {
   ConfigurePipe();
   m_client.emplace(plm_client::Settings{.pipe = m_pipe}, std::move(handler));
 }
 
-void InvokerTest::AwaitOpenConnections(int count) const {
+void InvokerFixture::AwaitOpenConnections(int count) const {
   for (int i = 0; i < 100 && m_client->OpenConnectionCount() != count; ++i) Sleep(10);
   EXPECT_EQ(m_client->OpenConnectionCount(), count);
 }
 
-std::vector<std::wstring> InvokerTest::PlatformLines() const {
+std::vector<std::wstring> InvokerFixture::PlatformLines() const {
   std::vector<std::wstring> lines;
   std::wistringstream log(m_folder.Exists(kLogFile) ? m_folder.ReadText(kLogFile) : L"");
   for (std::wstring line; std::getline(log, line);) {
@@ -63,7 +63,7 @@ std::vector<std::wstring> InvokerTest::PlatformLines() const {
   return lines;
 }
 
-void InvokerTest::ExpectOneLine(const std::wstring& command, const std::wstring& reason) {
+void InvokerFixture::ExpectOneLine(const std::wstring& command, const std::wstring& reason) {
   const std::vector<std::wstring> lines = PlatformLines();
   ASSERT_EQ(lines.size(), m_linesSeen + 1) << testing::PrintToString(lines);
   m_linesSeen = lines.size();

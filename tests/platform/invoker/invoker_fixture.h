@@ -1,4 +1,4 @@
-/// @file What the tests of the invoker share.
+/// @file The fixture of the tests of the invoker.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -15,38 +15,38 @@
 #include "plm_client/script.h"
 #include "temp_folder.h"
 
-/// A platform root and a log of the test's own, an invoker, and a scripted client where one is started.
-class InvokerTest : public testing::Test {
+/// A temporary platform root with its log, an invoker, and a scripted client if the test starts one.
+class InvokerFixture : public testing::Test {
  protected:
-  InvokerTest();
+  InvokerFixture();
 
   /// Writes PlmClient.json.
   void Configure(std::string_view json) const;
 
-  /// Writes PlmClient.json with this test's pipe and further members, such as R"(,"startTimeoutMs":10)".
+  /// Writes PlmClient.json with this test's pipe and more members, such as R"(,"startTimeoutMs":10)".
   void ConfigurePipe(std::string_view further_members = {}) const;
 
-  /// Starts a client on this test's pipe that answers as `script` says, and configures the pipe.
+  /// Configures this test's pipe and starts a client on it that answers from m_script.
   void StartClient(plm_client::Settings settings = {});
 
-  /// Starts a client whose handler is the test's own.
+  /// Configures this test's pipe and starts a client on it that answers with `handler`.
   void StartClient(plm_client::Client::Handler handler);
 
-  /// Expects that the client soon has so many connections.
+  /// Waits until the client has `count` open connections, at most a second. The test fails if it has not.
   void AwaitOpenConnections(int count) const;
 
-  /// What Invoke gives for a command with the empty request.
+  /// Invokes a command with an empty request.
   std::wstring Invoke(const std::wstring& command) { return m_invoker.Invoke(command, L""); }
 
-  /// The lines under "platform" so far, without their head.
+  /// The lines of the logger "platform" so far, without level and logger.
   std::vector<std::wstring> PlatformLines() const;
 
-  /// Expects that there is one line, which says that `command` got no answer for a reason that contains
-  /// `reason`; forgets it.
+  /// Expects exactly one new line since the last call. It must log that `command` got no answer, with a
+  /// reason that contains `reason`.
   void ExpectOneLine(const std::wstring& command, const std::wstring& reason);
 
   TempFolder m_folder;
-  /// A pipe that no other test uses, also none that runs at the same time.
+  /// The name of a pipe that no other test uses, not even one that runs at the same time.
   const std::wstring m_pipe;
   plm_client::Script m_script;
   std::optional<plm_client::Client> m_client;
@@ -58,7 +58,7 @@ class InvokerTest : public testing::Test {
   std::size_t m_linesSeen = 0;
 };
 
-/// Milliseconds since an object was made.
+/// Measures the milliseconds since its construction.
 class Stopwatch {
  public:
   ULONGLONG Milliseconds() const { return GetTickCount64() - m_start; }

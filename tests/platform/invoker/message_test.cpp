@@ -33,7 +33,7 @@ void PrintTo(const Answer& a, std::ostream* stream) { *stream << a.name; }
 
 class Answers : public testing::TestWithParam<Answer> {};
 
-TEST_P(Answers, AreHandedOnAsTheyStand) { EXPECT_EQ(ReadAnswer(GetParam().content, 7), GetParam().text); }
+TEST_P(Answers, AreReturnedUnchanged) { EXPECT_EQ(ReadAnswer(GetParam().content, 7), GetParam().text); }
 
 const Answer kAnswers[] = {
     {"Plain", R"({"jsonrpc":"2.0","id":7,"result":{"answer":"{ \"a\" : 1 }"}})", L"{ \"a\" : 1 }"},
@@ -60,7 +60,7 @@ void PrintTo(const Refusal& r, std::ostream* stream) { *stream << r.name; }
 
 class Refusals : public testing::TestWithParam<Refusal> {};
 
-TEST_P(Refusals, SayWhy) {
+TEST_P(Refusals, NameTheReason) {
   try {
     ReadAnswer(GetParam().content, 7);
     ADD_FAILURE() << "the message was taken for an answer";

@@ -26,7 +26,7 @@ class Sid {
   PSID m_sid = nullptr;
 };
 
-TEST(PipeOwner, IsTheUserOrTheOwnerOfItsNewObjects) {
+TEST(PipeOwner, IsTrustedIfItIsTheUserOrTheOwnerOfTheUsersNewObjects) {
   const Sid user(L"S-1-5-21-1-2-3-1000"), same(L"S-1-5-21-1-2-3-1000"), administrators(L"S-1-5-32-544"),
       stranger(L"S-1-5-21-1-2-3-1001"), everyone(L"S-1-1-0");
   EXPECT_TRUE(invoker::IsTrustedOwner(same.Get(), user.Get(), user.Get()));
@@ -37,16 +37,16 @@ TEST(PipeOwner, IsTheUserOrTheOwnerOfItsNewObjects) {
   EXPECT_FALSE(invoker::IsTrustedOwner(everyone.Get(), user.Get(), administrators.Get()));
 }
 
-struct Stranger {
+struct OtherOwner {
   const char* name;
   const wchar_t* security;
 };
 
-void PrintTo(const Stranger& stranger, std::ostream* stream) { *stream << stranger.name; }
+void PrintTo(const OtherOwner& owner, std::ostream* stream) { *stream << owner.name; }
 
-class PipeOfAnother : public InvokerTest, public testing::WithParamInterface<Stranger> {};
+class PipeOfAnotherUser : public InvokerFixture, public testing::WithParamInterface<OtherOwner> {};
 
-TEST_P(PipeOfAnother, GetsNothingAndNoClientIsStartedInItsStead) {
+TEST_P(PipeOfAnotherUser, GetsNoRequestAndNoClientIsStarted) {
   StartClient(plm_client::Settings{.security = GetParam().security});
   ConfigurePipe(R"(,"client":"C:\\no such program.exe")");
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
@@ -54,15 +54,15 @@ TEST_P(PipeOfAnother, GetsNothingAndNoClientIsStartedInItsStead) {
   EXPECT_TRUE(m_client->Requests().empty());
 }
 
-const Stranger kStrangers[] = {{"Administrators", L"O:BAD:P(A;;GA;;;WD)"},
-                               {"Everyone", L"O:WDD:P(A;;GA;;;WD)"},
-                               {"TheSystem", L"O:SYD:P(A;;GA;;;WD)"},
-                               {"AnotherPerson", L"O:S-1-5-21-1-2-3-1001D:P(A;;GA;;;WD)"}};
-INSTANTIATE_TEST_SUITE_P(, PipeOfAnother, testing::ValuesIn(kStrangers), CaseName<Stranger>);
+const OtherOwner kOtherOwners[] = {{"Administrators", L"O:BAD:P(A;;GA;;;WD)"},
+                                   {"Everyone", L"O:WDD:P(A;;GA;;;WD)"},
+                                   {"TheSystem", L"O:SYD:P(A;;GA;;;WD)"},
+                                   {"AnotherPerson", L"O:S-1-5-21-1-2-3-1001D:P(A;;GA;;;WD)"}};
+INSTANTIATE_TEST_SUITE_P(, PipeOfAnotherUser, testing::ValuesIn(kOtherOwners), CaseName<OtherOwner>);
 
-class PipeOfThisUser : public InvokerTest {};
+class PipeOfThisUser : public InvokerFixture {};
 
-TEST_F(PipeOfThisUser, IsTalkedToAlsoWithoutADescriptorOfItsOwn) {
+TEST_F(PipeOfThisUser, IsUsedEvenWithoutASecurityDescriptor) {
   ConfigurePipe();
   const std::string content = R"({"jsonrpc":"2.0","id":1,"result":{"answer":"x"}})";
   const RawServer server(m_pipe, [&](HANDLE connection) {
@@ -72,7 +72,7 @@ TEST_F(PipeOfThisUser, IsTalkedToAlsoWithoutADescriptorOfItsOwn) {
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"x");
 }
 
-/// How this program opens pipes, while it runs.
+/// Records the flags with which this program opens pipes, for the life of the object.
 class PipeOpenings {
  public:
   PipeOpenings() { flags_of_openings.clear(); }
@@ -92,8 +92,8 @@ class PipeOpenings {
   const ImportPatch m_patch{GetModuleHandleW(nullptr), "CreateFileW", &Record};
 };
 
-TEST_F(PipeOfThisUser, MayIdentifyThisProcessAndNeverActInItsStead) {
-  // Read off the call: there are systems that let every pipe impersonate, whatever was allowed.
+TEST_F(PipeOfThisUser, MayIdentifyThisProcessButNotImpersonateIt) {
+  // Checks the flags of the call, because some systems allow every pipe to impersonate.
   StartClient();
   m_script.Always("QD_PLMLogin", plm_client::Reply::Text("x"));
   const PipeOpenings openings;

@@ -21,13 +21,13 @@ RawServer::RawServer(const std::wstring& pipe, std::function<void(HANDLE)> serve
   m_thread = std::jthread([this, serve = std::move(serve)] {
     const bool connected = ConnectNamedPipe(m_pipe.get(), nullptr) || GetLastError() == ERROR_PIPE_CONNECTED;
     if (connected) serve(m_pipe.get());
-    FlushFileBuffers(m_pipe.get());  // what was written is to be read before the connection ends
+    FlushFileBuffers(m_pipe.get());  // the other side must read everything before the connection ends
     m_pipe.reset();
   });
 }
 
 RawServer::~RawServer() {
-  // Ends the wait for a connection where none ever came.
+  // Ends the wait of the server thread if nothing has connected.
   OwnHandle(CreateFileW(m_path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
 }
 

@@ -1,4 +1,4 @@
-/// @file A pipe served by hand.
+/// @file A pipe that the test itself serves.
 #pragma once
 
 #include <windows.h>
@@ -10,11 +10,11 @@
 
 #include "base/unique_handle.h"
 
-/// One instance of a pipe whose first connection is served by the test's own code: for what no client
-/// would do. It has no security descriptor, as the pipes of clients in other languages.
+/// One instance of a pipe. Code of the test serves its first connection and can break the protocol. The pipe
+/// has no security descriptor, like the pipes of clients in other languages.
 class RawServer {
  public:
-  /// @param serve gets the connected pipe, opened for blocking calls; the connection ends when it returns.
+  /// @param serve gets the connected pipe, for blocking calls. The connection ends when it returns.
   RawServer(const std::wstring& pipe, std::function<void(HANDLE)> serve);
   RawServer(const RawServer&) = delete;
   RawServer& operator=(const RawServer&) = delete;
@@ -26,11 +26,11 @@ class RawServer {
   std::jthread m_thread;
 };
 
-/// Blocks until all is written; returns at once where the other side is gone.
+/// Blocks until all is written. Returns at once if the other side has disconnected.
 void WriteAll(HANDLE pipe, std::string_view bytes);
 
-/// Blocks until `count` bytes have come, or the other side is gone. @return what came.
+/// Blocks until `count` bytes are read, or the other side has disconnected. @return the bytes.
 std::string ReadBytes(HANDLE pipe, std::size_t count);
 
-/// Opens the pipe as a host would.
+/// Opens the pipe like a host.
 UniqueHandle OpenPipe(const std::wstring& pipe);

@@ -12,19 +12,20 @@
 
 namespace {
 
-constexpr ULONGLONG kAtOnce = 1'500;  // milliseconds, with room for a busy machine that starts a program
+constexpr ULONGLONG kAtOnce = 1'500;  // milliseconds, long enough for a busy machine that starts a program
 
-/// A client program in a folder of its own, which the invoker is to start.
-class Start : public InvokerTest {
+/// A client program in its own folder, for the invoker to start.
+class ClientStart : public InvokerFixture {
  protected:
-  ~Start() override {
+  ~ClientStart() override {
     if (const UniqueHandle process = Process()) {
       TerminateProcess(process.get(), 0);
       WaitForSingleObject(process.get(), 10'000);
     }
   }
 
-  /// Puts the program there and configures it.
+  /// Copies the program into the folder and configures it.
+  /// @param verb what the program does, see started_client/main.cpp.
   void Install(const std::string& verb, std::string_view further_members = {}) {
     m_folder.MakeFolder(kFolder);
     m_folder.Write(kFolder + LR"(\behaviour.txt)", verb + " " + CStringHelper::UnicodeToUTF8(m_pipe));
@@ -39,7 +40,7 @@ class Start : public InvokerTest {
 
   std::wstring Program() const { return m_folder.Path(kFolder + L"\\PLM client.exe"); }
 
-  /// What the program has found: its process id, command line and folder.
+  /// The lines that the program wrote at its start: process id, command line and folder.
   std::vector<std::wstring> Found() const {
     std::vector<std::wstring> lines;
     if (!m_folder.Exists(kFolder + LR"(\started.txt)")) return lines;
@@ -48,7 +49,7 @@ class Start : public InvokerTest {
     return lines;
   }
 
-  /// The program, if it was started and runs.
+  /// The process, or null if it was not started or has ended.
   UniqueHandle Process() const {
     const std::vector<std::wstring> found = Found();
     if (found.empty()) return nullptr;
@@ -65,13 +66,13 @@ class Start : public InvokerTest {
   }
 };
 
-TEST_F(Start, HappensWhereThereIsNoPipe) {
+TEST_F(ClientStart, HappensIfThereIsNoPipe) {
   Install("serve");
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"served");
   EXPECT_TRUE(PlatformLines().empty());
 }
 
-TEST_F(Start, IsWithoutArgumentsInTheProgramsOwnFolder) {
+TEST_F(ClientStart, PassesNoArgumentsAndUsesTheProgramsFolder) {
   Install("serve");
   Invoke(L"QD_PLMLogin");
   const std::vector<std::wstring> found = Found();
@@ -80,7 +81,7 @@ TEST_F(Start, IsWithoutArgumentsInTheProgramsOwnFolder) {
   EXPECT_EQ(found[2], m_folder.Path(kFolder));
 }
 
-TEST_F(Start, HappensOnceForManyCommands) {
+TEST_F(ClientStart, HappensOnceForManyCommands) {
   Install("serve");
   Invoke(L"QD_PLMLogin");
   const std::vector<std::wstring> found = Found();
@@ -90,22 +91,22 @@ TEST_F(Start, HappensOnceForManyCommands) {
   EXPECT_EQ(Found(), found);
 }
 
-TEST_F(Start, DoesNotHappenWhereAClientServesThePipe) {
+TEST_F(ClientStart, DoesNotHappenIfAClientServesThePipe) {
   Install("serve");
   m_client.emplace(plm_client::Settings{.pipe = m_pipe}, std::ref(m_script));
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
   EXPECT_TRUE(Found().empty());
 }
 
-TEST_F(Start, DoesNotHappenForARequestThatCannotBeSent) {
+TEST_F(ClientStart, DoesNotHappenForARequestThatCannotBeSent) {
   Install("serve");
   EXPECT_EQ(m_invoker.Invoke(L"QD_PLMLogin", std::wstring(64 * 1024 * 1024, L'x')), L"");
   ExpectOneLine(L"QD_PLMLogin", L"the request is over 64 MiB");
   EXPECT_TRUE(Found().empty());
 }
 
-TEST_F(Start, HandsNoHandleOn) {
-  // given a file that this process holds alone, by a handle that could be inherited
+TEST_F(ClientStart, PassesNoHandleToTheClient) {
+  // given a file that only this process may open, with an inheritable handle
   Install("serve");
   const std::wstring path = m_folder.Write(L"held.txt", "x");
   SECURITY_ATTRIBUTES inheritable{sizeof(inheritable), nullptr, TRUE};
@@ -115,15 +116,15 @@ TEST_F(Start, HandsNoHandleOn) {
   UniqueHandle held = open();
   ASSERT_TRUE(held);
 
-  // when the client is started and the handle closed here
+  // when the client is started and this process closes the handle
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"served");
   held.reset();
 
-  // then nobody holds the file any more
+  // then no process has the file open
   EXPECT_TRUE(open());
 }
 
-TEST_F(Start, IsGivenUpAtOnceWhenTheProgramEnds) {
+TEST_F(ClientStart, FailsAtOnceIfTheProgramEnds) {
   Install("end");
   const Stopwatch watch;
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
@@ -131,7 +132,7 @@ TEST_F(Start, IsGivenUpAtOnceWhenTheProgramEnds) {
   ExpectOneLine(L"QD_PLMLogin", Program() + L" ended without serving the pipe");
 }
 
-TEST_F(Start, IsAwaitedNoLongerThanConfigured) {
+TEST_F(ClientStart, TimesOutAsConfigured) {
   Install("hang", ",\"startTimeoutMs\":700");
   const Stopwatch watch;
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
@@ -140,7 +141,7 @@ TEST_F(Start, IsAwaitedNoLongerThanConfigured) {
   ExpectOneLine(L"QD_PLMLogin", Program() + L" did not serve the pipe");
 }
 
-TEST_F(Start, ServesTheThreadsWindowsMeanwhile) {
+TEST_F(ClientStart, ServesTheThreadsWindowsMeanwhile) {
   Install("hang", ",\"startTimeoutMs\":1500");
   const HostWindow window;
   std::future<bool> served = std::async(std::launch::async, [&] {
@@ -153,10 +154,10 @@ TEST_F(Start, ServesTheThreadsWindowsMeanwhile) {
   EXPECT_TRUE(served.get());
 }
 
-/// A client that serves one host at a time, and another host that is there as soon as the pipe is.
-class StartBesideAnotherHost : public Start {
+/// A client that serves one host at a time, and another host that connects as soon as the pipe exists.
+class ClientStartBesideAnotherHost : public ClientStart {
  protected:
-  StartBesideAnotherHost() {
+  ClientStartBesideAnotherHost() {
     Install("serve-one");
     m_window.OnSent([this] {
       const Stopwatch watch;
@@ -164,24 +165,24 @@ class StartBesideAnotherHost : public Start {
         Sleep(10);
         m_otherHost = OpenPipe(m_pipe);
       }
-      m_onceThere();
+      m_onConnected();
       return 1;
     });
-    // Lies in this thread's queue until the invoker, having started the client, serves the thread's windows
-    // for the first time: so the other host always comes first.
+    // The message stays in this thread's queue until the invoker has started the client and serves the
+    // thread's windows for the first time. So the other host always connects first.
     std::thread([this] { SendNotifyMessageW(m_window.Handle(), HostWindow::kSent, 0, 0); }).join();
   }
 
   UniqueHandle m_otherHost;
-  std::function<void()> m_onceThere = [] {};
+  std::function<void()> m_onConnected = [] {};
 
  private:
   HostWindow m_window;
 };
 
-TEST_F(StartBesideAnotherHost, AwaitsTheBusyPipeForTwoSeconds) {
+TEST_F(ClientStartBesideAnotherHost, WaitsTwoSecondsForTheBusyPipe) {
   Stopwatch watch;
-  m_onceThere = [&] { watch = Stopwatch(); };
+  m_onConnected = [&] { watch = Stopwatch(); };
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
   EXPECT_GE(watch.Milliseconds(), 1'900u);
   EXPECT_LT(watch.Milliseconds(), 2'000 + kAtOnce);
@@ -189,20 +190,20 @@ TEST_F(StartBesideAnotherHost, AwaitsTheBusyPipeForTwoSeconds) {
   ExpectOneLine(L"QD_PLMLogin", L"stayed busy for two seconds");
 }
 
-TEST_F(StartBesideAnotherHost, ConnectsAsSoonAsThePipeIsFree) {
+TEST_F(ClientStartBesideAnotherHost, ConnectsAsSoonAsThePipeIsFree) {
   std::jthread leaving;
-  m_onceThere = [&] {
+  m_onConnected = [&] {
     leaving = std::jthread([&] {
       Sleep(500);
       m_otherHost.reset();
     });
   };
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"served");
-  EXPECT_TRUE(leaving.joinable()) << "the other host came first";
+  EXPECT_TRUE(leaving.joinable()) << "the other host connected first";
   EXPECT_TRUE(PlatformLines().empty());
 }
 
-TEST_F(Start, OfAClientThatDiesWhileACommandWaitsEndsTheWaitAtOnce) {
+TEST_F(ClientStart, OfAClientThatDiesWhileACommandWaitsEndsTheWaitAtOnce) {
   Install("die");
   const Stopwatch watch;
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
@@ -211,14 +212,14 @@ TEST_F(Start, OfAClientThatDiesWhileACommandWaitsEndsTheWaitAtOnce) {
   ExpectOneLine(L"QD_PLMLogin", L"closed the connection");
 }
 
-TEST_F(Start, HappensAnewAfterTheClientDied) {
+TEST_F(ClientStart, HappensAgainAfterTheClientDied) {
   Install("die");
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
   m_folder.Write(kFolder + LR"(\behaviour.txt)", "serve " + CStringHelper::UnicodeToUTF8(m_pipe));
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"served");
 }
 
-TEST_F(Start, OfAMissingProgramFailsWithoutABox) {
+TEST_F(ClientStart, OfAMissingProgramFailsWithoutABox) {
   MessageBoxRecorder boxes;
   ConfigureProgram(m_folder.Path(L"missing.exe"));
   const Stopwatch watch;
@@ -227,21 +228,21 @@ TEST_F(Start, OfAMissingProgramFailsWithoutABox) {
   ExpectOneLine(L"QD_PLMLogin", m_folder.Path(L"missing.exe") + L" cannot be started (error 2)");
 }
 
-TEST_F(Start, OfAFileThatIsNoProgramFailsWithoutABox) {
+TEST_F(ClientStart, OfAFileThatIsNotAProgramFailsWithoutABox) {
   MessageBoxRecorder boxes;
   ConfigureProgram(m_folder.Write(L"client.exe", "no program"));
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
   ExpectOneLine(L"QD_PLMLogin", L"client.exe cannot be started");
 }
 
-TEST_F(Start, LeavesTheThreadsErrorModeAsItWas) {
+TEST_F(ClientStart, LeavesTheThreadsErrorModeAsItWas) {
   const DWORD before = GetThreadErrorMode();
   ConfigureProgram(m_folder.Path(L"missing.exe"));
   Invoke(L"QD_PLMLogin");
   EXPECT_EQ(GetThreadErrorMode(), before);
 }
 
-TEST_F(Start, NeedsAFullPath) {
+TEST_F(ClientStart, NeedsAFullPath) {
   for (const wchar_t* path : {L"cmd.exe", L"..\\client.exe", L"C:client.exe", L"\\client.exe"}) {
     ConfigureProgram(path);
     EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");

@@ -1,10 +1,10 @@
-/// @file The system's own function where the program's import of it is replaced.
+/// @file A system function, even if the program's import of it is replaced.
 #pragma once
 
 #include <windows.h>
 
-/// `name` of the loaded system library `library`, whatever the import table of this program says: there a
-/// plain `&Function` may lead to the replacement.
+/// The function `name` of the loaded system library `library`. Use it if the import table is patched, because
+/// `&Function` may then be the replacement.
 template <class Function>
 Function* SystemFunction(const wchar_t* library, const char* name) {
   return reinterpret_cast<Function*>(

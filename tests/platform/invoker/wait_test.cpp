@@ -12,7 +12,7 @@ using plm_client::Request;
 
 namespace {
 
-constexpr ULONGLONG kAtOnce = 1'000;  // milliseconds, with room for a busy machine
+constexpr ULONGLONG kAtOnce = 1'000;  // milliseconds, long enough for a busy machine
 
 struct ThreadKind {
   const char* name;
@@ -21,10 +21,10 @@ struct ThreadKind {
 
 void PrintTo(const ThreadKind& kind, std::ostream* stream) { *stream << kind.name; }
 
-/// A host's thread, of each kind, that waits for the answer to a command.
-class Wait : public InvokerTest, public testing::WithParamInterface<ThreadKind> {
+/// A thread of the host, of each kind, that waits for the answer to a command.
+class Wait : public InvokerFixture, public testing::WithParamInterface<ThreadKind> {
  protected:
-  /// Starts a client that does `action` before it answers.
+  /// Starts a client that runs `action` before it answers.
   void StartClientThat(std::function<void()> action) {
     StartClient([action = std::move(action)](const Request&, std::stop_token) {
       action();
@@ -66,7 +66,7 @@ TEST_P(Wait, LeavesInputInTheQueue) {
   // when a command waits
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"answered");
 
-  // then none was handled, and all is still there, in order
+  // then no input was handled, and all of it is still in the queue, in order
   EXPECT_EQ(m_window.InputCount(), 0);
   MSG message;
   for (const UINT expected : {WM_KEYDOWN, WM_KEYDOWN, WM_LBUTTONDOWN}) {
@@ -75,7 +75,7 @@ TEST_P(Wait, LeavesInputInTheQueue) {
   }
 }
 
-TEST_P(Wait, LeavesTheMessageToQuitInTheQueue) {
+TEST_P(Wait, LeavesTheQuitMessageInTheQueue) {
   PostQuitMessage(5);
   StartClientThat([&] { m_window.Send(); });
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"answered");
@@ -84,7 +84,7 @@ TEST_P(Wait, LeavesTheMessageToQuitInTheQueue) {
   EXPECT_EQ(message.wParam, 5u);
 }
 
-TEST_P(Wait, GivesASecondCommandNoAnswerAtOnce) {
+TEST_P(Wait, ReturnsNoAnswerAtOnceForASecondCommand) {
   // given a window procedure that invokes a second command
   std::wstring second = L"not invoked";
   ULONGLONG took = 0;
@@ -96,10 +96,10 @@ TEST_P(Wait, GivesASecondCommandNoAnswerAtOnce) {
   });
   StartClientThat([&] { m_window.Send(); });
 
-  // when it is reached while the first waits
+  // when it runs while the first command waits
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"answered");
 
-  // then the second was not started, and the first and its connection go on
+  // then the second was not sent, and the first and its connection continue
   EXPECT_EQ(second, L"");
   EXPECT_LT(took, kAtOnce);
   ExpectOneLine(L"QD_PLMTaskManage", L"another command is still waiting");
@@ -109,7 +109,7 @@ TEST_P(Wait, GivesASecondCommandNoAnswerAtOnce) {
   EXPECT_EQ(m_client->ConnectionCount(), 1);
 }
 
-TEST_P(Wait, ForABusyPipeServesLikewise) {
+TEST_P(Wait, ForABusyPipeServesTheWindowToo) {
   StartClient(plm_client::Settings{.instances = 1});
   const UniqueHandle other = OpenPipe(m_pipe);
   std::future<bool> served = std::async(std::launch::async, [&] {
@@ -121,9 +121,9 @@ TEST_P(Wait, ForABusyPipeServesLikewise) {
   EXPECT_TRUE(served.get());
 }
 
-TEST_P(Wait, ForAClientThatDoesNotReadYetServesLikewise) {
-  // given a client that reads nothing of a request, which is larger than the pipe holds, before it has been
-  // served by the host's window, which invokes a second command
+TEST_P(Wait, ForAClientThatDoesNotReadYetServesTheWindowToo) {
+  // given a request that does not fit into the pipe, a client that does not read it until the host's window
+  // has handled a message, and a window that invokes a second command
   ConfigurePipe();
   std::wstring second = L"not invoked";
   ULONGLONG took = kAtOnce;
@@ -147,7 +147,7 @@ TEST_P(Wait, ForAClientThatDoesNotReadYetServesLikewise) {
   // when the request is sent
   EXPECT_EQ(m_invoker.Invoke(L"QD_PLMQuery", std::wstring(2'000'000, L'x')), L"answered");
 
-  // then the window was served, and the second command was not started
+  // then the window was served, and the second command was not sent
   EXPECT_EQ(sent, 17);
   EXPECT_TRUE(painted);
   EXPECT_EQ(second, L"");
@@ -155,8 +155,8 @@ TEST_P(Wait, ForAClientThatDoesNotReadYetServesLikewise) {
   ExpectOneLine(L"QD_PLMTaskManage", L"another command is still waiting");
 }
 
-TEST_P(Wait, OutlastsTheOwnerThatLetsGoOfTheInvoker) {
-  // given an invoker that a caller holds as well, and an owner that lets go of it during the wait
+TEST_P(Wait, ContinuesAfterTheOwnerReleasedTheInvoker) {
+  // given an invoker that a caller owns too, and another owner that releases it during the wait
   auto owner = std::make_shared<CZALCmdInvoker>(L"Test", L"");
   std::shared_ptr<CZALCmdInvoker> caller = owner;
   m_window.OnSent([&] {
@@ -165,7 +165,7 @@ TEST_P(Wait, OutlastsTheOwnerThatLetsGoOfTheInvoker) {
   });
   StartClientThat([&] { m_window.Send(); });
 
-  // then the caller gets its answer, and the connection ends with the caller's hold
+  // then the caller gets its answer, and the connection ends when the caller releases the invoker
   EXPECT_EQ(caller->Invoke(L"QD_PLMQuery", L""), L"answered");
   EXPECT_FALSE(owner);
   EXPECT_EQ(m_client->OpenConnectionCount(), 1);
@@ -173,7 +173,7 @@ TEST_P(Wait, OutlastsTheOwnerThatLetsGoOfTheInvoker) {
   AwaitOpenConnections(0);
 }
 
-TEST_P(Wait, EndsWithoutAnAnswerWhereAWindowThrows) {
+TEST_P(Wait, EndsWithoutAnAnswerIfAWindowThrows) {
   const ThrowingDispatch dispatch;
   m_window.OnPaint([] { throw 5; });
   StartClientThat([&] { m_window.Repaint(); });
@@ -183,7 +183,7 @@ TEST_P(Wait, EndsWithoutAnAnswerWhereAWindowThrows) {
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"answered");
 }
 
-TEST_P(Wait, EndsQuietlyWhereThereIsNoMemoryForTheLine) {
+TEST_P(Wait, EndsWithoutALogLineIfThereIsNoMemory) {
   const ThrowingDispatch dispatch;
   std::optional<FailingMemory> no_memory;
   m_window.OnPaint([&] {

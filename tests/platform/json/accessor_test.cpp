@@ -5,7 +5,7 @@ using namespace std::string_literals;
 
 namespace {
 
-TEST(ObjectArray, GivesEachElementAsAnObjectOfItsOwn) {
+TEST(ObjectArray, HasASeparateObjectForEachElement) {
   const auto json = Parse(LR"({"Menu":[{"b":"x","a":[1,{"c":null}],"b":2},{},{"z":"y"}]})");
   const auto objects = json->GetObjectArray(L"Menu");
   ASSERT_EQ(objects.size(), 3u);
@@ -21,14 +21,14 @@ TEST(ObjectArray, OfAnEmptyArrayIsEmpty) {
   EXPECT_TRUE(Parse(LR"({"Menu":[]})")->GetObjectArray(L"Menu").empty());
 }
 
-TEST(ObjectArray, OutlivesTheObjectThatItCameFrom) {
+TEST(ObjectArray, OutlivesItsParent) {
   auto json = Parse(LR"({"Menu":[{"name":"a text of more than fourteen bytes"}]})");
   const auto objects = json->GetObjectArray(L"Menu");
   json.reset();
   EXPECT_EQ(objects[0]->GetStringValue(L"name"), L"a text of more than fourteen bytes");
 }
 
-TEST(ObjectCopy, HoldsTheMembersApartFromItsParent) {
+TEST(ObjectCopy, IsIndependentOfItsParent) {
   auto json = Parse(LR"({"o":{"a":"a text of more than fourteen bytes","b":{"c":[]}}})");
   const auto copy = json->GetObjectCopy(L"o");
   copy->SetStringValue(L"a", L"changed");
@@ -37,7 +37,7 @@ TEST(ObjectCopy, HoldsTheMembersApartFromItsParent) {
   EXPECT_EQ(copy->ToJson(), LR"({"a":"changed","b":{"c":[]}})");
 }
 
-TEST(SharedObject, IsAViewWhoseChangesShowInTheParent) {
+TEST(SharedObject, IsAViewThatChangesItsParent) {
   const auto json = Parse(LR"({"o":{"a":"x"},"p":1})");
   const auto view = json->GetObjectShared(L"o");
   EXPECT_EQ(view->Share(), json->Share());
@@ -45,10 +45,11 @@ TEST(SharedObject, IsAViewWhoseChangesShowInTheParent) {
   view->SetStringValue(L"b", L"new");
   EXPECT_EQ(json->ToJson(), LR"({"o":{"a":"changed","b":"new"},"p":1})");
   json->GetObjectShared(L"o")->SetStringValue(L"c", L"more");
-  EXPECT_EQ(view->ToJson(), LR"({"a":"changed","b":"new","c":"more"})") << "and the other way";
+  EXPECT_EQ(view->ToJson(), LR"({"a":"changed","b":"new","c":"more"})")
+      << "changes of the parent show in the view";
 }
 
-TEST(SharedObject, CanBeSharedInTurn) {
+TEST(SharedObject, CanShareItsMembers) {
   const auto json = Parse(LR"({"o":{"p":{"q":{}}}})");
   const auto inner = json->GetObjectShared(L"o")->GetObjectShared(L"p")->GetObjectShared(L"q");
   inner->SetStringValue(L"a", L"x");
@@ -62,7 +63,7 @@ TEST(SharedObject, KeepsTheDocumentAlive) {
   EXPECT_EQ(view->GetStringValue(L"a"), L"a text of more than fourteen bytes");
 }
 
-TEST(SharedObject, ParsedAnewIsReplacedInsideTheDocument) {
+TEST(SharedObject, ParsedAgainIsReplacedInTheDocument) {
   const auto json = Parse(LR"({"before":1,"o":{"a":"x"},"after":2})");
   const auto view = json->GetObjectShared(L"o");
   EXPECT_TRUE(view->CreateFrom(LR"({"b":["a text of more than fourteen bytes"]})"));
@@ -73,7 +74,7 @@ TEST(SharedObject, ParsedAnewIsReplacedInsideTheDocument) {
   EXPECT_EQ(json->ToJson(), LR"({"before":1,"o":[7],"after":2})");
 }
 
-TEST(SharedObject, ParsedAnewAfterItsParentIsGoneTakesTheText) {
+TEST(SharedObject, CanBeParsedAgainAfterItsParentIsDestroyed) {
   auto json = Parse(LR"({"o":{"a":"x"}})");
   const auto view = json->GetObjectShared(L"o");
   json.reset();
@@ -81,7 +82,7 @@ TEST(SharedObject, ParsedAnewAfterItsParentIsGoneTakesTheText) {
   EXPECT_EQ(view->ToJson(), LR"({"b":"a text of more than fourteen bytes"})");
 }
 
-TEST(SharedObject, OfAnObjectThatIsParsedAnewStaysSafeToUse) {
+TEST(SharedObject, StaysValidAfterItsParentIsParsedAgain) {
   const auto json = Parse(LR"({"o":{"a":"a text of more than fourteen bytes"}})");
   const auto view = json->GetObjectShared(L"o");
   EXPECT_TRUE(json->CreateFrom(LR"({"o":{"b":"y"}})"));
@@ -89,7 +90,7 @@ TEST(SharedObject, OfAnObjectThatIsParsedAnewStaysSafeToUse) {
   EXPECT_EQ(json->GetObjectShared(L"o")->ToJson(), LR"({"b":"y"})");
 }
 
-TEST(SharedObject, OfTheRootStandsForTheWholeDocument) {
+TEST(SharedObject, OfTheRootIsTheWholeDocument) {
   const auto json = Parse(LR"({"a":"x"})");
   CJsonObject view(json->Share(), json->Share().get());
   EXPECT_TRUE(view.CreateFrom(LR"({"b":"y"})"));
@@ -124,7 +125,7 @@ const AccessorCase kAccessors[] = {
 
 class Accessors : public testing::TestWithParam<AccessorCase> {};
 
-TEST_P(Accessors, ThrowWhereTheMemberIsMissing) {
+TEST_P(Accessors, ThrowIfTheMemberIsMissing) {
   const auto json = Parse(LR"({"a":1,"Menu":[],"object":{}})");
   for (const std::wstring& key : {L"b"s, L"menu"s, L"Object"s, L""s, L"\u96f6\0x"s}) {
     ExpectException(kMemberMissing, L"json member [" + key + L"] not exist!",
@@ -132,17 +133,17 @@ TEST_P(Accessors, ThrowWhereTheMemberIsMissing) {
   }
 }
 
-TEST_P(Accessors, ThrowWhereTheMemberHasTheWrongType) {
+TEST_P(Accessors, ThrowIfTheMemberHasTheWrongType) {
   for (const std::wstring value : GetParam().wrong_values) {
     const std::wstring text = L"{\"a\":" + value + L"}";
     const auto json = Parse(text);
     ExpectException(kWrongType, L"json member [a] is not "s + GetParam().type + L"!",
                     [&] { GetParam().call(*json, L"a"); });
-    EXPECT_EQ(json->ToJson(), text) << "the object is left as it was";
+    EXPECT_EQ(json->ToJson(), text) << "the object is unchanged";
   }
 }
 
-TEST_P(Accessors, FindNoMemberInAValueThatIsNoObject) {
+TEST_P(Accessors, FindNoMemberInAValueThatIsNotAnObject) {
   for (const wchar_t* text : {L"[{\"a\":{}}]", L"\"a\"", L"1", L"null"}) {
     ExpectException(kMemberMissing, L"json member [a] not exist!",
                     [&] { GetParam().call(*Parse(text), L"a"); });
@@ -157,7 +158,7 @@ TEST_P(Accessors, LookAtTheFirstOfEqualNames) {
 std::string NameOf(const testing::TestParamInfo<AccessorCase>& info) { return info.param.name; }
 INSTANTIATE_TEST_SUITE_P(, Accessors, testing::ValuesIn(kAccessors), NameOf);
 
-TEST(CopyFrom, TakesOverEveryMember) {
+TEST(CopyFrom, CopiesEveryMember) {
   CJsonObject copy;
   copy.SetStringValue(L"before", L"x");
   {
@@ -187,19 +188,19 @@ TEST(CopyFrom, OfItselfChangesNothing) {
   EXPECT_EQ(json->ToJson(), LR"({"a":"x","b":{"c":1}})");
 }
 
-TEST(CopyFrom, TakesAPartOfItself) {
+TEST(CopyFrom, CopiesAPartOfItself) {
   const auto json = Parse(LR"({"a":{"b":{"c":"x"}}})");
   json->CopyFrom(*json->GetObjectShared(L"a"));
   EXPECT_EQ(json->ToJson(), LR"({"b":{"c":"x"}})");
 }
 
-TEST(CopyFrom, TakesWhatItIsAPartOf) {
+TEST(CopyFrom, CopiesItsParent) {
   const auto json = Parse(LR"({"x":1,"a":{"b":2}})");
   json->GetObjectShared(L"a")->CopyFrom(*json);
   EXPECT_EQ(json->ToJson(), LR"({"x":1,"a":{"x":1,"a":{"b":2}}})");
 }
 
-TEST(CopyFrom, IntoAViewShowsInTheParent) {
+TEST(CopyFrom, IntoAViewChangesTheParent) {
   const auto json = Parse(LR"({"a":{"b":2},"c":3})");
   json->GetObjectShared(L"a")->CopyFrom(*Parse(LR"({"d":"x"})"));
   EXPECT_EQ(json->ToJson(), LR"({"a":{"d":"x"},"c":3})");

@@ -1,4 +1,4 @@
-// Violated assertions of RapidJSON.
+// Failed assertions of RapidJSON.
 #include "json_test_support.h"
 
 namespace {
@@ -17,16 +17,16 @@ TEST(Assertions, NameExpressionHeaderAndLine) {
                   [] { RaiseRapidJsonAssertion("a == b", "include/rapidjson/document.h", 1234); });
 }
 
-TEST(Assertions, AreRaisedByAnElementThatIsNoObject) {
+TEST(Assertions, AreRaisedByAnElementThatIsNotAnObject) {
   for (const wchar_t* text :
        {LR"({"Menu":[1]})", LR"({"Menu":[{"a":"x"},[]]})", LR"({"Menu":[null]})", LR"({"Menu":["x"]})"}) {
     const auto json = Parse(text);
     ExpectAssertion(ExceptionOf([&] { json->GetObjectArray(L"Menu"); }), L"IsObject()");
-    EXPECT_EQ(json->ToJson(), text) << "the object is left as it was";
+    EXPECT_EQ(json->ToJson(), text) << "the object is unchanged";
   }
 }
 
-TEST(Assertions, AreRaisedByACopyOfWhatIsNoObject) {
+TEST(Assertions, AreRaisedByACopyOfAValueThatIsNotAnObject) {
   CJsonObject copy;
   copy.SetStringValue(L"a", L"x");
   ExpectAssertion(ExceptionOf([&] { copy.CopyFrom(*Parse(L"[1]")); }), L"IsObject()");
@@ -42,11 +42,11 @@ TEST(Assertions, AreRaisedByRapidJsonItself) {
 }
 
 TEST(Assertions, AreRaisedByAnObjectWithoutADocument) {
-  const CJsonObject none(nullptr, nullptr);
+  const CJsonObject without_document(nullptr, nullptr);
   for (const auto& call : {+[](const CJsonObject& json) { json.GetObjectArray(L"a"); },
                            +[](const CJsonObject& json) { json.GetObjectCopy(L"a"); },
                            +[](const CJsonObject& json) { json.GetObjectShared(L"a"); }}) {
-    const CZALException exception = ExceptionOf([&] { call(none); });
+    const CZALException exception = ExceptionOf([&] { call(without_document); });
     EXPECT_EQ(exception.GetErrorCode(), kWrongType);
     EXPECT_TRUE(
         exception.GetErrorMessage().starts_with(L"json assertion \"m_pDocument != nullptr\" failed in "))

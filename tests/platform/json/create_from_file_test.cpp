@@ -1,4 +1,4 @@
-// Parsing of files.
+// Parsing files.
 #include <filesystem>
 #include <fstream>
 #include <random>
@@ -9,7 +9,7 @@ using namespace std::string_literals;
 
 namespace {
 
-/// Paths as std::filesystem takes and gives them whatever the locale.
+/// Converts between text and std::filesystem::path, independent of the locale.
 std::filesystem::path ToPath(const std::wstring& text) {
   const std::string utf8 = CStringHelper::UnicodeToUTF8(text);
   return std::u8string(utf8.begin(), utf8.end());
@@ -19,7 +19,7 @@ std::wstring ToText(const std::filesystem::path& path) {
   return CStringHelper::UTF8ToUnicode({reinterpret_cast<const char*>(utf8.data()), utf8.size()});
 }
 
-/// A folder of the test's own, removed at its end.
+/// A temporary folder for one test.
 class Files : public testing::Test {
  protected:
   Files() { std::filesystem::create_directory(m_folder); }
@@ -34,13 +34,13 @@ class Files : public testing::Test {
     return Path(name);
   }
 
-  /// That reading a file of these bytes fails with "PATH", then `fault`.
+  /// Expects that reading a file of these bytes fails with "PATH", then `fault`.
   void ExpectFault(const std::string& bytes, const std::wstring& fault) const {
     const std::wstring path = Write(L"View.json", bytes);
     CJsonObject json;
     json.SetStringValue(L"before", L"x");
     ExpectException(kWrongType, L"\"" + path + L"\", " + fault, [&] { json.CreateFromFile(path); });
-    EXPECT_EQ(json.ToJson(), LR"({"before":"x"})") << "the object is left as it was";
+    EXPECT_EQ(json.ToJson(), LR"({"before":"x"})") << "the object is unchanged";
   }
 
   const std::filesystem::path m_folder = std::filesystem::temp_directory_path() /
@@ -71,7 +71,7 @@ TEST_F(Files, MayBeginWithAByteOrderMark) {
   ExpectFault("\xEF\xBB\xBF\xEF\xBB\xBF{}", L"line 1, column 1: Invalid value.");
 }
 
-TEST_F(Files, MayHaveARootThatIsNoObject) {
+TEST_F(Files, MayHaveARootThatIsNotAnObject) {
   CJsonObject json;
   json.CreateFromFile(Write(L"View.json", R"([{"Menu":[]}])"));
   EXPECT_EQ(json.ToJson(), LR"([{"Menu":[]}])");
@@ -86,7 +86,7 @@ TEST_F(Files, MayBeLarge) {
   EXPECT_EQ(json.GetStringValue(L"a").size(), value.size());
 }
 
-TEST_F(Files, ThatAreMalformedAreNamedWithThePlace) {
+TEST_F(Files, ThatAreMalformedAreReportedWithLineAndColumn) {
   ExpectFault("", L"line 1, column 1: The document is empty.");
   ExpectFault("{\"a\":1} x", L"line 1, column 9: The document root must not be followed by other values.");
   ExpectFault("{\"a\":1}\0"s, L"line 1, column 8: The document root must not be followed by other values.");
@@ -107,7 +107,7 @@ TEST_F(Files, CountColumnsInCharacters) {
               L"line 1, column 8: Missing a colon after a name of object member.");
 }
 
-TEST_F(Files, ThatAreNotUtf8AreNamedWithThePlace) {
+TEST_F(Files, ThatAreNotUtf8AreReportedWithLineAndColumn) {
   const std::wstring invalid = L"Invalid encoding in string.";
   ExpectFault("{\"a\":\n\"M\xFCller\"}", L"line 2, column 3: " + invalid);
   ExpectFault("[\"\xC0\x80\"]", L"line 1, column 3: " + invalid);
@@ -118,7 +118,7 @@ TEST_F(Files, ThatAreNotUtf8AreNamedWithThePlace) {
   ExpectFault("\xFF\xFE{\0}\0"s, L"line 1, column 1: Invalid value.");
 }
 
-TEST_F(Files, WithUnpairedSurrogatesAreNamedWithThePlace) {
+TEST_F(Files, WithUnpairedSurrogatesAreReportedWithLineAndColumn) {
   const std::wstring invalid = L"The surrogate pair in string is invalid.";
   ExpectFault(R"(["\ud83d"])", L"line 1, column 3: " + invalid);
   ExpectFault("[\n \"a\\\\\",\n \"b\\ud83d\\ude00\\udc00\"]", L"line 3, column 16: " + invalid);
@@ -126,13 +126,13 @@ TEST_F(Files, WithUnpairedSurrogatesAreNamedWithThePlace) {
   ExpectFault(R"({"\uDFFF": 1})", L"line 1, column 3: " + invalid);
 }
 
-TEST_F(Files, WithTooManyLevelsAreNamedWithThePlace) {
+TEST_F(Files, WithTooManyLevelsAreReportedWithLineAndColumn) {
   ExpectFault(std::string(1001, '[') + std::string(1001, ']'),
               L"line 1, column 1001: More than 1,000 levels of nesting.");
   ExpectFault(std::string(1'000'000, '['), L"line 1, column 1001: More than 1,000 levels of nesting.");
 }
 
-TEST_F(Files, ThatCannotBeReadAreNamedWithTheReason) {
+TEST_F(Files, ThatCannotBeReadAreReportedWithTheReason) {
 #ifdef _WIN32
   const std::wstring missing_reason = L" (error 2)", folder_reason = L" (error 5)";
 #else
@@ -148,7 +148,7 @@ TEST_F(Files, ThatCannotBeReadAreNamedWithTheReason) {
     EXPECT_EQ(exception.GetErrorCode(), kWrongType);
     EXPECT_TRUE(message.starts_with(L"cannot read \"" + path + L"\": ")) << testing::PrintToString(message);
     EXPECT_TRUE(message.ends_with(reason)) << testing::PrintToString(message);
-    EXPECT_EQ(json.ToJson(), LR"({"before":"x"})") << "the object is left as it was";
+    EXPECT_EQ(json.ToJson(), LR"({"before":"x"})") << "the object is unchanged";
   }
 }
 

@@ -1,4 +1,4 @@
-// Parsing of texts.
+// Parsing texts.
 #include <string_view>
 
 #include "json_test_support.h"
@@ -38,7 +38,7 @@ const Case kWellFormed[] = {
 };
 INSTANTIATE_TEST_SUITE_P(, WellFormed, testing::ValuesIn(kWellFormed), NameOf);
 
-TEST(CreateFrom, PassesOverWhiteSpace) {
+TEST(CreateFrom, SkipsWhiteSpace) {
   EXPECT_EQ(Parse(L" \t\r\n{ \"a\" :\n[ 1 , 2 ]\t}\r\n ")->ToJson(), LR"({"a":[1,2]})");
 }
 
@@ -74,7 +74,7 @@ TEST_P(Malformed, LeavesAnEmptyObject) {
   EXPECT_FALSE(json.CreateFrom(GetParam().text));
   EXPECT_EQ(json.ToJson(), L"{}");
   json.SetStringValue(L"after", L"y");
-  EXPECT_EQ(json.ToJson(), LR"({"after":"y"})") << "it stays usable";
+  EXPECT_EQ(json.ToJson(), LR"({"after":"y"})") << "the object is still usable";
 }
 
 const Case kMalformed[] = {
@@ -124,11 +124,11 @@ const Case kMalformed[] = {
 };
 INSTANTIATE_TEST_SUITE_P(, Malformed, testing::ValuesIn(kMalformed), NameOf);
 
-TEST(CreateFrom, TakesAnEscapedBackslashBeforeTheTextOfAnEscape) {
+TEST(CreateFrom, AcceptsAnEscapedBackslashBeforeTextLikeAnEscape) {
   EXPECT_EQ(Parse(LR"(["\\udc00","\\\\ud83d"])")->ToJson(), LR"(["\\udc00","\\\\ud83d"])");
 }
 
-TEST(CreateFrom, TakesALoneSurrogateThatIsNotEscapedAsAReplacementCharacter) {
+TEST(CreateFrom, ReplacesALoneSurrogateThatIsNotEscaped) {
   EXPECT_EQ(Parse(L"{\"a\":\"x\xDE00\"}")->GetStringValue(L"a"), L"x\ufffd");
 }
 

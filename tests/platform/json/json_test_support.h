@@ -1,4 +1,4 @@
-/// @file What the tests of JSON share.
+/// @file Helpers of the tests of JSON.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -10,14 +10,14 @@
 
 #include "CJsonObject.h"
 
-/// An object made from `text`, which must be well-formed.
+/// Parses `text`, which must be well-formed.
 inline CJsonObject::Pointer Parse(const std::wstring& text) {
   auto json = std::make_shared<CJsonObject>();
   EXPECT_TRUE(json->CreateFrom(text)) << testing::PrintToString(text);
   return json;
 }
 
-/// The exception that leaves `call`; a failed test where there is none.
+/// Returns the exception that `call` throws. The test fails if it throws nothing.
 template <typename Call>
 CZALException ExceptionOf(Call&& call) {
   try {
@@ -29,7 +29,7 @@ CZALException ExceptionOf(Call&& call) {
   return {0, L""};
 }
 
-/// That `call` throws a CZALException of exactly this code and message.
+/// Expects that `call` throws a CZALException with exactly this code and message.
 template <typename Call>
 void ExpectException(long code, const std::wstring& message, Call&& call) {
   const CZALException exception = ExceptionOf(call);

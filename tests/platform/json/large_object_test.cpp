@@ -1,4 +1,4 @@
-// Objects of so many members that they are not looked through one by one.
+// Objects with so many members that a linear search would be too slow.
 #include <chrono>
 
 #include "json_test_support.h"
@@ -18,7 +18,7 @@ std::wstring ManyMembers(const std::wstring& end = L"") {
   return L"{" + text + L"}";
 }
 
-/// That the object has the members of ManyMembers and neither fewer nor more.
+/// Expects that the object has exactly the members of ManyMembers.
 void ExpectMany(const CJsonObject& object, const std::wstring& end = L"") {
   for (int index = 0; index < kMany; ++index) {
     ASSERT_EQ(object.GetStringValue(Name(index)), std::to_wstring(index) + end) << index;
@@ -50,7 +50,7 @@ TEST(LargeObject, HasReplacedValues) {
   ExpectMany(*object, L" new");
 }
 
-TEST(LargeObject, GivesTheFirstOfEqualNames) {
+TEST(LargeObject, FindsTheFirstOfEqualNames) {
   std::wstring text = ManyMembers();
   text.replace(text.size() - 1, 1, LR"(,"member 7":"second","once":"1","once":"2"})");
   const auto object = Parse(text);
@@ -70,7 +70,7 @@ TEST(LargeObject, HasTheMembersOfItsLatestContent) {
   EXPECT_FALSE(object->IsExist(Name(0)));
 }
 
-TEST(LargeObject, HasWhatIsChangedThroughAView) {
+TEST(LargeObject, HasTheChangesMadeThroughAView) {
   const auto parent = Parse(L"{\"a\":" + ManyMembers() + L"}");
   const auto first = parent->GetObjectShared(L"a");
   const auto second = parent->GetObjectShared(L"a");
@@ -94,7 +94,7 @@ TEST(LargeObject, HasTheMembersOfACopy) {
   EXPECT_FALSE(object.IsExist(L"before"));
 }
 
-// Looking through all members takes minutes here.
+// A linear search would take minutes here.
 TEST(LargeObject, OfAHundredThousandMembersIsMadeAndReadInSeconds) {
   constexpr int kCount = 100'000;
   const auto start = std::chrono::steady_clock::now();

@@ -1,5 +1,5 @@
-// Texts as long as the longest answer of the PLM client. Not built with the sanitizers, under which they
-// take minutes.
+// Texts as long as the longest answer of the PLM client. Not built with the sanitizers, because that takes
+// minutes.
 #include "json_test_support.h"
 
 namespace {

@@ -11,7 +11,7 @@ using FoundStrings = std::pair<bool, Strings>;
 
 struct Case {
   const char* name;
-  std::wstring value{};  ///< of the member, as JSON; empty for no member
+  std::wstring value{};  ///< of the member, as JSON; empty if there is no member
   std::wstring as_string{};
   long as_long = 0;
   FoundBool as_bool{false, false};
@@ -50,14 +50,14 @@ class Members : public testing::TestWithParam<Case> {
       Parse(GetParam().value.empty() ? L"{}" : L"{\"k\":" + GetParam().value + L"}");
 };
 
-TEST_P(Members, ReadLikeMissingWhereTheTypeIsWrong) {
+TEST_P(Members, ReadLikeMissingIfTheTypeIsWrong) {
   EXPECT_EQ(m_json->GetStringValue(L"k"), GetParam().as_string);
   EXPECT_EQ(m_json->GetLongValue(L"k"), GetParam().as_long);
   EXPECT_EQ(m_json->GetPropertyBoolValue(L"k"), GetParam().as_bool);
   EXPECT_EQ(m_json->IsExist(L"k"), !GetParam().value.empty());
 }
 
-TEST_P(Members, ThatAreNoStringArrayAreRefusedAsSuch) {
+TEST_P(Members, ThatAreNotStringArraysAreRefusedAsStringArrays) {
   const bool is_fine = GetParam().is_string_array || GetParam().value.empty();
   if (is_fine) {
     EXPECT_EQ(m_json->GetPropertyStringArrayValue(L"k").first, GetParam().is_string_array);
@@ -75,7 +75,7 @@ TEST_P(Members, AreReplacedByAString) {
 std::string NameOf(const testing::TestParamInfo<Case>& info) { return info.param.name; }
 INSTANTIATE_TEST_SUITE_P(, Members, testing::ValuesIn(kCases), NameOf);
 
-TEST(StringArrays, AreGivenInArrayOrder) {
+TEST(StringArrays, AreReturnedInArrayOrder) {
   EXPECT_EQ(Parse(LR"({"OpenFile":["b","","a","\u0000x","b"]})")->GetPropertyStringArrayValue(L"OpenFile"),
             FoundStrings(true, {L"b", L"", L"a", L"\0x"s, L"b"}));
   EXPECT_EQ(Parse(LR"({"OpenFile":[]})")->GetPropertyStringArrayValue(L"OpenFile"), FoundStrings(true, {}));
@@ -94,7 +94,7 @@ TEST(Keys, AreComparedExactly) {
   EXPECT_EQ(json->GetStringValue(L""), L"none");
 }
 
-TEST(Keys, AreNamesAndNoPointers) {
+TEST(Keys, AreNamesAndNotJsonPointers) {
   const auto json = Parse(LR"({"a":{"b":"inner"},"/a/b":"slashes","a.b":"point"})");
   EXPECT_EQ(json->GetStringValue(L"/a/b"), L"slashes");
   EXPECT_EQ(json->GetStringValue(L"a.b"), L"point");
@@ -120,7 +120,7 @@ TEST(SetStringValue, AddsAtTheEndAndReplacesInPlace) {
   EXPECT_EQ(json->GetStringValue(L"c"), L"x");
 }
 
-TEST(SetStringValue, HoldsItsOwnCopies) {
+TEST(SetStringValue, CopiesNameAndValue) {
   CJsonObject json;
   {
     std::wstring key = L"a name of more than fourteen bytes";
@@ -139,7 +139,7 @@ TEST(SetStringValue, KeepsManyMembers) {
   for (int i = 0; i < 1000; ++i) EXPECT_EQ(json.GetStringValue(std::to_wstring(i)), std::to_wstring(i * i));
 }
 
-TEST(ValuesThatAreNoObject, HaveNoMembers) {
+TEST(ValuesThatAreNotObjects, HaveNoMembers) {
   for (const wchar_t* text : {L"[{\"k\":\"x\"}]", L"\"k\"", L"1", L"1.5", L"true", L"null"}) {
     const auto json = Parse(text);
     EXPECT_FALSE(json->IsExist(L"k"));
@@ -151,7 +151,7 @@ TEST(ValuesThatAreNoObject, HaveNoMembers) {
   }
 }
 
-TEST(ValuesThatAreNoObject, BecomeOneByAStringMember) {
+TEST(ValuesThatAreNotObjects, BecomeObjectsIfAStringIsSet) {
   for (const wchar_t* text : {L"[1]", L"\"k\"", L"1", L"true", L"null"}) {
     const auto json = Parse(text);
     json->SetStringValue(L"k", L"x");

@@ -44,7 +44,7 @@ TEST_P(Texts, AreEscapedAsValueAndAsName) {
   EXPECT_EQ(named.ToJson(), L"{\"" + GetParam().written + L"\":\"value\"}");
 }
 
-TEST_P(Texts, ComeBackAsTheyWere) {
+TEST_P(Texts, AreTheSameAfterParsing) {
   CJsonObject json;
   json.SetStringValue(GetParam().value, GetParam().value);
   const auto again = Parse(json.ToJson());

@@ -1,4 +1,4 @@
-// Files that only Windows has: long paths, and files that others hold open.
+// Files with long paths, and files that another program has open, which only Windows has.
 #include <windows.h>
 
 #include <memory>
@@ -8,7 +8,7 @@
 
 namespace {
 
-TEST(WindowsFiles, MayLieBeyondTheLimitOf260Characters) {
+TEST(WindowsFiles, MayHavePathsOfMoreThan260Characters) {
   const TempFolder folder;
   const std::wstring deep(200, L'd');
   const std::wstring path = folder.Write(deep + L"\\" + deep + L"\\View.json", R"({"a":"x"})");
@@ -18,7 +18,7 @@ TEST(WindowsFiles, MayLieBeyondTheLimitOf260Characters) {
   EXPECT_EQ(json.GetStringValue(L"a"), L"x");
 }
 
-TEST(WindowsFiles, BeyondTheLimitAreNamedAsTheyWereGiven) {
+TEST(WindowsFiles, WithLongPathsAreReportedWithThePathAsGiven) {
   const TempFolder folder;
   const std::wstring deep(200, L'd');
   const std::wstring path = folder.Write(deep + L"\\" + deep + L"\\View.json", "{");
@@ -47,7 +47,7 @@ TEST(WindowsFiles, AreReadWhileAnotherProgramWritesThem) {
   EXPECT_EQ(json.ToJson(), L"{}");
 }
 
-TEST(WindowsFiles, ThatAreHeldAloneAreNamedWithTheReason) {
+TEST(WindowsFiles, ThatAreLockedAreReportedWithTheReason) {
   const TempFolder folder;
   const std::wstring path = folder.Write(L"View.json", "{}");
   const UniqueHandle owner = Open(path, 0);

@@ -41,7 +41,7 @@ TEST(DefaultSetUp, NamesTheFileAfterTheApplication) {
   EXPECT_EQ(log.Folder().List(), std::vector<std::wstring>{L"Other.log"});
 }
 
-TEST(DefaultSetUp, HoldsNoFileOpen) {
+TEST(DefaultSetUp, KeepsNoFileOpen) {
   LogFolder log;
   ASSERT_TRUE(log.Start());
   PrintError(L"before");
@@ -79,13 +79,13 @@ TEST(DefaultSetUp, KeepsFiveOldFilesOfTenMegabytes) {
   EXPECT_EQ(log.Folder().Read(L"SolidWorks.log.5"), std::string(kTenMegabytes - 20, '3'));
 }
 
-TEST(DefaultSetUp, GoesOnInAFullFileThatSomebodyHolds) {
+TEST(DefaultSetUp, KeepsWritingToAFullFileThatAnotherProgramHasOpen) {
   LogFolder log;
   ASSERT_TRUE(log.Start());
   log.Folder().Write(L"SolidWorks.log", std::string(10 * 1024 * 1024, 'x'));
   log.Folder().Write(L"SolidWorks.log.1", "old");
   {
-    // An editor that lets others write but not rename.
+    // An editor that allows other programs to write the file but not to rename it.
     const UniqueHandle editor =
         Open(log.Folder().Path(L"SolidWorks.log"), FILE_SHARE_READ | FILE_SHARE_WRITE);
     ASSERT_TRUE(editor);
@@ -109,7 +109,7 @@ TEST(DefaultSetUp, MakesAMissingFolder) {
   EXPECT_TRUE(temp.Exists(L"a\\log\\SolidWorks.log"));
 }
 
-TEST(DefaultSetUp, LivesWithAFolderThatCannotBeMadeAndWritesOnceItCan) {
+TEST(DefaultSetUp, WritesAsSoonAsTheFolderCanBeMade) {
   const TempFolder temp;
   temp.Write(L"log", "a file in the way");
   CLogInitializer initializer;
@@ -123,7 +123,7 @@ TEST(DefaultSetUp, LivesWithAFolderThatCannotBeMadeAndWritesOnceItCan) {
   EXPECT_TRUE(temp.Read(L"log\\SolidWorks.log").ends_with("kept\r\n"));
 }
 
-TEST(DefaultSetUp, LivesWithAFileThatCannotBeWritten) {
+TEST(DefaultSetUp, WritesAgainAfterAFileThatCouldNotBeWritten) {
   LogFolder log;
   ASSERT_TRUE(log.Start());
   {
@@ -148,7 +148,7 @@ TEST(DefaultSetUp, WritesToAPathBeyondTwoHundredAndSixtyCharacters) {
   EXPECT_TRUE(temp.Read(name + L"\\SolidWorks.log").ends_with("text\r\n"));
 }
 
-TEST(DefaultSetUp, IsNotForAnEmptyFolder) {
+TEST(DefaultSetUp, FailsForAnEmptyFolderName) {
   CLogInitializer initializer;
   EXPECT_FALSE(initializer.Initialize(L"", L"SolidWorks", L"/Log4cplus.properties"));
   EXPECT_FALSE(CLogInitializer::Initialized());

@@ -9,7 +9,7 @@
 #include "log_folder.h"
 
 namespace {
-// A file appender of the library's own, as an administrator may name it.
+// A file appender of the log library, which an administrator may choose.
 constexpr wchar_t kPlainFile[] =
     L"log4cplus.rootLogger=TRACE, file\n"
     L"log4cplus.appender.file=log4cplus::FileAppender\n"
@@ -20,13 +20,13 @@ constexpr wchar_t kSharedFile[] =
     L"log4cplus.appender.file=tavo::SharedFileAppender\n"
     L"log4cplus.appender.file.File=${LogFolder}/SolidWorks.log";
 
-/// What holds for both kinds of file.
+/// Tests that hold for both kinds of file.
 class Events : public testing::TestWithParam<const wchar_t*> {};
 
 INSTANTIATE_TEST_SUITE_P(, Events, testing::Values(kPlainFile, kSharedFile),
                          [](const auto& file) { return file.index == 0 ? "PlainFile" : "SharedFile"; });
 
-TEST_P(Events, CarryChannelLevelLineFunctionAndText) {
+TEST_P(Events, ContainChannelLevelLineFunctionAndText) {
   LogFolder log;
   ASSERT_TRUE(log.StartWith(GetParam()));
   CLog::Print("file.cpp", 368, "CSolidWorksAddIn::PlmLogin", L"errormsg", 40000, L"first");
@@ -39,7 +39,7 @@ TEST_P(Events, CarryChannelLevelLineFunctionAndText) {
                                        L"a.channel.of.its.own|WARN|1|F|third", L"platform|ERROR|0||fourth"}));
 }
 
-TEST_P(Events, CarryTheSourceFile) {
+TEST_P(Events, ContainTheSourceFile) {
   LogFolder log;
   ASSERT_TRUE(log.StartWith(std::wstring(GetParam()) +
                             L"\nlog4cplus.appender.other=log4cplus::FileAppender\n"
@@ -51,7 +51,7 @@ TEST_P(Events, CarryTheSourceFile) {
   EXPECT_EQ(log.Lines(L"other.log"), std::vector<std::wstring>{L"C:\\source\\solidworks_add_in.cpp"});
 }
 
-TEST_P(Events, OfAnyTextArriveWholeAsUtf8) {
+TEST_P(Events, WithAnyTextAreWrittenWholeAsUtf8) {
   struct Text {
     std::wstring written;
     std::wstring read;
@@ -91,7 +91,7 @@ TEST_P(Events, EndWithTheSystemsLineEnd) {
             "errormsg|ERROR|368|CSolidWorksAddIn::PlmLogin|two\r\nlines\r\n");
 }
 
-TEST_P(Events, OfSeveralThreadsAllArrive) {
+TEST_P(Events, OfSeveralThreadsAreAllWritten) {
   LogFolder log;
   ASSERT_TRUE(log.StartWith(GetParam()));
   std::array<std::thread, 8> threads;
@@ -105,7 +105,7 @@ TEST_P(Events, OfSeveralThreadsAllArrive) {
             std::vector<std::wstring>(800, L"errormsg|ERROR|368|CSolidWorksAddIn::PlmLogin|text"));
 }
 
-TEST(EventsOutsideTheLogsLife, AreDropped) {
+TEST(EventsWithoutALog, AreDropped) {
   LogFolder log;
   PrintError(L"before");
   ASSERT_TRUE(log.StartWith(kPlainFile));
@@ -115,7 +115,7 @@ TEST(EventsOutsideTheLogsLife, AreDropped) {
   EXPECT_EQ(log.Lines(), std::vector<std::wstring>{L"errormsg|ERROR|368|CSolidWorksAddIn::PlmLogin|between"});
 }
 
-TEST(EventsWithoutAPlace, AreWritten) {
+TEST(EventsWithoutASourceLocation, AreWritten) {
   LogFolder log;
   ASSERT_TRUE(log.StartWith(kPlainFile));
   CLog::Print(nullptr, 0, nullptr, L"errormsg", 40000, L"text");
@@ -134,14 +134,14 @@ TEST(Initializer, DoesNothingTheSecondTime) {
     PrintError(L"text");
     EXPECT_TRUE(other.List().empty());
   }
-  EXPECT_TRUE(CLogInitializer::Initialized()) << "only the object that set the log up shuts it down";
+  EXPECT_TRUE(CLogInitializer::Initialized()) << "only the object that started the log shuts it down";
   PrintError(L"text");
   EXPECT_EQ(log.Lines().size(), 2u);
   log.Stop();
   EXPECT_FALSE(CLogInitializer::Initialized());
 }
 
-TEST(Initializer, StartsAfreshAfterAnEnd) {
+TEST(Initializer, CanStartAgainAfterAShutdown) {
   for (int round = 0; round < 3; ++round) {
     LogFolder log;
     ASSERT_TRUE(log.StartWith(kPlainFile));

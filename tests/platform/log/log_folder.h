@@ -1,4 +1,4 @@
-/// @file A log of a test's own.
+/// @file A log for one test.
 #pragma once
 
 #include <optional>
@@ -10,24 +10,24 @@
 #include "CLogInitializer.h"
 #include "temp_folder.h"
 
-/// A temporary log folder and, once started, the log of this process in it.
+/// A temporary log folder. After Start, the log of this process is written there.
 class LogFolder {
  public:
-  /// The lines of an appender's properties that make a line of five fields, separated by bars.
+  /// Properties of the appender "file": each line has five fields, separated by bars.
   static constexpr wchar_t kFieldsLayout[] =
       L"log4cplus.appender.file.layout=log4cplus::PatternLayout\n"
       L"log4cplus.appender.file.layout.ConversionPattern=%c|%p|%L|%M|%m%n\n";
 
   const TempFolder& Folder() const { return m_folder; }
 
-  /// Starts the log as the add-in does. @return what Initialize answered.
+  /// Starts the log like the add-in. @return the result of Initialize.
   bool Start(const std::wstring& application = L"SolidWorks") {
     m_initializer.emplace();
     return m_initializer->Initialize(m_folder.Path(), application,
                                      m_folder.Path() + L"/Log4cplus.properties");
   }
 
-  /// Writes the properties file: `lines` and the layout of the appender "file".
+  /// Writes the properties file: `lines`, then kFieldsLayout.
   void WriteProperties(const std::wstring& lines) const {
     m_folder.WriteText(L"Log4cplus.properties", lines + L"\n" + kFieldsLayout);
   }
@@ -40,7 +40,7 @@ class LogFolder {
 
   void Stop() { m_initializer.reset(); }
 
-  /// The lines of the log file `name`, without their ends.
+  /// The lines of the log file `name`, without their line ends.
   std::vector<std::wstring> Lines(std::wstring_view name = L"SolidWorks.log") const {
     if (!m_folder.Exists(name)) return {};
     std::vector<std::wstring> lines;

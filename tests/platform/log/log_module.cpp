@@ -1,4 +1,4 @@
-// A DLL that logs as the add-in does: its static object ends the log when the DLL is unloaded.
+// A DLL that logs like the add-in: its static object shuts the log down when the DLL is unloaded.
 #include <string>
 
 #include "CLog.h"

@@ -1,4 +1,4 @@
-// A process of its own that logs: log_writer FOLDER NAME COUNT writes COUNT events "NAME number".
+// A separate process that logs: log_writer FOLDER NAME COUNT writes COUNT events "NAME number".
 #include <windows.h>
 
 #include <string>

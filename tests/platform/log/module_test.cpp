@@ -62,10 +62,10 @@ constexpr wchar_t kPlainFile[] =
     L"log4cplus.appender.file.File=${LogFolder}/SolidWorks.log\n"
     L"log4cplus.appender.file.Append=true";
 
-// What the compiler's thread library keeps open of a module that was unloaded: four events or semaphores.
+// The compiler's thread library leaks four events or semaphores with each module that is unloaded.
 constexpr std::size_t kHandlesOfTheThreadLibrary = 4;
 
-TEST(ModuleThatLogs, UnloadsAHundredTimesWithoutAThreadOrAFileLeft) {
+TEST(ModuleThatLogs, UnloadsAHundredTimesWithoutLeakingAThreadOrAHandle) {
   const LogFolder built_in, plain_file;
   plain_file.WriteProperties(kPlainFile);
   LoadLogAndUnload(built_in);
@@ -91,7 +91,7 @@ TEST(ModuleThatLogs, ClosesItsFileWhenItIsUnloaded) {
   EXPECT_TRUE(DeleteFileW(log.Folder().Path(L"SolidWorks.log").c_str())) << GetLastError();
 }
 
-TEST(ModuleThatLogs, UnloadsAlsoWhereALocaleCannotWriteTheText) {
+TEST(ModuleThatLogs, UnloadsEvenIfALocaleCannotEncodeTheText) {
   const LogFolder log;
   log.WriteProperties(
       L"log4cplus.rootLogger=TRACE, file, second\n"
@@ -107,7 +107,7 @@ TEST(ModuleThatLogs, UnloadsAlsoWhereALocaleCannotWriteTheText) {
   EXPECT_TRUE(DeleteFileW(log.Folder().Path(L"second.log").c_str()));
 }
 
-TEST(ModuleThatLogs, MayBeUnloadedWhileAThreadLivesThatLogged) {
+TEST(ModuleThatLogs, CanBeUnloadedWhileAThreadThatLoggedStillRuns) {
   const LogFolder log;
   std::promise<void> logged, unloaded;
   std::thread thread;
@@ -126,8 +126,8 @@ TEST(ModuleThatLogs, MayBeUnloadedWhileAThreadLivesThatLogged) {
   EXPECT_EQ(log.Lines().size(), 1u);
 }
 
-// A host that waited for such a thread inside FreeLibrary would wait forever.
-TEST(ModuleThatLogs, UnloadsWhateverAppendersTheFileAsksFor) {
+// A host that waited inside FreeLibrary for a thread of an appender would wait forever.
+TEST(ModuleThatLogs, UnloadsEvenIfTheFileAsksForAppendersWithThreads) {
   const LogFolder log;
   log.WriteProperties(
       L"log4cplus.rootLogger=TRACE, file, queue, remote, system\n"

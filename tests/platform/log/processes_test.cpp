@@ -8,7 +8,7 @@
 #include "log_folder.h"
 
 namespace {
-// @param output an inheritable handle that takes the process's standard output and error; null for none.
+// @param output an inheritable handle for the process's standard output and error, or null.
 UniqueHandle StartWriter(const std::wstring& folder, const std::wstring& name, int count,
                          HANDLE output = nullptr) {
   wchar_t program[MAX_PATH];
@@ -28,7 +28,8 @@ UniqueHandle StartWriter(const std::wstring& folder, const std::wstring& name, i
   return OwnHandle(process.hProcess);
 }
 
-// Lets several processes log at the same time. @return how many events of each were written, in order.
+// Starts several processes that log at the same time, and waits for them.
+// @return how many events of each process were written, in order.
 std::map<std::wstring, int> RunWriters(const LogFolder& log, int processes, int events,
                                        const std::vector<std::wstring>& files) {
   std::vector<UniqueHandle> writers;
@@ -47,7 +48,7 @@ std::map<std::wstring, int> RunWriters(const LogFolder& log, int processes, int 
     for (const std::wstring& line : log.Lines(file)) {
       const auto name = line.rfind(L"writer");
       EXPECT_TRUE(name != std::wstring::npos && line.starts_with(L"errormsg|ERROR|1|F|writer"))
-          << "a torn line: " << testing::PrintToString(line);
+          << "an incomplete line: " << testing::PrintToString(line);
       if (name == std::wstring::npos) continue;
       const std::wstring writer = line.substr(name, line.find(L' ', name) - name);
       EXPECT_EQ(line.substr(name + writer.size() + 1), std::to_wstring(counts[writer]++));
@@ -69,7 +70,7 @@ TEST(SeveralProcesses, ShareOneFileWithoutLosingAnEvent) {
                         {L"writer0", 250}, {L"writer1", 250}, {L"writer2", 250}, {L"writer3", 250}}));
 }
 
-TEST(SeveralProcesses, LoseNothingWhenTheFileIsFull) {
+TEST(SeveralProcesses, LoseNoEventWhenTheFileIsFull) {
   LogFolder log;
   log.WriteProperties(std::wstring(kSharedFile) +
                       L"log4cplus.appender.file.MaxFileSize=8KB\n"
@@ -85,7 +86,7 @@ TEST(SeveralProcesses, LoseNothingWhenTheFileIsFull) {
   EXPECT_EQ(counts, (std::map<std::wstring, int>{
                         {L"writer0", 250}, {L"writer1", 250}, {L"writer2", 250}, {L"writer3", 250}}));
 }
-TEST(ProcessThatLogs, HasNothingPrintedOnItsStandardStreams) {
+TEST(ProcessThatLogs, PrintsNothingToItsStandardStreams) {
   LogFolder log;
   log.WriteProperties(
       L"log4cplus.rootLogger=INFO, file, misspelt, ${unclosed\n"

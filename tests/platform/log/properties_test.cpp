@@ -36,15 +36,15 @@ TEST(PropertiesFile, MayHaveAByteOrderMarkAndWindowsLineEnds) {
   EXPECT_EQ(log.Lines(), std::vector<std::wstring>{kErrorLine});
 }
 
-TEST(PropertiesFile, NamesFilesInAnyScript) {
+TEST(PropertiesFile, MayNameFilesInAnyScript) {
   LogFolder log;
   ASSERT_TRUE(log.StartWith(FileAppender(L"${LogFolder}\\日志 \U0001F529.log")));
   PrintError(L"text");
   EXPECT_EQ(log.Lines(L"日志 \U0001F529.log"), std::vector<std::wstring>{kErrorLine});
 }
 
-TEST(PropertiesFile, TakesVariablesFromItselfThenFromTheEnvironment) {
-  // Both are in the environment; the library sees what was there when the process began.
+TEST(PropertiesFile, ReadsVariablesFromItselfThenFromTheEnvironment) {
+  // Both are environment variables. The library reads them as they were at the start of the process.
   LogFolder log;
   ASSERT_TRUE(log.StartWith(L"COMSPEC=own\n" + FileAppender(L"${LogFolder}\\${COMSPEC}-${OS}.log")));
   PrintError(L"text");
@@ -86,7 +86,7 @@ TEST(PropertiesFile, WritesUtf8AfterARollingFileRolls) {
   EXPECT_TRUE(log.Folder().ReadText(L"SolidWorks.log.1").ends_with(L"图图\r\n"));
 }
 
-TEST(PropertiesFile, GivesTheSharedFileItsSizeAndCount) {
+TEST(PropertiesFile, SetsSizeAndCountOfTheSharedFile) {
   LogFolder log;
   ASSERT_TRUE(
       log.StartWith(L"log4cplus.rootLogger=TRACE, file\n"
@@ -101,7 +101,7 @@ TEST(PropertiesFile, GivesTheSharedFileItsSizeAndCount) {
   EXPECT_GT(log.Folder().Read(L"SolidWorks.log.1").size(), 900u);
 }
 
-TEST(PropertiesFile, LivesWithAFileThatCannotBeOpened) {
+TEST(PropertiesFile, MayNameAFileThatCannotBeOpened) {
   LogFolder log;
   log.Folder().MakeFolder(L"SolidWorks.log");
   ASSERT_TRUE(log.StartWith(FileAppender(L"${LogFolder}\\SolidWorks.log")));
@@ -121,7 +121,7 @@ struct UselessFile {
   std::string content;
 };
 
-TEST(PropertiesFile, OfNoUseGivesTheBuiltInSetUpAndALineThatSaysSo) {
+TEST(PropertiesFile, ThatConfiguresNothingIsLoggedAndReplacedByTheBuiltInSetUp) {
   const UselessFile files[] = {
       {"empty", ""},
       {"no properties", "just some text\nand more"},
@@ -148,7 +148,7 @@ TEST(PropertiesFile, OfNoUseGivesTheBuiltInSetUpAndALineThatSaysSo) {
   }
 }
 
-TEST(PropertiesFile, ThatCannotBeReadGivesTheBuiltInSetUpAndALineThatSaysSo) {
+TEST(PropertiesFile, ThatCannotBeReadIsLoggedAndReplacedByTheBuiltInSetUp) {
   LogFolder log;
   log.Folder().MakeFolder(L"Log4cplus.properties");
   ASSERT_TRUE(log.Start());
@@ -158,7 +158,7 @@ TEST(PropertiesFile, ThatCannotBeReadGivesTheBuiltInSetUpAndALineThatSaysSo) {
             std::wstring::npos);
 }
 
-TEST(PropertiesFile, DoesNotGetAppendersWithThreadsOfTheirOwn) {
+TEST(PropertiesFile, CannotAskForAppendersWithThreads) {
   LogFolder log;
   ASSERT_TRUE(
       log.StartWith(L"log4cplus.rootLogger=TRACE, file, queue, remote\n"

@@ -8,7 +8,7 @@
 #include "log_folder.h"
 
 namespace {
-// The file that is shipped for administrators; the build puts it beside this program.
+// The file that is shipped for administrators. The build copies it beside this program.
 std::wstring ShippedProperties() {
   wchar_t program[MAX_PATH];
   GetModuleFileNameW(nullptr, program, MAX_PATH);
@@ -29,7 +29,7 @@ void PrintBoth() {
               L"begins");
 }
 
-// The lines with their times taken out.
+// The lines without their times.
 std::vector<std::wstring> LinesWithoutTime(const LogFolder& log, std::wstring_view name = L"SolidWorks.log") {
   std::vector<std::wstring> lines = log.Lines(name);
   for (std::wstring& line : lines) {
@@ -38,7 +38,7 @@ std::vector<std::wstring> LinesWithoutTime(const LogFolder& log, std::wstring_vi
   return lines;
 }
 
-TEST(ShippedProperties, LogAsWithoutAnyFile) {
+TEST(ShippedProperties, LogLikeTheBuiltInSetUp) {
   LogFolder without, with;
   ASSERT_TRUE(without.Start());
   PrintBoth();
@@ -52,7 +52,7 @@ TEST(ShippedProperties, LogAsWithoutAnyFile) {
   EXPECT_EQ(LinesWithoutTime(with), LinesWithoutTime(without));
 }
 
-TEST(ShippedProperties, SwitchInformationOff) {
+TEST(ShippedProperties, CanSwitchOffInformation) {
   std::wstring properties = ShippedProperties();
   Replace(properties, L"#log4cplus.logger.infomsg=OFF", L"log4cplus.logger.infomsg=OFF");
   LogFolder log;
@@ -63,7 +63,7 @@ TEST(ShippedProperties, SwitchInformationOff) {
   EXPECT_TRUE(log.Lines()[0].ends_with(L"图纸"));
 }
 
-TEST(ShippedProperties, HaveASecondFileToSwitchOn) {
+TEST(ShippedProperties, CanSwitchOnASecondFile) {
   std::wstring properties =
       std::regex_replace(ShippedProperties(), std::wregex(L"#(log4cplus.appender.errors)"), L"$1");
   Replace(properties, L"rootLogger=INFO, file", L"rootLogger=INFO, file, errors");

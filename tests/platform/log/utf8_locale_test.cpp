@@ -33,7 +33,7 @@ const Case kCases[] = {
     {std::wstring(L"a\0z", 3), std::string("a\0z", 3)},
 };
 
-// Encodes `pieces` one after the other as a stream does, then ends the text.
+// Encodes `pieces` one after the other like a stream, then ends the text.
 std::string Encode(std::initializer_list<std::wstring_view> pieces) {
   const std::locale locale = Utf8Locale();
   const auto& encoder = std::use_facet<Encoder>(locale);
@@ -53,11 +53,11 @@ std::string Encode(std::initializer_list<std::wstring_view> pieces) {
   return bytes.append(buffer, end);
 }
 
-TEST(Utf8Locale, EncodesTextsWhole) {
+TEST(Utf8Locale, EncodesWholeTexts) {
   for (const Case& test : kCases) EXPECT_EQ(Encode({test.text}), test.bytes);
 }
 
-TEST(Utf8Locale, EncodesTextsThatAreCutAnywhere) {
+TEST(Utf8Locale, EncodesTextsThatAreSplitAnywhere) {
   for (const Case& test : kCases) {
     const std::wstring_view text = test.text;
     for (std::size_t cut = 0; cut <= text.size(); ++cut) {
@@ -66,7 +66,7 @@ TEST(Utf8Locale, EncodesTextsThatAreCutAnywhere) {
   }
 }
 
-TEST(Utf8Locale, GoesOnWhereTheBufferWasFull) {
+TEST(Utf8Locale, ContinuesAfterAFullBuffer) {
   const std::locale locale = Utf8Locale();
   const auto& encoder = std::use_facet<Encoder>(locale);
   const std::wstring text = L"图\xD83D\xDD29\xD83D";
@@ -86,10 +86,10 @@ TEST(Utf8Locale, GoesOnWhereTheBufferWasFull) {
   EXPECT_EQ(bytes, "\xE5\x9B\xBE\xF0\x9F\x94\xA9");
 }
 
-TEST(Utf8Locale, KeepsAStreamGoodWhateverIsWritten) {
+TEST(Utf8Locale, KeepsAStreamGoodForEveryCharacter) {
   const TempFolder temp;
   std::wstring text;
-  for (int i = 0; i < 100'000; ++i) text += static_cast<wchar_t>(i);  // every unit, lone surrogates too
+  for (int i = 0; i < 100'000; ++i) text += static_cast<wchar_t>(i);  // every code unit, also lone surrogates
   for (int i = 0; i < 100'000; ++i) text += L"\xD83D\xDD29";
   std::wofstream stream;
   stream.imbue(Utf8Locale());
@@ -98,7 +98,7 @@ TEST(Utf8Locale, KeepsAStreamGoodWhateverIsWritten) {
   EXPECT_TRUE(stream.good());
   stream.close();
 
-  // What lies between is the business of the cases above; here is that nothing is lost at buffer ends.
+  // The tests above check single characters. This one checks that nothing is lost at the end of a buffer.
   const std::string bytes = temp.Read(L"all");
   std::size_t bolts = 0;
   for (std::size_t at = 0; (at = bytes.find("\xF0\x9F\x94\xA9", at)) != std::string::npos; at += 4) ++bolts;

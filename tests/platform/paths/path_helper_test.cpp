@@ -19,7 +19,7 @@ std::wstring ProgramFolder() {
   return folder;
 }
 
-/// The file that an installation puts beside the module, which is mostly this program; gone at the end.
+/// A file that an installation puts beside a module, by default this program. The destructor deletes it.
 class InstalledFile {
  public:
   explicit InstalledFile(const std::wstring& name, const std::wstring& module_folder = ProgramFolder())
@@ -72,7 +72,7 @@ TEST_F(PathHelper, FallsBackToTheInstalledDefault) {
   EXPECT_EQ(m_status, 0);
 }
 
-TEST_F(PathHelper, LooksForTheInstalledDefaultBesideTheDllThatAsks) {
+TEST_F(PathHelper, LooksForTheInstalledDefaultBesideTheCallingDll) {
   const std::wstring folder = ProgramFolder() + L"\\paths_module";
   const InstalledFile beside_dll(L"paths_test.json", folder);
   const InstalledFile beside_program(L"paths_test.json");
@@ -87,20 +87,20 @@ TEST_F(PathHelper, LooksForTheInstalledDefaultBesideTheDllThatAsks) {
   FreeLibrary(module);
 }
 
-TEST_F(PathHelper, NamesTheConfigurationFolderWhereThereIsNeither) {
+TEST_F(PathHelper, ReturnsThePathInTheConfigurationFolderIfThereIsNoFile) {
   EXPECT_EQ(ConfigurationFile(kName, L"paths_test.json"),
             m_home.Path(L"config\\New TAVO SolidWorks AddOn\\paths_test.json"));
   EXPECT_EQ(m_status, 0);
-  EXPECT_FALSE(m_home.Exists(L"config")) << "asking for a path makes no folder";
+  EXPECT_FALSE(m_home.Exists(L"config")) << "the call makes no folder";
 }
 
-TEST_F(PathHelper, TakesNoFolderForAFile) {
+TEST_F(PathHelper, IgnoresAFolderWithTheNameOfTheFile) {
   const InstalledFile installed(L"paths_test.json");
   m_home.MakeFolder(L"config\\New TAVO SolidWorks AddOn\\paths_test.json");
   EXPECT_EQ(ConfigurationFile(kName, L"paths_test.json"), installed.Path());
 }
 
-TEST_F(PathHelper, RemembersTheNameThatWasChosenAndTakesAnotherThatIsGiven) {
+TEST_F(PathHelper, RemembersTheNameUnlessAnotherIsPassed) {
   EXPECT_EQ(CZALCADPathHelper::InitCADCfgPath(kName), 0);
   EXPECT_EQ(ConfigurationFile(L"", L"file"), m_home.Path(L"config\\New TAVO SolidWorks AddOn\\file"));
   EXPECT_EQ(ConfigurationFile(L"Other", L"file"), m_home.Path(L"config\\Other\\file"));
@@ -115,7 +115,7 @@ TEST_F(PathHelper, FindsAConfigurationFileBeyondTwoHundredAndSixtyCharacters) {
   const std::wstring own = home + L"\\config\\New TAVO SolidWorks AddOn\\paths_test.json";
   EXPECT_EQ(ConfigurationFile(kName, L"paths_test.json"), installed.Path());
   m_home.Write(own.substr(m_home.Path().size() + 1), "own");
-  EXPECT_EQ(ConfigurationFile(kName, L"paths_test.json"), own) << "in the form that a person reads";
+  EXPECT_EQ(ConfigurationFile(kName, L"paths_test.json"), own) << "without the prefix for long paths";
 }
 
 TEST_F(PathHelper, MakesTheLogFolder) {
@@ -123,7 +123,7 @@ TEST_F(PathHelper, MakesTheLogFolder) {
   EXPECT_EQ(m_status, 0);
   EXPECT_TRUE(m_home.Exists(L"log"));
   EXPECT_EQ(LogFolder(), m_home.Path(L"log"));
-  EXPECT_EQ(m_status, 0) << "also when it is there";
+  EXPECT_EQ(m_status, 0) << "also if the folder exists";
 }
 
 TEST_F(PathHelper, MakesTheLogFolderUnderARootThatIsMissing) {
@@ -132,7 +132,7 @@ TEST_F(PathHelper, MakesTheLogFolderUnderARootThatIsMissing) {
   EXPECT_TRUE(m_home.Exists(L"根\\root\\log"));
 }
 
-TEST_F(PathHelper, NamesALogFolderThatCannotBeMade) {
+TEST_F(PathHelper, ReturnsALogFolderThatCannotBeMade) {
   m_home.Write(L"log", "a file in the way");
   EXPECT_EQ(LogFolder(), m_home.Path(L"log"));
   EXPECT_LT(m_status, 0);

@@ -1,4 +1,4 @@
-// A DLL in a folder of its own that asks for the path of a configuration file.
+// A DLL, in another folder than the program, that asks for the path of a configuration file.
 #include <windows.h>
 
 #include <oleauto.h>

@@ -11,7 +11,7 @@ using namespace std::string_literals;
 
 namespace {
 
-TEST(Bstr, KeepsEveryCharacterThereAndBack) {
+TEST(Bstr, KeepsEveryCharacterBothWays) {
   for (const std::wstring& text : {L""s, L"C:\\x\\A.sldprt"s, L"\u96f6\u4ef6 \U0001F600"s, L"\xD800 alone"s,
                                    L"a\0b\0"s, std::wstring(100'000, L'x')}) {
     const CComBSTR string = CStringHelper::String2CComBSTR(text);
@@ -22,7 +22,7 @@ TEST(Bstr, KeepsEveryCharacterThereAndBack) {
   }
 }
 
-TEST(Bstr, OfNoCharactersIsNotNull) {
+TEST(Bstr, OfAnEmptyStringIsNotNull) {
   EXPECT_NE(static_cast<BSTR>(CStringHelper::String2CComBSTR(L"")), nullptr);
 }
 
@@ -46,7 +46,7 @@ TEST(Bstr, CopiesAreDeepAndMovesTakeOver) {
   EXPECT_EQ(static_cast<BSTR>(CComBSTR(CComBSTR())), nullptr);
 }
 
-TEST(Bstr, GoesInAndOutOfItsOwner) {
+TEST(Bstr, CanBeAttachedAndDetached) {
   CComBSTR string(L"old");
   *&string = SysAllocString(L"out argument");
   EXPECT_EQ(string.View(), L"out argument");

@@ -1,4 +1,4 @@
-// Comparison, search and lower case by the rules of Windows.
+// Comparison, search and lower case, as Windows does them.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -60,7 +60,7 @@ TEST_P(Comparisons, AreOrdinal) {
 std::string NameOf(const testing::TestParamInfo<Comparison>& info) { return info.param.name; }
 INSTANTIATE_TEST_SUITE_P(, Comparisons, testing::ValuesIn(kComparisons), NameOf);
 
-TEST(StringCompare, TakeAViewOnNothingAsEmpty) {
+TEST(StringCompare, TreatsANullViewAsEmpty) {
   for (const bool case_sensitive : {false, true}) {
     EXPECT_EQ(CStringHelper::StringCompare({}, {}, case_sensitive), 0);
     EXPECT_EQ(CStringHelper::StringCompare({}, L"", case_sensitive), 0);

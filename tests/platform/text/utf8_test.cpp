@@ -1,4 +1,4 @@
-// UTF-8 and wide strings, also those of 16-bit units where wchar_t has more.
+// UTF-8 and wide strings. UTF-16 is tested even if wchar_t has more than 16 bits.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -19,7 +19,7 @@ struct Pair {
   std::string utf8;
 };
 
-/// UTF-16, whatever a wide character has room for.
+/// Converts to UTF-16, whatever the size of wchar_t.
 std::u16string Utf16(std::wstring_view wide) {
   std::u16string units;
   for (const wchar_t character : wide) {
@@ -34,7 +34,7 @@ std::u16string Utf16(std::wstring_view wide) {
   return units;
 }
 
-/// Both forms of the conversion, which must agree.
+/// Converts from wchar_t and from UTF-16. Both results must be equal.
 std::string Encode(std::wstring_view wide) {
   const std::string utf8 = CStringHelper::UnicodeToUTF8(wide);
   EXPECT_TRUE(utf8::Encode<char16_t>(Utf16(wide)) == utf8);
@@ -99,7 +99,7 @@ std::wstring Widen(std::u32string_view text) {
   return wide;
 }
 
-TEST(Utf8, EveryCodePointSurvivesThereAndBack) {
+TEST(Utf8, EveryCodePointIsConvertedBothWays) {
   const std::wstring all = Widen(AllCodePoints());
   const std::string utf8 = Encode(all);
   EXPECT_EQ(utf8.size(), 0x80 + 2 * 0x780 + 3 * (0xF800 - 0x800) + 4 * 0x100000);

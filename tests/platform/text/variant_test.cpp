@@ -17,7 +17,7 @@ namespace {
 
 using Texts = std::vector<std::wstring>;
 
-/// A VARIANT that owns an array of BSTR that starts at `lower_bound`.
+/// A VARIANT that owns an array of BSTR, with the first index `lower_bound`.
 _variant_t StringArray(const Texts& texts, LONG lower_bound = 0) {
   SAFEARRAY* array = SafeArrayCreateVector(VT_BSTR, lower_bound, static_cast<ULONG>(texts.size()));
   for (std::size_t i = 0; i < texts.size(); ++i) {
@@ -30,7 +30,7 @@ _variant_t StringArray(const Texts& texts, LONG lower_bound = 0) {
   return variant;
 }
 
-/// A VARIANT that owns an array of `type` with the bounds given.
+/// A VARIANT that owns an array of `type` with the given bounds.
 _variant_t OtherArray(VARTYPE type, std::vector<SAFEARRAYBOUND> bounds) {
   _variant_t variant;
   V_ARRAY(&variant) = SafeArrayCreate(type, static_cast<UINT>(bounds.size()), bounds.data());
@@ -44,32 +44,32 @@ Texts ToTexts(const std::vector<CComBSTR>& list) {
   return texts;
 }
 
-/// What Var2StringList makes of `variant`, starting from a list that holds something.
+/// Calls Var2StringList with a list that is not empty.
 std::pair<HRESULT, Texts> Convert(const VARIANT& variant) {
   std::vector<CComBSTR> list{CComBSTR(L"from before")};
   const HRESULT result = CVariantHelper::Var2StringList(variant, list);
   return {result, ToTexts(list)};
 }
 
-TEST(Var2StringList, GivesTheStringsInArrayOrder) {
+TEST(Var2StringList, ReturnsTheStringsInArrayOrder) {
   const Texts texts{L"Material", L"", L"\u96f6\u4ef6", L"a\0b"s, L"Material"};
   for (const LONG lower_bound : {0L, 1L, -3L, LONG_MIN, LONG_MAX - 5}) {
     const _variant_t variant = StringArray(texts, lower_bound);
     EXPECT_EQ(Convert(variant), std::pair(S_OK, texts)) << "from " << lower_bound;
-    EXPECT_EQ(SafeArrayGetDim(V_ARRAY(&variant)), 1u) << "the array stays its owner's";
+    EXPECT_EQ(SafeArrayGetDim(V_ARRAY(&variant)), 1u) << "the variant still owns the array";
   }
 }
 
-TEST(Var2StringList, GivesAnElementThatIsNullAsTheEmptyString) {
+TEST(Var2StringList, ReturnsANullElementAsTheEmptyString) {
   const _variant_t variant = OtherArray(VT_BSTR, {{.cElements = 2, .lLbound = 0}});
   EXPECT_EQ(Convert(variant), std::pair(S_OK, Texts(2)));
 }
 
-TEST(Var2StringList, GivesNoNamesForAnEmptyArray) {
+TEST(Var2StringList, ReturnsNothingForAnEmptyArray) {
   EXPECT_EQ(Convert(StringArray({})), std::pair(S_OK, Texts()));
 }
 
-TEST(Var2StringList, GivesNoNamesWhereThereIsNoArray) {
+TEST(Var2StringList, ReturnsNothingIfThereIsNoArray) {
   EXPECT_EQ(Convert(_variant_t()), std::pair(S_OK, Texts()));
   _variant_t null;
   V_VT(&null) = VT_NULL;
@@ -92,7 +92,7 @@ TEST(Var2StringList, FollowsReferences) {
   EXPECT_EQ(Convert(reference_to_variant), std::pair(S_OK, Texts{L"a", L"b"}));
 }
 
-TEST(Var2StringList, RefusesEverythingElse) {
+TEST(Var2StringList, RefusesOtherTypes) {
   const SAFEARRAYBOUND two{.cElements = 2, .lLbound = 0};
   const _variant_t others[] = {
       _variant_t(L"Material"),

@@ -1,5 +1,5 @@
-// The client program that the tests let the invoker start. It takes no arguments: what to do stands in
-// behaviour.txt in the current folder, what it found in started.txt.
+// The client program that the invoker starts in the tests. It takes no arguments. It reads a verb and a pipe
+// from behaviour.txt in the current folder, and writes how it was started to started.txt.
 #include <windows.h>
 
 #include <chrono>
@@ -13,14 +13,14 @@
 
 namespace {
 
-constexpr DWORD kLongest = 30'000;  // milliseconds; a client that a failed test leaves behind ends by itself
+constexpr DWORD kLongest = 30'000;  // milliseconds; ends a client that a failed test has left running
 
 std::string ReadAll(const char* path) {
   std::ifstream file(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-void TellStart() {
+void WriteStart() {
   std::wstring folder(MAX_PATH, L'\0');
   folder.resize(GetCurrentDirectoryW(MAX_PATH, folder.data()));
   std::ofstream("started.txt", std::ios::binary) << GetCurrentProcessId() << "\n"
@@ -43,14 +43,14 @@ plm_client::Reply Die(const plm_client::Request&, std::stop_token) {
 }  // namespace
 
 int main() {
-  TellStart();
+  WriteStart();
   std::istringstream behaviour(ReadAll("behaviour.txt"));
   std::string verb, pipe;
   behaviour >> verb >> pipe;
   if (verb == "end") return 3;
   if (verb == "hang") Sleep(kLongest);
   if (verb == "serve" || verb == "serve-one" || verb == "die") {
-    Sleep(300);  // a start takes its time
+    Sleep(300);  // so that the invoker has to wait
     const plm_client::Client client(
         {.pipe = CStringHelper::UTF8ToUnicode(pipe), .instances = verb == "serve-one" ? 1u : 4u},
         verb == "die" ? Die : Served);

@@ -1,0 +1,52 @@
+// A test program with tests that crash or hang, for crash_report_test.cpp.
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include <cstdlib>
+#include <stdexcept>
+#include <thread>
+
+namespace {
+
+// Volatile, so that neither the compiler nor the static analysis sees the faults.
+int* volatile null_pointer = nullptr;
+void (*volatile null_function)() = nullptr;
+volatile bool always = true;
+
+int ReadDeepest(const int* number) { return *number; }
+int ReadDeeper(const int* number) { return ReadDeepest(number) + 1; }
+int ReadDeep(const int* number) { return ReadDeeper(number) + 1; }
+
+TEST(Fault, ReadsNull) { EXPECT_EQ(ReadDeep(null_pointer), 2); }
+
+void CallNull() { null_function(); }
+
+TEST(Fault, CallsNull) { CallNull(); }
+
+void ThrowDeepest() { throw std::runtime_error("an exception that nothing catches"); }
+
+TEST(Fault, ThrowsOutOfAThread) { std::thread(ThrowDeepest).join(); }
+
+void Abort() { std::abort(); }
+
+TEST(Fault, Aborts) { Abort(); }
+
+void SleepDeepest() { Sleep(INFINITE); }
+
+TEST(Fault, SleepsForEver) { SleepDeepest(); }
+
+TEST(Fault, WaitsForAThreadThatSleepsForEver) { std::thread(SleepDeepest).join(); }
+
+TEST(Fault, SleepsForEverWithTheHeapLocked) {
+  HeapLock(GetProcessHeap());
+  SleepDeepest();
+}
+
+int Recurse(int depth) { return always ? Recurse(depth + 1) + 1 : depth; }
+
+TEST(Fault, OverflowsTheStack) { EXPECT_EQ(Recurse(0), 0); }
+
+TEST(Fault, IsMissing) { EXPECT_TRUE(always); }
+
+}  // namespace
