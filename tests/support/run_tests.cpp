@@ -26,10 +26,18 @@ std::atomic<DWORD> report_watcher = 0;
 HANDLE report_begun = nullptr;
 HANDLE watch_begun = nullptr;
 
+// Stops this thread if a report has begun, which ends the program.
+void WaitForReport() {
+  if (reporting_thread != 0) Sleep(INFINITE);
+}
+
 // Google Test reads the running test under a lock, which a fault may have left locked.
 class RunningTest : public testing::EmptyTestEventListener {
   void OnTestStart(const testing::TestInfo& test) override { running_test = &test; }
-  void OnTestEnd(const testing::TestInfo&) override { running_test = nullptr; }
+  void OnTestEnd(const testing::TestInfo&) override {
+    WaitForReport();
+    running_test = nullptr;
+  }
 };
 
 // Does not wait for the threads that still run.
@@ -141,6 +149,6 @@ int RunTests(int argc, char** argv) {
 
   StartWatching();
   const int result = RUN_ALL_TESTS();
-  if (reporting_thread != 0) Sleep(INFINITE);  // the report ends the program
+  WaitForReport();
   return result;
 }
