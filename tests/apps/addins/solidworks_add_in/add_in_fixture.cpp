@@ -4,7 +4,7 @@
 
 namespace {
 
-// The DLL stays loaded for the whole program, as in a host that has asked for it once.
+// The DLL stays loaded for the whole program, as it does in the host.
 const AddInDll& RegisteredDll() {
   static const AddInDll dll;
   static const HRESULT registered = dll.RegisterServer();
@@ -18,7 +18,26 @@ std::wstring PipeName() { return L"tavo-add-in-test-" + std::to_wstring(GetCurre
 
 std::string Utf8(std::wstring_view text) { return CStringHelper::UnicodeToUTF8(text); }
 
-AddInTest::AddInTest() : m_home(PlatformHome::Instance()) {
+std::string JsonEscaped(std::wstring_view text) {
+  std::string escaped;
+  for (const char character : Utf8(text)) {
+    if (character == '\\' || character == '"') escaped += '\\';
+    escaped += character;
+  }
+  return escaped;
+}
+
+std::string FilesAnswer(const std::vector<NamedFiles>& members) {
+  std::string answer;
+  for (const auto& [member, paths] : members) {
+    std::string list;
+    for (const std::wstring& path : paths) list += (list.empty() ? "\"" : ",\"") + JsonEscaped(path) + "\"";
+    answer += (answer.empty() ? "\"" : ",\"") + std::string(member) + "\":[" + list + "]";
+  }
+  return "{" + answer + "}";
+}
+
+AddInFixture::AddInFixture() : m_home(PlatformHome::Instance()) {
   RegisteredDll();
   m_home.Reset();
   m_home.WriteConfiguration(L"PlmClient.json", R"({"pipe":")" + Utf8(PipeName()) + R"("})");
@@ -29,54 +48,54 @@ AddInTest::AddInTest() : m_home(PlatformHome::Instance()) {
   m_boxes.emplace();
 }
 
-AddInTest::~AddInTest() = default;
+AddInFixture::~AddInFixture() = default;
 
-void AddInTest::TearDown() {
+void AddInFixture::TearDown() {
   if (m_addIn) Disconnect();
   for (const auto& held : m_host->HeldReferences()) {
     ADD_FAILURE() << "still held " << held.count << " times: " << Utf8(held.object);
   }
   EXPECT_EQ(m_host->AdvisedSinks(), 0u);
   for (const std::wstring& fault : m_host->GetFaults().Unused()) {
-    ADD_FAILURE() << "fault without effect: " << Utf8(fault);
+    ADD_FAILURE() << "a fault that did not happen: " << Utf8(fault);
   }
-  EXPECT_EQ(m_home.IconFiles(), std::vector<std::wstring>{});
+  EXPECT_EQ(m_home.IconFiles(), Texts{});
 }
 
-void AddInTest::Connect() { m_addIn = &m_host->Connect(L"TAVO SolidWorks Integration"); }
+void AddInFixture::Connect() { m_addIn = &m_host->Connect(L"TAVO SolidWorks Integration"); }
 
-void AddInTest::ConnectAndLogIn() {
+void AddInFixture::ConnectAndLogIn() {
   Connect();
   ASSERT_TRUE(Pick(L"PlmLogin").Succeeded());
   m_host->GetJournal().Clear();
   m_seenRequests = m_client->Requests().size();
 }
 
-bool AddInTest::Disconnect() { return m_host->Disconnect(*std::exchange(m_addIn, nullptr)); }
+bool AddInFixture::Disconnect() { return m_host->Disconnect(*std::exchange(m_addIn, nullptr)); }
 
-void AddInTest::ServeWith(plm_client::Client::Handler handler) {
-  m_client.reset();  // one serves the pipe
+void AddInFixture::ServeWith(plm_client::Client::Handler handler) {
+  m_client.reset();  // two cannot serve one pipe
   m_client =
       std::make_unique<plm_client::Client>(plm_client::Settings{.pipe = PipeName()}, std::move(handler));
   m_seenRequests = 0;
 }
 
-void AddInTest::RestartHost(const std::wstring& revision) {
+void AddInFixture::RestartHost(const std::wstring& revision) {
   m_addIn = nullptr;
   m_host.reset();
   m_host = std::make_unique<cad_host::Host>(
       cad_host::HostOptions{.state_folder = m_folder.Path(), .revision = revision});
 }
 
-cad_host::PickResult AddInTest::Pick(const std::wstring& callback) {
+cad_host::PickResult AddInFixture::Pick(const std::wstring& callback) {
   const cad_host::PickResult result = m_host->Pick(*m_addIn, callback);
   EXPECT_TRUE(result.enabled) << Utf8(callback) << " is greyed out";
   return result;
 }
 
-ISolidWorksAddInPtr AddInTest::Object() const { return m_addIn->object; }
+ISolidWorksAddInPtr AddInFixture::Object() const { return m_addIn->object; }
 
-long AddInTest::Enabled(const std::wstring& enable_method) const {
+long AddInFixture::Enabled(const std::wstring& enable_method) const {
   const ISolidWorksAddInPtr object = Object();
   std::wstring name = enable_method;
   LPOLESTR names[] = {name.data()};
@@ -93,12 +112,12 @@ long AddInTest::Enabled(const std::wstring& enable_method) const {
   return status;
 }
 
-void AddInTest::Answer(const std::string& command, std::string_view text) {
+void AddInFixture::Answer(const std::string& command, std::string_view text) {
   m_script.Always(command, plm_client::Reply::Text(std::string(text)));
 }
 
-std::vector<std::string> AddInTest::Asked() const {
-  std::vector<std::string> asked;
+Requests AddInFixture::Asked() const {
+  Requests asked;
   const auto requests = m_client->Requests();
   for (std::size_t index = m_seenRequests; index < requests.size(); ++index) {
     asked.push_back(requests[index].command + " " + requests[index].text);
@@ -106,15 +125,21 @@ std::vector<std::string> AddInTest::Asked() const {
   return asked;
 }
 
-std::vector<std::wstring> AddInTest::HostCalls() const {
-  std::vector<std::wstring> calls;
+Texts AddInFixture::HostCalls() const {
+  Texts calls;
   for (const auto& call : m_host->GetJournal().Calls()) {
     calls.push_back(call.method + L"(" + call.arguments + L")");
   }
   return calls;
 }
 
-std::wstring AddInTest::MakeModel(const std::wstring& name, const cad_host::ModelFile& model) const {
+Texts AddInFixture::CalledMethods() const {
+  Texts methods;
+  for (const auto& call : m_host->GetJournal().Calls()) methods.push_back(call.method);
+  return methods;
+}
+
+std::wstring AddInFixture::MakeModel(const std::wstring& name, const cad_host::ModelFile& model) const {
   const std::wstring path = m_folder.Path(name);
   cad_host::ModelFile typed = model;
   if (const auto type = cad_host::DocumentTypeOfName(name); type != swDocNONE) typed.type = type;

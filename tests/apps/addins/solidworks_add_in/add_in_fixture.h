@@ -1,4 +1,4 @@
-/// @file The add-in in the simulated host, with the simulated PLM client at the other end of the pipe.
+/// @file The add-in in the simulated host, connected to the simulated PLM client.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "cad_host/host.h"
@@ -19,60 +20,65 @@
 
 _COM_SMARTPTR_TYPEDEF(ISolidWorksAddIn, __uuidof(ISolidWorksAddIn));
 
-/// A session: the DLL is loaded and registered, the PLM client serves its pipe, the host runs. The add-in is
-/// connected when a test says so. At the end the add-in is disconnected, and the test fails on a reference
-/// to the host that is still held, and on a temporary file that is still there.
-class AddInTest : public testing::Test {
+using Texts = std::vector<std::wstring>;
+using Requests = std::vector<std::string>;
+
+/// The DLL is loaded and registered, the PLM client serves its pipe, the host runs. A test connects the
+/// add-in itself. At the end the add-in is disconnected, and the test fails if a reference to the host is
+/// still held or a temporary file still exists.
+class AddInFixture : public testing::Test {
  protected:
-  /// What the PLM client answers to a login unless a test says otherwise.
+  /// The PLM client's answer to a login, unless a test sets another one.
   static constexpr const char* kLoginAnswer = R"({"__InvokeResult__":true,"user":"Müller 王","id":7})";
 
-  AddInTest();
-  ~AddInTest() override;
+  AddInFixture();
+  ~AddInFixture() override;
   void TearDown() override;
 
   /// Connects the registered add-in.
   void Connect();
 
-  /// Connects, logs in, and forgets what the journal, the log and the PLM client have seen of that.
+  /// Connects and logs in, then clears the journal and the requests that Asked returns.
   void ConnectAndLogIn();
 
-  /// Disconnects and releases. @return whether the add-in called itself disconnected.
+  /// Disconnects and releases the add-in. @return whether it reported that it is disconnected.
   bool Disconnect();
 
-  /// Makes the host another one, such as one of another revision; the state folder stays.
+  /// Starts a new host, with the same state folder, in place of the running one.
   void RestartHost(const std::wstring& revision = L"31.0.0");
 
-  /// Starts another PLM client, which answers as `handler` says, in the place of the one that does what the
-  /// test has laid down.
+  /// Starts a PLM client that answers with `handler`, in place of the running one.
   void ServeWith(plm_client::Client::Handler handler);
 
   /// Stops the PLM client.
   void StopClient() { m_client.reset(); }
 
-  /// The user picks the menu item with this callback. Fails the test where the item is greyed out.
+  /// The user picks the menu item with this callback. The test fails if the item is greyed out.
   cad_host::PickResult Pick(const std::wstring& callback);
 
-  /// The add-in's own interface, not through the host.
+  /// The add-in's own interface, for calls that do not go through the host.
   ISolidWorksAddInPtr Object() const;
 
-  /// What the enable method of `callback` writes, asked through the add-in's own interface.
+  /// The status that an enable method returns, called by its name.
   long Enabled(const std::wstring& enable_method) const;
 
-  /// Answers every call of `command` with the text.
+  /// The PLM client answers every call of `command` with `text`.
   void Answer(const std::string& command, std::string_view text);
 
   /// The requests since ConnectAndLogIn, as "COMMAND TEXT".
-  std::vector<std::string> Asked() const;
+  Requests Asked() const;
 
-  /// What the add-in called of the host since the journal was cleared: "Interface::Method(arguments)".
-  std::vector<std::wstring> HostCalls() const;
+  /// The add-in's calls of the host since the journal was cleared, as "Interface::Method(arguments)".
+  Texts HostCalls() const;
 
-  /// A model file in the session's folder. @return its path.
+  /// The same calls as "Interface::Method".
+  Texts CalledMethods() const;
+
+  /// Writes a model file into m_folder. @return its path.
   std::wstring MakeModel(const std::wstring& name, const cad_host::ModelFile& model = {}) const;
 
-  std::vector<std::wstring> AddInLog() const { return m_home.AddInLogLines(); }
-  std::vector<std::wstring> PlatformLog() const { return m_home.PlatformLogLines(); }
+  Texts AddInLog() const { return m_home.AddInLogLines(); }
+  Texts PlatformLog() const { return m_home.PlatformLogLines(); }
 
   PlatformHome& m_home;
   TempFolder m_folder;
@@ -86,5 +92,14 @@ class AddInTest : public testing::Test {
   std::size_t m_seenRequests = 0;
 };
 
-/// `text` as UTF-8 for a failure message.
+/// `text` as UTF-8.
 std::string Utf8(std::wstring_view text);
+
+/// `text` as JSON writes it within quotes, for texts without control characters.
+std::string JsonEscaped(std::wstring_view text);
+
+/// A member of an answer, and the files that it names.
+using NamedFiles = std::pair<const char*, Texts>;
+
+/// An answer of the PLM client that names files; its members are in the given order.
+std::string FilesAnswer(const std::vector<NamedFiles>& members);

@@ -1,10 +1,11 @@
-/// @file The add-in's class itself, for what no command reaches.
+/// @file The class of the add-in, for methods that no command calls.
 #pragma once
 
 #include "module/com_object.h"
 #include "solidworks_add_in.h"
 
-/// An add-in object that is linked into the test, beside the COM pointer by which a host holds it.
+/// An add-in object of the code that is linked into the test, and the COM pointer through which a host holds
+/// it.
 struct ClassUnderTest {
   ISwAddinPtr held;
   CSolidWorksAddIn* object;

@@ -10,7 +10,8 @@ namespace {
 
 constexpr const wchar_t* kConfiguration = L"config\\New TAVO SolidWorks AddOn";
 
-// Two files: the fields that tests compare, and the source file, which is another one on each machine.
+// Two files: one with the fields that tests compare, one with the source file, whose path differs between
+// machines.
 constexpr std::string_view kLogProperties =
     "log4cplus.rootLogger=TRACE, events, files\n"
     "log4cplus.appender.events=log4cplus::FileAppender\n"

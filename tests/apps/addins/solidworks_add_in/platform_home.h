@@ -1,4 +1,4 @@
-/// @file The platform's folders as the add-in under test finds them.
+/// @file The platform's folders for the add-in under test.
 #pragma once
 
 #include <optional>
@@ -8,13 +8,13 @@
 #include "environment.h"
 #include "temp_folder.h"
 
-/// One platform root for the whole test program: the log is set up once per process, so its folder cannot
-/// change between tests. Temporary files of the add-in go into a folder of their own as well.
+/// The platform's root folder. The whole test program has only one: the log is set up once per process, so
+/// its folder cannot change between tests. The add-in's temporary files have a folder of their own here too.
 class PlatformHome {
  public:
   static PlatformHome& Instance();
 
-  /// Empties the configuration folder and starts to count log lines anew.
+  /// Empties the configuration folder. From now on, the log functions return only new lines.
   void Reset();
 
   /// Writes a file into the configuration folder. @return its path.
@@ -26,16 +26,16 @@ class PlatformHome {
   /// The log lines since Reset, as "channel|level|line|function|text".
   std::vector<std::wstring> LogLines() const;
 
-  /// The same without the platform's own diagnostics, and those alone.
+  /// The same lines, split: those of the add-in, and the platform's own diagnostics.
   std::vector<std::wstring> AddInLogLines() const;
   std::vector<std::wstring> PlatformLogLines() const;
 
-  /// The source files that log events named since the program began.
+  /// The source files that the log has named since the program started.
   std::vector<std::wstring> LoggedSourceFiles() const;
 
   const TempFolder& Folder() const { return m_folder; }
 
-  /// The icon files that are in the folder for temporary files.
+  /// The icon files in the folder for temporary files.
   std::vector<std::wstring> IconFiles() const;
 
  private:

@@ -3,7 +3,7 @@
 
 #include <string>
 
-/// A View.json of the title with `count` items: "Item 0" with the callback PlmLogin, and so on.
+/// A View.json with `title` and `count` items: "Item 0", "Item 1" and so on, with the callback PlmLogin.
 inline std::string ViewWithItems(int count, const std::string& title = "PLM") {
   std::string items;
   for (int index = 0; index < count; ++index) {

@@ -1,33 +1,36 @@
-// Which files of an answer are brought into the host, and in which order.
+// Which files of an answer reach the host, and in which order.
 #include <gtest/gtest.h>
 
 #include "documents/documents_fixture.h"
+#include "list_difference.h"
+#include "result_codes.h"
 
 namespace {
 
-class DataSelector : public DocumentsTest {
+class DataSelector : public DocumentsFixture {
  protected:
-  /// The calls that bring files in, as method and file name.
-  Texts Brought() const {
-    Texts brought;
+  /// The calls that open, insert or replace files, as "METHOD FILE".
+  Texts FileCalls() const {
+    Texts calls;
     for (const auto& call : m_host->GetJournal().Calls()) {
       for (const wchar_t* method : {L"OpenDoc6", L"ActivateDoc", L"AddComponent5", L"ReplaceComponents2"}) {
         if (!call.method.ends_with(std::wstring(L"::") + method)) continue;
         const std::wstring path = call.arguments.substr(1, call.arguments.find(L'"', 1) - 1);
-        brought.push_back(std::wstring(method) + L" " + path.substr(path.find_last_of(L'\\') + 1));
+        calls.push_back(std::wstring(method) + L" " + path.substr(path.find_last_of(L'\\') + 1));
       }
     }
-    return brought;
+    return calls;
   }
 };
 
-/// The commands whose answer may name files of every kind.
+/// A command whose answer may name files.
 struct SelectionCommand {
   const wchar_t* callback;
   const char* command;
 };
 
-class EveryKind : public DataSelector, public testing::WithParamInterface<SelectionCommand> {
+/// The commands whose answer may name files to open, insert and replace.
+class SelectedFiles : public DataSelector, public testing::WithParamInterface<SelectionCommand> {
  protected:
   cad_host::PickResult PickWith(const std::string& answer) {
     Answer(GetParam().command, answer);
@@ -35,17 +38,17 @@ class EveryKind : public DataSelector, public testing::WithParamInterface<Select
   }
 };
 
-INSTANTIATE_TEST_SUITE_P(, EveryKind,
+INSTANTIATE_TEST_SUITE_P(, SelectedFiles,
                          testing::Values(SelectionCommand{L"OpenDataSelector", "QD_PLMDataSelector"},
                                          SelectionCommand{L"PlmQuery", "QD_PLMQuery"}),
                          [](const auto& test) { return Utf8(test.param.callback); });
 
-TEST_P(EveryKind, ComesInItsFixedOrderWhateverTheOrderOfTheAnswer) {
+TEST_P(SelectedFiles, AreHandledInAFixedOrderOfTheirMembers) {
   ConnectAndLogIn();
   const auto assembly = OpenAssembly();
   const std::wstring other = MakeModel(L"other.sldprt");
   m_folder.MakeFolder(L"download");
-  const auto picked = PickWith(Selection(
+  const auto picked = PickWith(FilesAnswer(
       {{"ReplaceFile", {MakeModel(L"r1.sldprt"), MakeModel(L"r2.sldprt")}},
        {"ReplaceFileByCovering", {MakeModel(L"download\\c1.sldprt"), MakeModel(L"download\\c2.sldprt")}},
        {"Unknown", {other}},
@@ -53,17 +56,18 @@ TEST_P(EveryKind, ComesInItsFixedOrderWhateverTheOrderOfTheAnswer) {
        {"OpenFile", {other, assembly->path}}}));
   EXPECT_EQ(picked.result, S_OK);
   EXPECT_EQ(Asked(), std::vector{GetParam().command + std::string(" ") + kLoginAnswer});
-  EXPECT_EQ(Brought(), (Texts{L"OpenDoc6 other.sldprt", L"ActivateDoc other.sldprt", L"OpenDoc6 Top.sldasm",
-                              L"ActivateDoc Top.sldasm", L"OpenDoc6 i1.sldprt", L"AddComponent5 i1.sldprt",
-                              L"OpenDoc6 i2.sldprt", L"AddComponent5 i2.sldprt",
-                              L"ReplaceComponents2 c1.sldprt", L"ReplaceComponents2 c2.sldprt",
-                              L"ReplaceComponents2 r1.sldprt", L"ReplaceComponents2 r2.sldprt"}));
-  EXPECT_EQ(ComponentNames(*assembly),
-            (Texts{L"r2.sldprt", L"nut.sldprt", L"r2.sldprt", L"i1.sldprt", L"i2.sldprt"}));
+  EXPECT_SAME_ENTRIES(
+      FileCalls(), Texts{L"OpenDoc6 other.sldprt", L"ActivateDoc other.sldprt", L"OpenDoc6 Top.sldasm",
+                         L"ActivateDoc Top.sldasm", L"OpenDoc6 i1.sldprt", L"AddComponent5 i1.sldprt",
+                         L"OpenDoc6 i2.sldprt", L"AddComponent5 i2.sldprt", L"ReplaceComponents2 c1.sldprt",
+                         L"ReplaceComponents2 c2.sldprt", L"ReplaceComponents2 r1.sldprt",
+                         L"ReplaceComponents2 r2.sldprt"});
+  EXPECT_SAME_ENTRIES(ComponentNames(*assembly),
+                      Texts{L"r2.sldprt", L"nut.sldprt", L"r2.sldprt", L"i1.sldprt", L"i2.sldprt"});
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-TEST_P(EveryKind, IsPassedOverWhereItNamesNoFile) {
+TEST_P(SelectedFiles, MayBeEmpty) {
   ConnectAndLogIn();
   for (const char* answer :
        {"{}", "", R"({"OpenFile":[],"InsertFile":[],"ReplaceFileByCovering":[],"ReplaceFile":[]})",
@@ -75,20 +79,20 @@ TEST_P(EveryKind, IsPassedOverWhereItNamesNoFile) {
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-TEST_P(EveryKind, TakesTheFirstOfTwoMembersOfOneName) {
+TEST_P(SelectedFiles, ComeFromTheFirstOfTwoMembersWithOneName) {
   ConnectAndLogIn();
   const std::wstring first = MakeModel(L"first.sldprt");
   PickWith(R"({"OpenFile":[")" + JsonEscaped(first) + R"("],"OpenFile":["C:\\second.sldprt"]})");
-  EXPECT_EQ(Brought(), (Texts{L"OpenDoc6 first.sldprt", L"ActivateDoc first.sldprt"}));
+  EXPECT_EQ(FileCalls(), (Texts{L"OpenDoc6 first.sldprt", L"ActivateDoc first.sldprt"}));
 }
 
-/// Kinds in their order, with what is brought in before a wrong-typed member of that name is met.
+/// A member of the wrong type, and the calls for the members that come before it.
 struct WrongMember {
   const char* name;
-  std::vector<std::wstring> before;
+  Texts before;
 };
 
-TEST_P(EveryKind, IsDoneBeforeAMemberOfAnotherTypeEndsTheCommand) {
+TEST_P(SelectedFiles, AreHandledUntilAMemberOfTheWrongTypeEndsTheCommand) {
   ConnectAndLogIn();
   const auto assembly = OpenAssembly();
   m_folder.MakeFolder(L"download");
@@ -104,59 +108,61 @@ TEST_P(EveryKind, IsDoneBeforeAMemberOfAnotherTypeEndsTheCommand) {
         L"ReplaceComponents2 c.sldprt"}}};
   for (const WrongMember& wrong : members) {
     m_host->GetJournal().Clear();
-    // The wrong one stands first: the first member of a name counts.
+    // The first member with a name counts.
     const auto picked =
         PickWith(std::string("{\"") + wrong.name + R"(":["C:\\x.sldprt",7],"OpenFile":[")" + top +
                  R"("],"InsertFile":[")" + inserted + R"("],"ReplaceFileByCovering":[")" + covering +
                  R"("],"ReplaceFile":["C:\\y.sldprt"]})");
     EXPECT_EQ(picked.result, DISP_E_EXCEPTION) << wrong.name;
-    EXPECT_EQ(picked.code, static_cast<HRESULT>(0xA3013001)) << wrong.name;
+    EXPECT_EQ(picked.code, hr::kJsonWrongType) << wrong.name;
     EXPECT_EQ(Utf8(picked.description), std::string("json member [") + wrong.name + "] is not Array!");
-    EXPECT_EQ(Brought(), wrong.before) << wrong.name;
+    EXPECT_SAME_ENTRIES(FileCalls(), wrong.before) << wrong.name;
   }
   EXPECT_EQ(AddInLog(), Texts{});
 }
 
-TEST_P(EveryKind, GoesOnWithTheNextFileAfterOneThatFails) {
+TEST_P(SelectedFiles, AreAllTriedEvenIfOneFails) {
   ConnectAndLogIn();
   const auto assembly = OpenAssembly();
   m_folder.MakeFolder(L"download");
   const std::wstring missing = m_folder.Path(L"missing.sldprt");
-  m_host->GetFaults().ReturnFalse(L"ReplaceComponents2", 2);  // r1: c1 is missing, so c2 comes first
+  m_host->GetFaults().ReturnFalse(L"ReplaceComponents2",
+                                  2);  // for r1; c1 is missing, so the first call is for c2
   for (int box = 0; box < 4; ++box) ExpectBox();
-  const auto picked = PickWith(Selection(
+  const auto picked = PickWith(FilesAnswer(
       {{"OpenFile", {missing, assembly->path}},
        {"InsertFile", {missing, MakeModel(L"i.sldprt")}},
        {"ReplaceFileByCovering", {m_folder.Path(L"download\\c1.sldprt"), MakeModel(L"download\\c2.sldprt")}},
        {"ReplaceFile", {MakeModel(L"r1.sldprt"), MakeModel(L"r2.sldprt")}}}));
   EXPECT_EQ(picked.result, S_OK);
-  EXPECT_EQ(ComponentNames(*assembly), (Texts{L"r2.sldprt", L"nut.sldprt", L"r2.sldprt", L"i.sldprt"}));
-  EXPECT_EQ(BoxTexts(), (Texts{OpenFailed(missing), OpenFailed(missing), shown::kReplacementFailed,
-                               shown::kReplacementFailed}));
+  EXPECT_SAME_ENTRIES(ComponentNames(*assembly),
+                      Texts{L"r2.sldprt", L"nut.sldprt", L"r2.sldprt", L"i.sldprt"});
+  EXPECT_SAME_ENTRIES(BoxTexts(), Texts{shown::OpenFailed(missing), shown::OpenFailed(missing),
+                                        shown::kReplacementFailed, shown::kReplacementFailed});
   EXPECT_EQ(AddInLog().size(), 4u);
   EXPECT_EQ(m_host->ActiveDocument(), assembly);
 }
 
-TEST_P(EveryKind, EndsWhereAnOperationRaises) {
+TEST_P(SelectedFiles, AreNotTriedAfterAnException) {
   ConnectAndLogIn();
   OpenAssembly();
   const std::wstring part = MakeModel(L"i.sldprt");
   m_host->GetFaults().ReturnNothing(L"IModelDoc2::get_ISelectionManager");
-  const auto picked = PickWith(Selection({{"InsertFile", {part, part}}, {"ReplaceFile", {part}}}));
+  const auto picked = PickWith(FilesAnswer({{"InsertFile", {part, part}}, {"ReplaceFile", {part}}}));
   EXPECT_EQ(picked.result, DISP_E_EXCEPTION);
   EXPECT_EQ(picked.code, E_POINTER);
-  EXPECT_EQ(Brought(), Texts{L"OpenDoc6 i.sldprt"});
+  EXPECT_EQ(FileCalls(), Texts{L"OpenDoc6 i.sldprt"});
 }
 
-/// The commands whose answer can name files to open and no others.
-class OpenOnly : public EveryKind {};
+/// The commands whose answer may name only files to open.
+class SelectedFilesToOpen : public SelectedFiles {};
 
-INSTANTIATE_TEST_SUITE_P(, OpenOnly,
+INSTANTIATE_TEST_SUITE_P(, SelectedFilesToOpen,
                          testing::Values(SelectionCommand{L"PlmMyCheckOutList", "QD_PLMMyCheckOutList"},
                                          SelectionCommand{L"PlmTaskManage", "QD_PLMTaskManage"}),
                          [](const auto& test) { return Utf8(test.param.callback); });
 
-TEST_P(OpenOnly, PassesFilesOfOtherKindsOverWhateverTheirType) {
+TEST_P(SelectedFilesToOpen, AreOpenedAndOtherMembersIgnored) {
   ConnectAndLogIn();
   OpenAssembly();
   const std::wstring part = MakeModel(L"x.sldprt");
@@ -164,7 +170,7 @@ TEST_P(OpenOnly, PassesFilesOfOtherKindsOverWhateverTheirType) {
                      R"("],"ReplaceFileByCovering":null,"OpenFile":[")" + JsonEscaped(part) + R"("]})")
                 .result,
             S_OK);
-  EXPECT_EQ(Brought(), (Texts{L"OpenDoc6 x.sldprt", L"ActivateDoc x.sldprt"}));
+  EXPECT_EQ(FileCalls(), (Texts{L"OpenDoc6 x.sldprt", L"ActivateDoc x.sldprt"}));
 }
 
 }  // namespace

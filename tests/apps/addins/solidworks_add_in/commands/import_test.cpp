@@ -1,11 +1,13 @@
-// The active document, or a lot of files, is handed over to the PLM client.
+// Commands that import the active document, or a lot of files, into the PLM system.
 #include <gtest/gtest.h>
 
 #include "documents/documents_fixture.h"
+#include "list_difference.h"
+#include "log_line.h"
 
 namespace {
 
-/// The commands that send the active document's path.
+/// A command that sends the active document's path.
 struct ImportCommand {
   const wchar_t* callback;
   const char* command;
@@ -15,7 +17,7 @@ struct ImportCommand {
 
 constexpr const char* kDone = R"({"__InvokeResult__":true})";
 
-/// Answers that do not tell success.
+/// Answers that mean a failure.
 constexpr const char* kFailures[] = {"",
                                      " ",
                                      "{}",
@@ -32,7 +34,7 @@ constexpr const char* kFailures[] = {"",
                                      R"({"result":{"__InvokeResult__":true}})",
                                      R"({"__InvokeResult__":true)"};
 
-class Import : public DocumentsTest {};
+class Import : public DocumentsFixture {};
 
 class ImportDocument : public Import, public testing::WithParamInterface<ImportCommand> {
  protected:
@@ -41,10 +43,10 @@ class ImportDocument : public Import, public testing::WithParamInterface<ImportC
     EXPECT_EQ(Pick(GetParam().callback).result, S_OK);
   }
 
-  /// Neither the PLM client nor the user nor the log hears anything.
-  void ExpectSilence() {
+  /// Picks the command, which sends nothing, shows nothing and logs nothing.
+  void PickWithoutEffect() {
     PickImport();
-    EXPECT_EQ(Asked(), std::vector<std::string>{});
+    EXPECT_EQ(Asked(), Requests{});
     EXPECT_EQ(m_home.LogLines(), Texts{});
   }
 };
@@ -56,7 +58,7 @@ INSTANTIATE_TEST_SUITE_P(, ImportDocument,
                                                        &ISolidWorksAddIn::PlmImportChangeItem, 675}),
                          [](const auto& test) { return Utf8(test.param.callback); });
 
-/// A document by its name in the session's folder, and whether it is imported as a drawing.
+/// The file name of a document, and whether it is imported as a drawing.
 using ImportedName = std::pair<const wchar_t*, bool>;
 
 TEST_P(ImportDocument, SendsThePathAndWhetherItNamesADrawing) {
@@ -87,19 +89,19 @@ TEST_P(ImportDocument, SendsAPathOfAnyLength) {
   EXPECT_GT(path.size(), 300u);
   m_host->Open(path);
   PickImport();
-  EXPECT_EQ(Asked(), std::vector<std::string>{GetParam().command + std::string(R"( {"file_path":")") +
-                                              JsonEscaped(path) + R"("})"});
+  EXPECT_EQ(Asked(),
+            Requests{GetParam().command + std::string(R"( {"file_path":")") + JsonEscaped(path) + R"("})"});
 }
 
-TEST_P(ImportDocument, AsksTheHostForThePathOfADocumentThatIsNotViewOnly) {
+TEST_P(ImportDocument, GetsThePathFromTheHostIfTheDocumentIsNotViewOnly) {
   ConnectAndLogIn();
   m_host->Open(MakeModel(L"a.sldprt"));
   PickImport();
-  EXPECT_EQ(HostCalls(), (Texts{L"ISldWorks::get_IActiveDoc2()", L"IModelDoc2::IsOpenedViewOnly()",
-                                L"IModelDoc2::GetPathName()"}));
+  EXPECT_SAME_ENTRIES(HostCalls(), Texts{L"ISldWorks::get_IActiveDoc2()", L"IModelDoc2::IsOpenedViewOnly()",
+                                         L"IModelDoc2::GetPathName()"});
 }
 
-TEST_P(ImportDocument, TakesAReadOnlyDocumentAndOneWithChanges) {
+TEST_P(ImportDocument, SendsThePathOfAReadOnlyDocumentWithChanges) {
   ConnectAndLogIn();
   const auto document = m_host->Open(MakeModel(L"a.sldprt"));
   document->read_only = true;
@@ -108,56 +110,55 @@ TEST_P(ImportDocument, TakesAReadOnlyDocumentAndOneWithChanges) {
   EXPECT_EQ(Asked().size(), 1u);
 }
 
-TEST_P(ImportDocument, WithoutADocumentIsSilent) {
+TEST_P(ImportDocument, DoesNothingWithoutADocument) {
   ConnectAndLogIn();
-  ExpectSilence();
+  PickWithoutEffect();
 }
 
-TEST_P(ImportDocument, ThatWasNeverSavedIsSilent) {
+TEST_P(ImportDocument, DoesNothingIfTheDocumentWasNeverSaved) {
   ConnectAndLogIn();
   m_host->New(swDocDRAWING);
-  ExpectSilence();
+  PickWithoutEffect();
 }
 
-TEST_P(ImportDocument, WhoseFileIsGoneIsSilent) {
+TEST_P(ImportDocument, DoesNothingIfTheFileIsMissing) {
   ConnectAndLogIn();
   const auto document = m_host->Open(MakeModel(L"a.sldprt"));
   document->hold = nullptr;
   ASSERT_TRUE(DeleteFileW(document->path.c_str()));
-  ExpectSilence();
+  PickWithoutEffect();
 }
 
-TEST_P(ImportDocument, ThatIsOpenForViewingOnlyIsSilent) {
+TEST_P(ImportDocument, DoesNothingIfTheDocumentIsViewOnly) {
   ConnectAndLogIn();
   m_host->Open(MakeModel(L"a.sldprt"))->view_only = true;
-  ExpectSilence();
+  PickWithoutEffect();
   EXPECT_EQ(CalledMethods().back(), L"IModelDoc2::IsOpenedViewOnly");
 }
 
-TEST_P(ImportDocument, ThatTheHostFailsToTellIsSilent) {
+TEST_P(ImportDocument, DoesNothingIfAHostCallFails) {
   ConnectAndLogIn();
   m_host->Open(MakeModel(L"a.sldprt"));
   for (const wchar_t* method :
        {L"ISldWorks::get_IActiveDoc2", L"IModelDoc2::IsOpenedViewOnly", L"IModelDoc2::GetPathName"}) {
     m_host->GetFaults().Fail(method, 1, E_FAIL);
-    ExpectSilence();
+    PickWithoutEffect();
     EXPECT_EQ(CalledMethods().back(), method);
   }
 }
 
-TEST_P(ImportDocument, ThatFailsIsLoggedAndReturned) {
+TEST_P(ImportDocument, LogsAndReturnsAFailure) {
   ConnectAndLogIn();
   m_host->Open(MakeModel(L"a.slddrw"));
-  const std::wstring line =
-      FailureLine(GetParam().failure_line, GetParam().callback,
-                  L"m_invok->Invoke command [QD_PLMImportCurrent] failed<hr=0x80004005>");
+  const std::wstring line = ErrorLine(GetParam().failure_line, GetParam().callback,
+                                      L"m_invok->Invoke command [QD_PLMImportCurrent] failed", E_FAIL);
   Texts lines;
   for (const char* answer : kFailures) {
     Answer(GetParam().command, answer);
     const ISolidWorksAddInPtr object = Object();
     EXPECT_EQ((object.GetInterfacePtr()->*GetParam().method)(), E_FAIL) << answer;
     lines.push_back(line);
-    EXPECT_EQ(m_home.LogLines(), lines) << answer;
+    EXPECT_SAME_ENTRIES(m_home.LogLines(), lines) << answer;
   }
   const auto picked = Pick(GetParam().callback);
   EXPECT_EQ(picked.result, DISP_E_EXCEPTION);
@@ -165,26 +166,26 @@ TEST_P(ImportDocument, ThatFailsIsLoggedAndReturned) {
   EXPECT_EQ(PlatformLog(), Texts{}) << "a returned code is not logged again";
 }
 
-TEST_F(Import, OfALotSendsNothingAndAsksTheHostNothing) {
+TEST_F(Import, OfALotSendsAnEmptyRequestWithoutHostCalls) {
   ConnectAndLogIn();
   Answer("QD_PLMLotimport", kDone);
   EXPECT_EQ(Pick(L"PlmLotimport").result, S_OK);
   m_host->Open(MakeModel(L"a.slddrw"));
   EXPECT_EQ(Pick(L"PlmLotimport").result, S_OK);
-  EXPECT_EQ(Asked(), (std::vector<std::string>{"QD_PLMLotimport ", "QD_PLMLotimport "}));
+  EXPECT_EQ(Asked(), (Requests{"QD_PLMLotimport ", "QD_PLMLotimport "}));
   EXPECT_EQ(HostCalls(), Texts{});
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-TEST_F(Import, OfALotThatFailsIsLoggedAndReturned) {
+TEST_F(Import, OfALotLogsAndReturnsAFailure) {
   ConnectAndLogIn();
   Texts lines;
   for (const char* answer : kFailures) {
     Answer("QD_PLMLotimport", answer);
     EXPECT_EQ(Object()->PlmLotimport(), E_FAIL) << answer;
-    lines.push_back(FailureLine(704, L"PlmLotimport",
-                                L"m_invok->Invoke command [QD_PLMLotimport] failed<hr=0x80004005>"));
-    EXPECT_EQ(m_home.LogLines(), lines) << answer;
+    lines.push_back(
+        ErrorLine(704, L"PlmLotimport", L"m_invok->Invoke command [QD_PLMLotimport] failed", E_FAIL));
+    EXPECT_SAME_ENTRIES(m_home.LogLines(), lines) << answer;
   }
   EXPECT_EQ(Pick(L"PlmLotimport").code, E_FAIL);
 }

@@ -1,8 +1,11 @@
-// Login, logout, and which items they enable.
+// Login, logout, and the items that they enable.
 #include <gtest/gtest.h>
 
 #include "add_in_fixture.h"
+#include "case_name.h"
+#include "log_line.h"
 #include "module/string_table.h"
+#include "result_codes.h"
 
 namespace {
 
@@ -20,7 +23,7 @@ constexpr const wchar_t* kEnabledWhileLoggedIn[] = {L"EnablePlmLogOut",
                                                     L"EnablePlmMaterialBackFill",
                                                     L"EnablePlmImportChangeItem"};
 
-class Login : public AddInTest {
+class Login : public AddInFixture {
  protected:
   Login() { m_boxes.emplace(); }
 
@@ -32,71 +35,81 @@ class Login : public AddInTest {
   }
 };
 
-TEST_F(Login, EnablesEverythingButItself) {
+TEST_F(Login, DisablesItselfAndEnablesAllOtherCommands) {
   Connect();
   ExpectLoggedIn(false);
   EXPECT_EQ(Pick(L"PlmLogin").result, S_OK);
   ExpectLoggedIn(true);
-  EXPECT_EQ(Asked(), std::vector<std::string>{"QD_PLMLogin "});
-  EXPECT_EQ(AddInLog(), std::vector<std::wstring>{});
+  EXPECT_EQ(Asked(), Requests{"QD_PLMLogin "});
+  EXPECT_EQ(AddInLog(), Texts{});
 }
 
-TEST_F(Login, IsUndoneByLogout) {
+TEST_F(Login, EndsWithALogout) {
   ConnectAndLogIn();
   EXPECT_EQ(Pick(L"PlmLogOut").result, S_OK);
   ExpectLoggedIn(false);
-  EXPECT_EQ(Asked(), std::vector<std::string>{"QD_PLMLogout "});
+  EXPECT_EQ(Asked(), Requests{"QD_PLMLogout "});
 }
 
-TEST_F(Login, WithoutAnAnswerFailsWithThePlatformsCodeAndChangesNothing) {
+TEST_F(Login, FailsWithThePlatformCodeIfThereIsNoAnswer) {
   Answer("QD_PLMLogin", "");
   Connect();
   const auto picked = Pick(L"PlmLogin");
   EXPECT_EQ(picked.result, DISP_E_EXCEPTION);
-  EXPECT_EQ(picked.code, static_cast<HRESULT>(0xA3013005));
+  EXPECT_EQ(picked.code, hr::kNoAnswer);
   ExpectLoggedIn(false);
-  EXPECT_EQ(AddInLog(),
-            std::vector<std::wstring>{
-                L"errormsg|ERROR|368|CSolidWorksAddIn::PlmLogin|pResult is empty<hr=0xa3013005>"});
+  EXPECT_EQ(AddInLog(), Texts{ErrorLine(368, L"PlmLogin", L"pResult is empty", hr::kNoAnswer)});
 }
 
-TEST_F(Login, WithoutAnAnswerReturnsThePlatformsCodeFromTheMethodItself) {
+TEST_F(Login, ReturnsThePlatformCodeFromTheMethodItself) {
   Answer("QD_PLMLogin", "");
   Connect();
-  EXPECT_EQ(Object()->PlmLogin(), static_cast<HRESULT>(0xA3013005));
+  EXPECT_EQ(Object()->PlmLogin(), hr::kNoAnswer);
 }
 
-/// Answers that do not tell success.
-class FailedLogin : public Login, public testing::WithParamInterface<const char*> {};
+/// An answer that means a failure.
+struct FailureAnswer {
+  const char* name;
+  const char* text;
+};
+
+class FailedLogin : public Login, public testing::WithParamInterface<FailureAnswer> {};
 
 TEST_P(FailedLogin, IsLoggedAndChangesNothing) {
-  Answer("QD_PLMLogin", GetParam());
+  Answer("QD_PLMLogin", GetParam().text);
   Connect();
   EXPECT_EQ(Object()->PlmLogin(), E_FAIL);
   ExpectLoggedIn(false);
   EXPECT_EQ(AddInLog(),
-            std::vector<std::wstring>{L"errormsg|ERROR|374|CSolidWorksAddIn::PlmLogin|m_invok->Invoke "
-                                      L"command [QD_PLMLogin] failed<hr=0x80004005>"});
+            Texts{ErrorLine(374, L"PlmLogin", L"m_invok->Invoke command [QD_PLMLogin] failed", E_FAIL)});
 }
 
 INSTANTIATE_TEST_SUITE_P(, FailedLogin,
-                         testing::Values("{}", R"({"__InvokeResult__":false})", R"({"__InvokeResult__":1})",
-                                         R"({"__InvokeResult__":"true"})", R"({"__invokeresult__":true})",
-                                         R"({"data":{"__InvokeResult__":true}})", "[true]", "true", "null",
-                                         "{", R"({"__InvokeResult__":true)", "no JSON at all", " "));
+                         testing::Values(FailureAnswer{"EmptyObject", "{}"},
+                                         FailureAnswer{"False", R"({"__InvokeResult__":false})"},
+                                         FailureAnswer{"Number", R"({"__InvokeResult__":1})"},
+                                         FailureAnswer{"Text", R"({"__InvokeResult__":"true"})"},
+                                         FailureAnswer{"OtherCase", R"({"__invokeresult__":true})"},
+                                         FailureAnswer{"Nested", R"({"data":{"__InvokeResult__":true}})"},
+                                         FailureAnswer{"Array", "[true]"}, FailureAnswer{"OnlyTrue", "true"},
+                                         FailureAnswer{"OnlyNull", "null"}, FailureAnswer{"OpenBrace", "{"},
+                                         FailureAnswer{"Truncated", R"({"__InvokeResult__":true)"},
+                                         FailureAnswer{"NotJson", "no JSON at all"},
+                                         FailureAnswer{"Blank", " "}),
+                         CaseName<FailureAnswer>);
 
-TEST_F(Login, ThatFailsKeepsWhoIsLoggedInLoggedIn) {
+TEST_F(Login, ThatFailsLeavesTheUserLoggedIn) {
   ConnectAndLogIn();
   Answer("QD_PLMLogin", R"({"__InvokeResult__":false})");
   EXPECT_EQ(Object()->PlmLogin(), E_FAIL);
   Answer("QD_PLMLogin", "");
-  EXPECT_EQ(Object()->PlmLogin(), static_cast<HRESULT>(0xA3013005));
+  EXPECT_EQ(Object()->PlmLogin(), hr::kNoAnswer);
   ExpectLoggedIn(true);
   EXPECT_EQ(Pick(L"PlmWf").result, S_OK);
   EXPECT_EQ(Asked().back(), std::string("QD_PLMStartWF ") + kLoginAnswer);
 }
 
-TEST_F(Login, MadeAgainReplacesTheStoredResult) {
+TEST_F(Login, RepeatedReplacesTheStoredResult) {
   ConnectAndLogIn();
   Answer("QD_PLMLogin", R"({"__InvokeResult__":true,"user":"second"})");
   EXPECT_EQ(Object()->PlmLogin(), S_OK);
@@ -105,27 +118,29 @@ TEST_F(Login, MadeAgainReplacesTheStoredResult) {
   EXPECT_EQ(Asked().back(), R"(QD_PLMGetcode {"__InvokeResult__":true,"user":"second"})");
 }
 
-/// Logout answers that do not tell success.
-class FailedLogout : public Login, public testing::WithParamInterface<const char*> {};
+class FailedLogout : public Login, public testing::WithParamInterface<FailureAnswer> {};
 
 TEST_P(FailedLogout, ReturnsSuccessLogsNothingAndLeavesTheUserLoggedIn) {
   ConnectAndLogIn();
-  Answer("QD_PLMLogout", GetParam());
+  Answer("QD_PLMLogout", GetParam().text);
   EXPECT_EQ(Pick(L"PlmLogOut").result, S_OK);
   ExpectLoggedIn(true);
-  EXPECT_EQ(m_home.LogLines(), std::vector<std::wstring>{});
+  EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
 INSTANTIATE_TEST_SUITE_P(, FailedLogout,
-                         testing::Values("", "{}", R"({"__InvokeResult__":false})", "{", "[]"));
+                         testing::Values(FailureAnswer{"Empty", ""}, FailureAnswer{"EmptyObject", "{}"},
+                                         FailureAnswer{"False", R"({"__InvokeResult__":false})"},
+                                         FailureAnswer{"OpenBrace", "{"}, FailureAnswer{"Array", "[]"}),
+                         CaseName<FailureAnswer>);
 
-TEST_F(Login, MayBeUndoneWithoutHavingBeenMade) {
+TEST_F(Login, IsNotNeededForALogout) {
   Connect();
   EXPECT_EQ(Object()->PlmLogOut(), S_OK);
   ExpectLoggedIn(false);
 }
 
-TEST_F(Login, EnablementRefusesANullPointer) {
+TEST_F(Login, EnableMethodFailsForANullPointer) {
   Connect();
   EXPECT_EQ(Object()->EnablePlmLogin(nullptr), E_POINTER);
 }

@@ -1,11 +1,12 @@
-// Commands that only open a panel of the PLM client, and what every command does without a client.
+// Commands that only open a panel of the PLM client, and commands before a connection or a login.
 #include <gtest/gtest.h>
 
 #include "add_in_fixture.h"
+#include "raised_by.h"
 
 namespace {
 
-/// A panel command: its request is the login's text or nothing.
+/// A panel command; its request is the answer to the login, or empty.
 struct Panel {
   const wchar_t* callback;
   const char* command;
@@ -16,14 +17,14 @@ constexpr Panel kPanels[] = {{L"PlmWf", "QD_PLMStartWF", true},
                              {L"PlmCode", "QD_PLMGetcode", true},
                              {L"PlmMyTempMaterial", "QD_PLMMyTempMaterial", false}};
 
-class PanelCommand : public AddInTest, public testing::WithParamInterface<Panel> {};
+class PanelCommand : public AddInFixture, public testing::WithParamInterface<Panel> {};
 
 TEST_P(PanelCommand, SendsItsRequestAndNothingElse) {
   ConnectAndLogIn();
   EXPECT_EQ(Pick(GetParam().callback).result, S_OK);
   const std::string request = GetParam().sends_login ? kLoginAnswer : "";
-  EXPECT_EQ(Asked(), std::vector<std::string>{GetParam().command + (" " + request)});
-  EXPECT_EQ(HostCalls(), std::vector<std::wstring>{});
+  EXPECT_EQ(Asked(), Requests{GetParam().command + (" " + request)});
+  EXPECT_EQ(HostCalls(), Texts{});
 }
 
 TEST_P(PanelCommand, SucceedsWhateverTheAnswer) {
@@ -33,20 +34,20 @@ TEST_P(PanelCommand, SucceedsWhateverTheAnswer) {
     Answer(GetParam().command, answer);
     EXPECT_EQ(Pick(GetParam().callback).result, S_OK) << answer;
   }
-  EXPECT_EQ(m_home.LogLines(), std::vector<std::wstring>{});
-  EXPECT_EQ(HostCalls(), std::vector<std::wstring>{});
+  EXPECT_EQ(m_home.LogLines(), Texts{});
+  EXPECT_EQ(HostCalls(), Texts{});
 }
 
-TEST_P(PanelCommand, SucceedsWithoutAClientAndIsToldInOneLine) {
+TEST_P(PanelCommand, SucceedsWithoutAClientAndLogsOneLine) {
   ConnectAndLogIn();
   StopClient();
   EXPECT_EQ(Pick(GetParam().callback).result, S_OK);
-  EXPECT_EQ(AddInLog(), std::vector<std::wstring>{});
+  EXPECT_EQ(AddInLog(), Texts{});
   ASSERT_EQ(PlatformLog().size(), 1u);
   EXPECT_NE(Utf8(PlatformLog()[0]).find(GetParam().command), std::string::npos) << Utf8(PlatformLog()[0]);
 }
 
-TEST_P(PanelCommand, RaisesAnInvalidPointerWhileLoggedOutIfItSendsTheLogin) {
+TEST_P(PanelCommand, ThrowsInvalidPointerWhileLoggedOutIfItSendsTheLogin) {
   Connect();
   const auto call = [&] {
     const ISolidWorksAddInPtr object = Object();
@@ -58,64 +59,46 @@ TEST_P(PanelCommand, RaisesAnInvalidPointerWhileLoggedOutIfItSendsTheLogin) {
     EXPECT_EQ(call(), S_OK);
     return;
   }
-  try {
-    call();
-    FAIL() << "no exception";
-  } catch (const _com_error& error) {
-    EXPECT_EQ(error.Error(), E_POINTER);
-  }
-  EXPECT_EQ(Asked(), std::vector<std::string>{});
+  EXPECT_EQ(RaisedBy(call), E_POINTER);
+  EXPECT_EQ(Asked(), Requests{});
 }
 
 INSTANTIATE_TEST_SUITE_P(, PanelCommand, testing::ValuesIn(kPanels),
                          [](const auto& test) { return Utf8(test.param.callback); });
 
-class Command : public AddInTest {};
+class Command : public AddInFixture {};
 
-TEST_F(Command, BeforeAConnectionRaisesAnInvalidPointer) {
+TEST_F(Command, ThrowsInvalidPointerBeforeAConnection) {
   ISolidWorksAddInPtr object;
   ASSERT_EQ(CoCreateInstance(CLSID_SwAddin, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&object)), S_OK);
-  const auto expect_raised = [](const auto& call) {
-    try {
-      call();
-      ADD_FAILURE() << "no exception";
-    } catch (const _com_error& error) {
-      EXPECT_EQ(error.Error(), E_POINTER);
-    }
-  };
-  expect_raised([&] { object->PlmLogin(); });
-  expect_raised([&] { object->PlmLogOut(); });
-  expect_raised([&] { object->OpenDataSelector(); });
-  expect_raised([&] { object->PlmMyCheckOutList(); });
-  expect_raised([&] { object->PlmWf(); });
-  expect_raised([&] { object->PlmCode(); });
-  expect_raised([&] { object->PlmQuery(); });
-  expect_raised([&] { object->PlmImportCurrent(); });
-  expect_raised([&] { object->PlmLotimport(); });
-  expect_raised([&] { object->PlmCreateMaterial(); });
-  expect_raised([&] { object->PlmMyTempMaterial(); });
-  expect_raised([&] { object->PlmTaskManage(); });
-  expect_raised([&] { object->PlmMaterialBackFill(); });
-  expect_raised([&] { object->PlmImportChangeItem(); });
-  EXPECT_EQ(Asked(), std::vector<std::string>{});
+  EXPECT_EQ(RaisedBy([&] { object->PlmLogin(); }), E_POINTER);
+  EXPECT_EQ(RaisedBy([&] { object->PlmLogOut(); }), E_POINTER);
+  EXPECT_EQ(RaisedBy([&] { object->OpenDataSelector(); }), E_POINTER);
+  EXPECT_EQ(RaisedBy([&] { object->PlmMyCheckOutList(); }), E_POINTER);
+  EXPECT_EQ(RaisedBy([&] { object->PlmWf(); }), E_POINTER);
+  EXPECT_EQ(RaisedBy([&] { object->PlmCode(); }), E_POINTER);
+  EXPECT_EQ(RaisedBy([&] { object->PlmQuery(); }), E_POINTER);
+  EXPECT_EQ(RaisedBy([&] { object->PlmImportCurrent(); }), E_POINTER);
+  EXPECT_EQ(RaisedBy([&] { object->PlmLotimport(); }), E_POINTER);
+  EXPECT_EQ(RaisedBy([&] { object->PlmCreateMaterial(); }), E_POINTER);
+  EXPECT_EQ(RaisedBy([&] { object->PlmMyTempMaterial(); }), E_POINTER);
+  EXPECT_EQ(RaisedBy([&] { object->PlmTaskManage(); }), E_POINTER);
+  EXPECT_EQ(RaisedBy([&] { object->PlmMaterialBackFill(); }), E_POINTER);
+  EXPECT_EQ(RaisedBy([&] { object->PlmImportChangeItem(); }), E_POINTER);
+  EXPECT_EQ(Asked(), Requests{});
 }
 
-TEST_F(Command, ThatSendsTheLoginRaisesAnInvalidPointerWhileLoggedOut) {
+TEST_F(Command, ThrowsInvalidPointerWhileLoggedOutIfItSendsTheLogin) {
   Connect();
   m_host->Open(MakeModel(L"a.sldprt"));
   for (const auto command : {&ISolidWorksAddIn::OpenDataSelector, &ISolidWorksAddIn::PlmQuery,
                              &ISolidWorksAddIn::PlmTaskManage, &ISolidWorksAddIn::PlmMaterialBackFill}) {
-    try {
-      (Object().GetInterfacePtr()->*command)();
-      ADD_FAILURE() << "no exception";
-    } catch (const _com_error& error) {
-      EXPECT_EQ(error.Error(), E_POINTER);
-    }
+    EXPECT_EQ(RaisedBy([&] { (Object().GetInterfacePtr()->*command)(); }), E_POINTER);
   }
-  EXPECT_EQ(Asked(), std::vector<std::string>{});
+  EXPECT_EQ(Asked(), Requests{});
 }
 
-TEST_F(Command, ThatRaisesIsAnExceptionOfAutomationForTheHostAndOneLogLine) {
+TEST_F(Command, ReturnsAnExceptionToTheHostAsAnAutomationErrorAndLogsIt) {
   Connect();
   const ISolidWorksAddInPtr object = Object();
   wchar_t name[] = L"PlmWf";

@@ -1,4 +1,4 @@
-// What the host may do to the add-in while a command of it waits for the PLM client.
+// Calls of the host that the add-in serves while one of its commands waits for the PLM client.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -9,27 +9,28 @@
 
 namespace {
 
-/// A window of this thread that acts when another thread sends it a message.
-class Bell {
+/// Lets another thread run an action on this thread: a window that runs it for a message.
+class ThreadAction {
  public:
-  Bell() : m_window(CreateWindowW(L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr)) {
+  ThreadAction()
+      : m_window(CreateWindowW(L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr)) {
     EXPECT_TRUE(m_window);
     SetWindowLongPtrW(m_window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     SetWindowLongPtrW(m_window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure));
   }
-  Bell(const Bell&) = delete;
-  Bell& operator=(const Bell&) = delete;
-  ~Bell() { DestroyWindow(m_window); }
+  ThreadAction(const ThreadAction&) = delete;
+  ThreadAction& operator=(const ThreadAction&) = delete;
+  ~ThreadAction() { DestroyWindow(m_window); }
 
-  void OnRing(std::function<void()> action) { m_action = std::move(action); }
-  void Ring() const { SendMessageW(m_window, kRing, 0, 0); }
+  void Set(std::function<void()> action) { m_action = std::move(action); }
+  void Run() const { SendMessageW(m_window, kRun, 0, 0); }
 
  private:
-  static constexpr UINT kRing = WM_APP;
+  static constexpr UINT kRun = WM_APP;
 
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-    if (message != kRing) return DefWindowProcW(window, message, wparam, lparam);
-    reinterpret_cast<Bell*>(GetWindowLongPtrW(window, GWLP_USERDATA))->m_action();
+    if (message != kRun) return DefWindowProcW(window, message, wparam, lparam);
+    reinterpret_cast<ThreadAction*>(GetWindowLongPtrW(window, GWLP_USERDATA))->m_action();
     return 0;
   }
 
@@ -37,11 +38,11 @@ class Bell {
   HWND m_window;
 };
 
-/// Takes what was freed a moment ago and writes over it, so that whoever still uses it is found out. The DLL
-/// and the test have one heap.
-class Scribbles {
+/// Allocates and overwrites memory that was just freed, so that code which still uses it fails. The DLL and
+/// the test share one heap.
+class FreedMemory {
  public:
-  void Fill() {
+  void Overwrite() {
     for (std::size_t size = 16; size <= 4096; size += 8)
       m_blocks.insert(m_blocks.end(), 4, std::string(size, '\xCC'));
   }
@@ -50,52 +51,51 @@ class Scribbles {
   std::vector<std::string> m_blocks;
 };
 
-class ServedCall : public AddInTest {
+class ServedCall : public AddInFixture {
  protected:
-  /// Rings the bell before each answer.
+  /// The PLM client runs m_action on this thread before each answer.
   ServedCall() {
     ServeWith([this](const plm_client::Request&, std::stop_token) {
-      m_bell.Ring();
+      m_action.Run();
       return plm_client::Reply::Text(kLoginAnswer);
     });
   }
 
-  Bell m_bell;
-  Scribbles m_scribbles;
+  ThreadAction m_action;
+  FreedMemory m_freedMemory;
 };
 
-TEST_F(ServedCall, ThatLetsGoOfTheAddInLeavesItAliveUntilTheCommandHasEnded) {
+TEST_F(ServedCall, ThatReleasesTheAddInKeepsItAliveUntilTheCommandEnds) {
   Connect();
-  ISolidWorksAddIn* const held_by_nobody = Object();
-  m_bell.OnRing([&] {
+  ISolidWorksAddIn* const not_held = Object();
+  m_action.Set([&] {
     EXPECT_TRUE(Disconnect());
-    m_scribbles.Fill();
-    EXPECT_EQ(held_by_nobody->AddRef(), 2u);
-    held_by_nobody->Release();
+    m_freedMemory.Overwrite();
+    EXPECT_EQ(not_held->AddRef(), 2u);
+    not_held->Release();
   });
   DISPPARAMS none{};
-  EXPECT_EQ(
-      held_by_nobody->Invoke(1, IID_NULL, LOCALE_NEUTRAL, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr),
-      S_OK);
+  EXPECT_EQ(not_held->Invoke(1, IID_NULL, LOCALE_NEUTRAL, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr),
+            S_OK);
   EXPECT_EQ(m_client->Requests().size(), 1u);
-  EXPECT_EQ(m_home.LogLines(), std::vector<std::wstring>{});
+  EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-TEST_F(ServedCall, ThatConnectsAnewLeavesTheCommandItsConnection) {
+TEST_F(ServedCall, ThatReconnectsLetsTheCommandKeepItsConnection) {
   Connect();
-  m_bell.OnRing([&] {
+  m_action.Set([&] {
     VARIANT_BOOL done = VARIANT_FALSE;
     EXPECT_EQ(m_addIn->object->DisconnectFromSW(&done), S_OK);
     EXPECT_EQ(m_addIn->object->ConnectToSW(m_host->Application(), m_addIn->cookie, &done), S_OK);
-    m_scribbles.Fill();
+    m_freedMemory.Overwrite();
   });
   EXPECT_TRUE(Pick(L"PlmLogin").Succeeded());
   EXPECT_EQ(Enabled(L"EnablePlmLogOut"), 1);
-  // The connection that the command kept goes with the invoker that it was sent by.
+  // The command's connection closes when its invoker is destroyed.
   for (int tries = 0; tries < 200 && m_client->OpenConnectionCount() > 0; ++tries) Sleep(10);
   EXPECT_EQ(m_client->OpenConnectionCount(), 0);
-  EXPECT_EQ(m_home.LogLines(), std::vector<std::wstring>{});
-  m_bell.OnRing([] {});
+  EXPECT_EQ(m_home.LogLines(), Texts{});
+  m_action.Set([] {});
   EXPECT_TRUE(Pick(L"PlmWf").Succeeded());
   EXPECT_EQ(m_client->ConnectionCount(), 2);
 }

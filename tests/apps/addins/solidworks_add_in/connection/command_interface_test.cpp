@@ -1,7 +1,8 @@
-// Menu, toolbar and command tabs as View.json describes them.
+// The menu, toolbar and command tabs that View.json describes.
 #include <gtest/gtest.h>
 
 #include "add_in_fixture.h"
+#include "list_difference.h"
 #include "views.h"
 
 namespace {
@@ -16,7 +17,7 @@ constexpr const char* kTwoItems = R"({
   ]
 })";
 
-class CommandInterface : public AddInTest {
+class CommandInterface : public AddInFixture {
  protected:
   void ConnectWith(std::string_view view) {
     m_home.WriteConfiguration(L"View.json", view);
@@ -25,20 +26,21 @@ class CommandInterface : public AddInTest {
 
   const cad_host::CommandGroup& Group() const { return *m_host->Groups().at(0); }
 
-  /// Disconnects, ends the host and starts it again with what it has saved.
+  /// Disconnects and restarts the host, which keeps its saved state.
   void Restart() {
     Disconnect();
     RestartHost();
   }
 
-  std::vector<std::wstring> CallsOf(std::wstring_view method) const {
-    std::vector<std::wstring> arguments;
+  /// The arguments of each call of the method.
+  Texts ArgumentsOf(std::wstring_view method) const {
+    Texts arguments;
     for (const auto& call : m_host->GetJournal().Calls(method)) arguments.push_back(call.arguments);
     return arguments;
   }
 };
 
-TEST_F(CommandInterface, IsAGroupWithTheTitleAndTheItemsOfTheFile) {
+TEST_F(CommandInterface, IsAGroupWithTheTitleAndItemsOfTheFile) {
   ConnectWith(kTwoItems);
   ASSERT_EQ(m_host->Groups().size(), 1u);
   const auto& group = Group();
@@ -50,13 +52,12 @@ TEST_F(CommandInterface, IsAGroupWithTheTitleAndTheItemsOfTheFile) {
   EXPECT_TRUE(group.has_toolbar);
   EXPECT_TRUE(group.has_menu);
   EXPECT_TRUE(group.active);
-  EXPECT_EQ(CallsOf(L"ICommandGroup::AddCommandItem"),
-            (std::vector<std::wstring>{
-                L"\"Log in\", -1, \"hint 1\", \"tip 1\", 3, \"PlmLogin\", \"EnablePlmLogin\", 0",
-                L"\"登出\", -1, \"hint 2\", \"tip 2\", -1, \"PlmLogOut\", \"EnablePlmLogOut\", 0"}));
+  EXPECT_EQ(ArgumentsOf(L"ICommandGroup::AddCommandItem"),
+            (Texts{L"\"Log in\", -1, \"hint 1\", \"tip 1\", 3, \"PlmLogin\", \"EnablePlmLogin\", 0",
+                   L"\"登出\", -1, \"hint 2\", \"tip 2\", -1, \"PlmLogOut\", \"EnablePlmLogOut\", 0"}));
 }
 
-TEST_F(CommandInterface, GivesBothIconListsAStripOfSixteenIcons) {
+TEST_F(CommandInterface, SetsAStripOfSixteenIconsForBothIconLists) {
   ConnectWith(kTwoItems);
   for (const auto* icons : {&Group().large_icons, &Group().small_icons}) {
     EXPECT_TRUE(icons->is_bitmap) << Utf8(icons->path);
@@ -69,10 +70,9 @@ TEST_F(CommandInterface, GivesBothIconListsAStripOfSixteenIcons) {
 
 TEST_F(CommandInterface, HasATabForAssembliesDrawingsAndPartsInThatOrder) {
   ConnectWith(kTwoItems);
-  const std::vector<std::wstring> types = {L"2, \"Prüfung 图纸\"", L"3, \"Prüfung 图纸\"",
-                                           L"1, \"Prüfung 图纸\""};
-  EXPECT_EQ(CallsOf(L"ICommandManager::GetCommandTab"), types);
-  EXPECT_EQ(CallsOf(L"ICommandManager::AddCommandTab"), types);
+  const Texts types = {L"2, \"Prüfung 图纸\"", L"3, \"Prüfung 图纸\"", L"1, \"Prüfung 图纸\""};
+  EXPECT_SAME_ENTRIES(ArgumentsOf(L"ICommandManager::GetCommandTab"), types);
+  EXPECT_SAME_ENTRIES(ArgumentsOf(L"ICommandManager::AddCommandTab"), types);
   ASSERT_EQ(m_host->Tabs().size(), 3u);
   for (const auto& tab : m_host->Tabs()) {
     EXPECT_TRUE(tab->visible);
@@ -86,9 +86,9 @@ TEST_F(CommandInterface, HasATabForAssembliesDrawingsAndPartsInThatOrder) {
   }
 }
 
-TEST_F(CommandInterface, TakesFourteenItemsInTheirOrder) {
+TEST_F(CommandInterface, AddsFourteenItemsInTheirOrder) {
   ConnectWith(ViewWithItems(14));
-  std::vector<std::wstring> items;
+  Texts items;
   std::vector<long> ids;
   for (int index = 0; index < 14; ++index) {
     const std::wstring number = std::to_wstring(index);
@@ -96,7 +96,7 @@ TEST_F(CommandInterface, TakesFourteenItemsInTheirOrder) {
                     number + L", \"PlmLogin\", \"EnablePlmLogin\", 0");
     ids.push_back(Group().items.at(static_cast<std::size_t>(index)).command_id);
   }
-  EXPECT_EQ(CallsOf(L"ICommandGroup::AddCommandItem"), items);
+  EXPECT_SAME_ENTRIES(ArgumentsOf(L"ICommandGroup::AddCommandItem"), items);
   ASSERT_EQ(m_host->Tabs().size(), 3u);
   for (const auto& tab : m_host->Tabs()) {
     std::vector<long> in_tab;
@@ -108,14 +108,14 @@ TEST_F(CommandInterface, TakesFourteenItemsInTheirOrder) {
   }
 }
 
-TEST_F(CommandInterface, TakesSixteenItems) {
+TEST_F(CommandInterface, AddsSixteenItems) {
   ConnectWith(ViewWithItems(16));
   EXPECT_EQ(Group().items.size(), 16u);
   for (const auto& tab : m_host->Tabs()) EXPECT_EQ(tab->boxes.at(0)->commands.size(), 16u);
   EXPECT_EQ(PlatformLog().size(), 0u);
 }
 
-TEST_F(CommandInterface, LeavesOutItemsPastTheSixteenthAndSaysSo) {
+TEST_F(CommandInterface, LeavesOutAndLogsItemsAfterTheSixteenth) {
   ConnectWith(ViewWithItems(40));
   EXPECT_EQ(Group().items.size(), 16u);
   EXPECT_EQ(Group().items.back().name, L"Item 15");
@@ -130,8 +130,7 @@ TEST_F(CommandInterface, WithAnEmptyMenuIsAnActiveGroupAndTabsWithAnEmptyBox) {
   EXPECT_TRUE(Group().active);
   EXPECT_TRUE(Group().items.empty());
   EXPECT_EQ(m_host->Tabs().size(), 3u);
-  EXPECT_EQ(CallsOf(L"ICommandTabBox::IAddCommands"),
-            (std::vector<std::wstring>{L"[], []", L"[], []", L"[], []"}));
+  EXPECT_SAME_ENTRIES(ArgumentsOf(L"ICommandTabBox::IAddCommands"), Texts{L"[], []", L"[], []", L"[], []"});
 }
 
 TEST_F(CommandInterface, OfTheInstalledDefaultHasAllFourteenCommands) {
@@ -145,41 +144,41 @@ TEST_F(CommandInterface, OfTheInstalledDefaultHasAllFourteenCommands) {
   }
 }
 
-// Saved command ids and tabs of earlier starts.
+// Command ids and tabs that the host saved in earlier starts.
 
-TEST_F(CommandInterface, OnAFirstStartDoesNotIgnoreThePrevious) {
+TEST_F(CommandInterface, DoesNotIgnoreThePreviousGroupOnTheFirstStart) {
   ConnectWith(ViewWithItems(3));
   EXPECT_FALSE(Group().ignores_previous);
-  EXPECT_EQ(CallsOf(L"ICommandManager::RemoveCommandTab"), std::vector<std::wstring>{});
+  EXPECT_EQ(ArgumentsOf(L"ICommandManager::RemoveCommandTab"), Texts{});
 }
 
-TEST_F(CommandInterface, MakesATabOfItsTitleAnewWhereTheHostHasSavedNoIds) {
+TEST_F(CommandInterface, ReplacesTabsOfItsTitleIfTheHostHasSavedNoIds) {
   ConnectWith(ViewWithItems(3));
   Restart();
   m_host->GetFaults().ReturnNothing(L"ICommandManager::IGetGroupDataFromRegistry");
   Connect();
   EXPECT_FALSE(Group().ignores_previous);
-  EXPECT_EQ(CallsOf(L"ICommandManager::RemoveCommandTab").size(), 3u);
+  EXPECT_EQ(ArgumentsOf(L"ICommandManager::RemoveCommandTab").size(), 3u);
   EXPECT_EQ(m_host->Tabs().size(), 3u);
 }
 
-TEST_F(CommandInterface, LeavesTabsOfOtherTitlesAlone) {
+TEST_F(CommandInterface, DoesNotChangeTabsOfOtherTitles) {
   ConnectWith(ViewWithItems(1, "Sheet Metal"));
   Restart();
   ConnectWith(ViewWithItems(1, "PLM"));
-  EXPECT_EQ(CallsOf(L"ICommandManager::RemoveCommandTab"), std::vector<std::wstring>{});
+  EXPECT_EQ(ArgumentsOf(L"ICommandManager::RemoveCommandTab"), Texts{});
   EXPECT_EQ(m_host->Tabs().size(), 6u);
 }
 
-TEST_F(CommandInterface, OfSeveralItemsIsBuiltAnewOnEveryLaterStart) {
+TEST_F(CommandInterface, WithSeveralItemsIsRebuiltOnEveryLaterStart) {
   ConnectWith(ViewWithItems(3));
   for (int start = 2; start <= 4; ++start) {
     Restart();
     Connect();
-    EXPECT_EQ(CallsOf(L"ICommandManager::IGetGroupDataFromRegistry"), std::vector<std::wstring>{L"0, 3"});
+    EXPECT_EQ(ArgumentsOf(L"ICommandManager::IGetGroupDataFromRegistry"), Texts{L"0, 3"});
     EXPECT_TRUE(Group().ignores_previous);
-    EXPECT_EQ(CallsOf(L"ICommandManager::RemoveCommandTab").size(), 3u);
-    EXPECT_EQ(m_host->Tabs().size(), 3u) << "tabs neither double nor vanish";
+    EXPECT_EQ(ArgumentsOf(L"ICommandManager::RemoveCommandTab").size(), 3u);
+    EXPECT_EQ(m_host->Tabs().size(), 3u) << "no tab is duplicated or lost";
   }
 }
 
@@ -187,51 +186,50 @@ TEST_F(CommandInterface, RemovesEachTabBeforeItAddsTheNewOne) {
   ConnectWith(ViewWithItems(2));
   Restart();
   Connect();
-  std::vector<std::wstring> calls;
+  Texts calls;
   for (const auto& call : m_host->GetJournal().Calls()) {
     const bool of_tabs = call.method.find(L"CommandTab") != std::wstring::npos &&
                          call.method.starts_with(L"ICommandManager::");
     if (of_tabs) calls.push_back(call.method.substr(17) + L" " + call.arguments);
   }
-  std::vector<std::wstring> expected;
+  Texts expected;
   for (const auto& [type, name] : {std::pair(L"2", L"assembly"), {L"3", L"drawing"}, {L"1", L"part"}}) {
     const std::wstring tab = std::wstring(type) + L", \"PLM\"";
     expected.insert(expected.end(), {L"GetCommandTab " + tab,
                                      L"RemoveCommandTab command tab \"PLM\" of " + std::wstring(name),
                                      L"AddCommandTab " + tab});
   }
-  EXPECT_EQ(calls, expected);
+  EXPECT_SAME_ENTRIES(calls, expected);
 }
 
-/// Saved is a group without items: its ids are none, and these are not those of a single item.
-TEST_F(CommandInterface, OfNoItemsIsBuiltAnewOnALaterStart) {
+/// The host has saved a group without items; its empty list of ids differs from the ids of one item.
+TEST_F(CommandInterface, WithoutItemsIsRebuiltOnALaterStart) {
   ConnectWith(ViewWithItems(0));
   Restart();
   ConnectWith(ViewWithItems(1));
-  EXPECT_EQ(CallsOf(L"ICommandManager::IGetGroupDataFromRegistry"), std::vector<std::wstring>{L"0, 0"});
+  EXPECT_EQ(ArgumentsOf(L"ICommandManager::IGetGroupDataFromRegistry"), Texts{L"0, 0"});
   EXPECT_TRUE(Group().ignores_previous);
 }
 
-TEST_F(CommandInterface, OfOneItemKeepsItsTabsOnALaterStart) {
+TEST_F(CommandInterface, WithOneItemKeepsItsTabsOnALaterStart) {
   ConnectWith(ViewWithItems(1));
   Restart();
   Connect();
   EXPECT_FALSE(Group().ignores_previous);
-  EXPECT_EQ(CallsOf(L"ICommandManager::RemoveCommandTab"), std::vector<std::wstring>{});
-  EXPECT_EQ(CallsOf(L"ICommandManager::AddCommandTab"), std::vector<std::wstring>{});
+  EXPECT_EQ(ArgumentsOf(L"ICommandManager::RemoveCommandTab"), Texts{});
+  EXPECT_EQ(ArgumentsOf(L"ICommandManager::AddCommandTab"), Texts{});
   EXPECT_EQ(m_host->Tabs().size(), 3u);
 }
 
-TEST_F(CommandInterface, AsksForTheRemovalOfNoTabWhereThePreviousIsIgnoredAndNoneIsThere) {
+TEST_F(CommandInterface, RemovesANullTabIfItRebuildsTheGroupAndFindsNoTab) {
   ConnectWith(ViewWithItems(3, "Old"));
   Restart();
   ConnectWith(ViewWithItems(3, "New"));
-  EXPECT_EQ(CallsOf(L"ICommandManager::RemoveCommandTab"),
-            (std::vector<std::wstring>{L"null", L"null", L"null"}));
-  EXPECT_EQ(m_host->Tabs().size(), 6u) << "the tabs of the old title are the host's";
+  EXPECT_SAME_ENTRIES(ArgumentsOf(L"ICommandManager::RemoveCommandTab"), Texts{L"null", L"null", L"null"});
+  EXPECT_EQ(m_host->Tabs().size(), 6u) << "the tabs of the old title stay in the host";
 }
 
-TEST_F(CommandInterface, AddsATabAlsoWhereTheHostSaysThatItRemovedNone) {
+TEST_F(CommandInterface, AddsATabEvenIfTheHostReportsThatItRemovedNone) {
   ConnectWith(ViewWithItems(3));
   Restart();
   m_host->GetFaults().HideResult(L"ICommandManager::RemoveCommandTab", cad_host::Faults::kEvery);
@@ -239,19 +237,19 @@ TEST_F(CommandInterface, AddsATabAlsoWhereTheHostSaysThatItRemovedNone) {
   EXPECT_EQ(m_host->Tabs().size(), 3u);
 }
 
-TEST_F(CommandInterface, LosesItsGroupButNotItsTabsOnDisconnecting) {
+TEST_F(CommandInterface, RemovesItsGroupButNotItsTabsOnDisconnecting) {
   ConnectWith(ViewWithItems(3));
   Disconnect();
   EXPECT_EQ(m_host->Groups().size(), 0u);
   EXPECT_EQ(m_host->Tabs().size(), 3u);
 }
 
-TEST_F(CommandInterface, GoesOnWithoutIconsWhereNoFileCanBeMade) {
+TEST_F(CommandInterface, IsBuiltWithoutIconsIfNoIconFileCanBeCreated) {
   const ScopedEnvironment tmp(L"TMP", L"C:\\no such folder");
   const ScopedEnvironment temp(L"TEMP", L"C:\\no such folder");
   ConnectWith(kTwoItems);
-  EXPECT_EQ(CallsOf(L"ICommandGroup::put_LargeIconList"), std::vector<std::wstring>{L"\"\""});
-  EXPECT_EQ(CallsOf(L"ICommandGroup::put_SmallIconList"), std::vector<std::wstring>{L"\"\""});
+  EXPECT_EQ(ArgumentsOf(L"ICommandGroup::put_LargeIconList"), Texts{L"\"\""});
+  EXPECT_EQ(ArgumentsOf(L"ICommandGroup::put_SmallIconList"), Texts{L"\"\""});
   EXPECT_EQ(Group().items.size(), 2u);
 }
 

@@ -5,19 +5,16 @@
 #include "handle_count.h"
 #include "heap_blocks.h"
 #include "host/command_manager.h"
+#include "list_difference.h"
+#include "log_line.h"
+#include "raised_by.h"
 #include "views.h"
 
 namespace {
 
-class Connection : public AddInTest {
+class Connection : public AddInFixture {
  protected:
   Connection() { m_home.WriteConfiguration(L"View.json", ViewWithItems(2)); }
-
-  std::vector<std::wstring> CalledMethods() const {
-    std::vector<std::wstring> methods;
-    for (const auto& call : m_host->GetJournal().Calls()) methods.push_back(call.method);
-    return methods;
-  }
 
   /// An add-in object that the host has not connected.
   static ISwAddinPtr CreateAddIn() {
@@ -27,36 +24,35 @@ class Connection : public AddInTest {
   }
 };
 
-TEST_F(Connection, CallsTheHostInItsOrder) {
+TEST_F(Connection, CallsTheHostInAFixedOrder) {
   Connect();
-  EXPECT_EQ(
+  EXPECT_SAME_ENTRIES(
       CalledMethods(),
-      (std::vector<std::wstring>{
-          L"ISldWorks::QueryInterface(ISldWorks)", L"ISldWorks::GetCommandManager",
-          L"ISldWorks::SetAddinCallbackInfo", L"ISldWorks::RevisionNumber",
-          L"ICommandManager::GetCommandIDsCount", L"ICommandManager::IGetGroupDataFromRegistry",
-          L"ICommandManager::CreateCommandGroup2", L"ICommandGroup::put_LargeIconList",
-          L"ICommandGroup::put_SmallIconList", L"ICommandGroup::AddCommandItem",
-          L"ICommandGroup::AddCommandItem", L"ICommandGroup::put_HasToolbar", L"ICommandGroup::put_HasMenu",
-          L"ICommandGroup::Activate",
-          // assembly
-          L"ICommandManager::GetCommandTab", L"ICommandManager::AddCommandTab",
-          L"ICommandTab::AddCommandTabBox", L"ICommandTab::put_Visible", L"ICommandGroup::get_CommandID",
-          L"ICommandGroup::get_CommandID", L"ICommandTabBox::IAddCommands",
-          // drawing
-          L"ICommandManager::GetCommandTab", L"ICommandManager::AddCommandTab",
-          L"ICommandTab::AddCommandTabBox", L"ICommandTab::put_Visible", L"ICommandGroup::get_CommandID",
-          L"ICommandGroup::get_CommandID", L"ICommandTabBox::IAddCommands",
-          // part
-          L"ICommandManager::GetCommandTab", L"ICommandManager::AddCommandTab",
-          L"ICommandTab::AddCommandTabBox", L"ICommandTab::put_Visible", L"ICommandGroup::get_CommandID",
-          L"ICommandGroup::get_CommandID", L"ICommandTabBox::IAddCommands",
-          // events
-          L"ISldWorks::QueryInterface(IConnectionPointContainer)",
-          L"IConnectionPointContainer::FindConnectionPoint", L"IConnectionPoint::Advise"}));
+      Texts{L"ISldWorks::QueryInterface(ISldWorks)", L"ISldWorks::GetCommandManager",
+            L"ISldWorks::SetAddinCallbackInfo", L"ISldWorks::RevisionNumber",
+            L"ICommandManager::GetCommandIDsCount", L"ICommandManager::IGetGroupDataFromRegistry",
+            L"ICommandManager::CreateCommandGroup2", L"ICommandGroup::put_LargeIconList",
+            L"ICommandGroup::put_SmallIconList", L"ICommandGroup::AddCommandItem",
+            L"ICommandGroup::AddCommandItem", L"ICommandGroup::put_HasToolbar", L"ICommandGroup::put_HasMenu",
+            L"ICommandGroup::Activate",
+            // assembly
+            L"ICommandManager::GetCommandTab", L"ICommandManager::AddCommandTab",
+            L"ICommandTab::AddCommandTabBox", L"ICommandTab::put_Visible", L"ICommandGroup::get_CommandID",
+            L"ICommandGroup::get_CommandID", L"ICommandTabBox::IAddCommands",
+            // drawing
+            L"ICommandManager::GetCommandTab", L"ICommandManager::AddCommandTab",
+            L"ICommandTab::AddCommandTabBox", L"ICommandTab::put_Visible", L"ICommandGroup::get_CommandID",
+            L"ICommandGroup::get_CommandID", L"ICommandTabBox::IAddCommands",
+            // part
+            L"ICommandManager::GetCommandTab", L"ICommandManager::AddCommandTab",
+            L"ICommandTab::AddCommandTabBox", L"ICommandTab::put_Visible", L"ICommandGroup::get_CommandID",
+            L"ICommandGroup::get_CommandID", L"ICommandTabBox::IAddCommands",
+            // events
+            L"ISldWorks::QueryInterface(IConnectionPointContainer)",
+            L"IConnectionPointContainer::FindConnectionPoint", L"IConnectionPoint::Advise"});
 }
 
-TEST_F(Connection, HandsOverItsCookieItsDispatchFaceAndTheLowHalfOfItsModuleHandle) {
+TEST_F(Connection, PassesItsCookieItsDispatchInterfaceAndTheLowHalfOfItsModuleHandle) {
   Connect();
   EXPECT_EQ(m_addIn->callbacks.GetInterfacePtr(), Object().GetInterfacePtr());
   const HMODULE dll = GetModuleHandleW(L"solidworks_add_in.dll");
@@ -69,7 +65,7 @@ TEST_F(Connection, HandsOverItsCookieItsDispatchFaceAndTheLowHalfOfItsModuleHand
                   .arguments.ends_with(L", " + cookie));
 }
 
-TEST_F(Connection, TellsTheHostThatItIsConnected) {
+TEST_F(Connection, ReportsToTheHostThatItIsConnected) {
   Connect();
   const auto connects = m_host->GetJournal().Of(L"ISwAddin::ConnectToSW");
   ASSERT_EQ(connects.size(), 1u);
@@ -77,28 +73,27 @@ TEST_F(Connection, TellsTheHostThatItIsConnected) {
   EXPECT_EQ(connects[0].results, L"true");
 }
 
-TEST_F(Connection, DisconnectsInItsOrder) {
+TEST_F(Connection, CallsTheHostInAFixedOrderToDisconnect) {
   Connect();
   const auto icons = m_home.IconFiles();
   ASSERT_EQ(icons.size(), 2u);
   m_host->GetJournal().Clear();
-  bool icons_there = true;
+  bool icons_exist = true;
   m_host->GetFaults().Before(L"ICommandManager::RemoveFlyoutGroup", 1,
-                             [&] { icons_there = !m_home.IconFiles().empty(); });
+                             [&] { icons_exist = !m_home.IconFiles().empty(); });
   EXPECT_TRUE(Disconnect());
-  EXPECT_FALSE(icons_there) << "the icon files go first of all";
-  EXPECT_EQ(HostCalls(),
-            (std::vector<std::wstring>{
-                L"ICommandManager::RemoveFlyoutGroup(99)", L"ICommandManager::RemoveCommandGroup(0)",
-                L"ISldWorks::QueryInterface(IConnectionPointContainer)()",
-                L"IConnectionPointContainer::FindConnectionPoint(the application events)",
-                L"IConnectionPoint::Unadvise(1)"}));
+  EXPECT_FALSE(icons_exist) << "the icon files are deleted first";
+  EXPECT_SAME_ENTRIES(
+      HostCalls(), Texts{L"ICommandManager::RemoveFlyoutGroup(99)", L"ICommandManager::RemoveCommandGroup(0)",
+                         L"ISldWorks::QueryInterface(IConnectionPointContainer)()",
+                         L"IConnectionPointContainer::FindConnectionPoint(the application events)",
+                         L"IConnectionPoint::Unadvise(1)"});
 }
 
-/// The user is logged out last, while the host is still held.
-TEST_F(Connection, LogsOutAfterEverythingElseButTheHost) {
+/// The add-in logs the user out last, while it still holds references to the host.
+TEST_F(Connection, LogsOutAfterAllHostCalls) {
   ConnectAndLogIn();
-  std::vector<std::wstring> called_before;
+  Texts called_before;
   std::size_t held_at_logout = 0;
   ServeWith([&](const plm_client::Request& request, std::stop_token) {
     EXPECT_EQ(request.command, "QD_PLMLogout");
@@ -107,18 +102,17 @@ TEST_F(Connection, LogsOutAfterEverythingElseButTheHost) {
     return plm_client::Reply::Text(R"({"__InvokeResult__":true})");
   });
   EXPECT_TRUE(Disconnect());
-  EXPECT_EQ(called_before,
-            (std::vector<std::wstring>{
-                L"ICommandManager::RemoveFlyoutGroup", L"ICommandManager::RemoveCommandGroup",
-                L"ISldWorks::QueryInterface(IConnectionPointContainer)",
-                L"IConnectionPointContainer::FindConnectionPoint", L"IConnectionPoint::Unadvise"}));
+  EXPECT_SAME_ENTRIES(
+      called_before, Texts{L"ICommandManager::RemoveFlyoutGroup", L"ICommandManager::RemoveCommandGroup",
+                           L"ISldWorks::QueryInterface(IConnectionPointContainer)",
+                           L"IConnectionPointContainer::FindConnectionPoint", L"IConnectionPoint::Unadvise"});
   EXPECT_EQ(held_at_logout, 2u) << "the application and the command manager";
 }
 
-TEST_F(Connection, DoesNotLogOutWhoIsNotLoggedIn) {
+TEST_F(Connection, DoesNotLogOutAUserWhoIsNotLoggedIn) {
   Connect();
   Disconnect();
-  EXPECT_EQ(Asked(), std::vector<std::string>{});
+  EXPECT_EQ(Asked(), Requests{});
 }
 
 TEST_F(Connection, DisconnectingWithoutAConnectionDoesNothing) {
@@ -128,7 +122,7 @@ TEST_F(Connection, DisconnectingWithoutAConnectionDoesNothing) {
   EXPECT_EQ(disconnected, VARIANT_FALSE);
 }
 
-TEST_F(Connection, DisconnectingTwicePassesOverWhatIsGone) {
+TEST_F(Connection, DisconnectingTwiceDoesNothingTheSecondTime) {
   Connect();
   const ISwAddinPtr add_in = m_addIn->object;
   VARIANT_BOOL disconnected = VARIANT_FALSE;
@@ -138,8 +132,8 @@ TEST_F(Connection, DisconnectingTwicePassesOverWhatIsGone) {
   EXPECT_EQ(disconnected, VARIANT_FALSE);
 }
 
-/// Whoever could not be logged out is logged out for the add-in by a new connection of the same object.
-TEST_F(Connection, MadeAgainBeginsLoggedOut) {
+/// Even if the logout of the previous connection failed.
+TEST_F(Connection, StartsLoggedOutIfTheSameObjectConnectsAgain) {
   ConnectAndLogIn();
   Answer("QD_PLMLogout", "{}");
   const ISwAddinPtr add_in = m_addIn->object;
@@ -151,7 +145,7 @@ TEST_F(Connection, MadeAgainBeginsLoggedOut) {
   EXPECT_EQ(Enabled(L"EnablePlmLogin"), 1);
 }
 
-TEST_F(Connection, CanBeMadeAgainAfterADisconnection) {
+TEST_F(Connection, IsPossibleAgainAfterADisconnection) {
   Connect();
   const ISwAddinPtr add_in = m_addIn->object;
   VARIANT_BOOL done = VARIANT_FALSE;
@@ -163,41 +157,32 @@ TEST_F(Connection, CanBeMadeAgainAfterADisconnection) {
   EXPECT_EQ(m_host->AdvisedSinks(), 1u);
 }
 
-TEST_F(Connection, ASecondOneWithoutADisconnectionRaisesFailureAndIsLogged) {
+TEST_F(Connection, MadeAgainWithoutDisconnectingThrowsAndLogsAFailure) {
   Connect();
   const ISldWorksPtr application = m_host->Application();
   ICommandManagerPtr manager;
   application->GetCommandManager(m_addIn->cookie, &manager);
   VARIANT_BOOL connected = VARIANT_FALSE;
-  manager->RemoveCommandGroup(0, &connected);  // else the host would refuse another one of that id
+  manager->RemoveCommandGroup(0, &connected);  // the host refuses two groups with one id
   connected = VARIANT_FALSE;
-  try {
-    m_addIn->object->ConnectToSW(application, m_addIn->cookie, &connected);
-    FAIL() << "no exception";
-  } catch (const _com_error& error) {
-    EXPECT_EQ(error.Error(), E_FAIL);
-  }
+  ASSERT_EQ(RaisedBy([&] { m_addIn->object->ConnectToSW(application, m_addIn->cookie, &connected); }),
+            E_FAIL);
   EXPECT_EQ(connected, VARIANT_FALSE);
   ASSERT_EQ(PlatformLog().size(), 1u);
-  EXPECT_TRUE(PlatformLog()[0].ends_with(L"connecting to the host failed<hr=0x80004005>"))
+  EXPECT_TRUE(PlatformLog()[0].ends_with(L"connecting to the host failed" + CodeText(E_FAIL)))
       << Utf8(PlatformLog()[0]);
 }
 
-TEST_F(Connection, RaisesAnInvalidPointerForAHostThatIsNone) {
+TEST_F(Connection, ThrowsInvalidPointerForANullHost) {
   for (const ISwAddinPtr& add_in : {CreateAddIn(), CreateAddIn()}) {
     VARIANT_BOOL connected = VARIANT_FALSE;
-    try {
-      add_in->ConnectToSW(nullptr, 1, &connected);
-      FAIL() << "no exception";
-    } catch (const _com_error& error) {
-      EXPECT_EQ(error.Error(), E_POINTER);
-    }
+    ASSERT_EQ(RaisedBy([&] { add_in->ConnectToSW(nullptr, 1, &connected); }), E_POINTER);
     EXPECT_EQ(connected, VARIANT_FALSE);
   }
   EXPECT_EQ(PlatformLog().size(), 2u);
 }
 
-TEST_F(Connection, HundredsOfThemLeaveNothingBehind) {
+TEST_F(Connection, LeaksNothingOverHundredsOfRepetitions) {
   const auto rounds = [this](int count) {
     for (int round = 0; round < count; ++round) {
       Connect();
@@ -210,7 +195,7 @@ TEST_F(Connection, HundredsOfThemLeaveNothingBehind) {
   const auto blocks_before = HeapBlockCount();
   rounds(200);
   EXPECT_LE(HandleCount(), handles_before);
-  EXPECT_LT(HeapBlockCount(), blocks_before + 200) << "a connection leaves memory behind";
+  EXPECT_LT(HeapBlockCount(), blocks_before + 200) << "a connection leaks memory";
   EXPECT_EQ(m_host->Groups().size(), 0u);
   EXPECT_EQ(m_host->Tabs().size(), 3u);
 }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "add_in_fixture.h"
+#include "case_name.h"
 #include "connection/application_event_sink.h"
 #include "host/application_events.h"
 #include "module/com_object.h"
@@ -12,7 +13,7 @@ namespace {
 
 constexpr long kRegisteredMajor = 31;
 
-class EventSink : public AddInTest {
+class EventSink : public AddInFixture {
  protected:
   static IDispatchPtr MakeSink(WORD major = kRegisteredMajor) {
     IDispatchPtr sink;
@@ -20,7 +21,7 @@ class EventSink : public AddInTest {
     return sink;
   }
 
-  /// Raises an event with `count` empty texts, or with the arguments given.
+  /// Raises an event; the last argument comes first. `names` are the positions of named arguments.
   static HRESULT Raise(IDispatch* sink, DISPID id, std::vector<_variant_t> arguments,
                        std::vector<DISPID> names = {}) {
     DISPPARAMS parameters{arguments.data(), names.data(), static_cast<UINT>(arguments.size()),
@@ -29,26 +30,28 @@ class EventSink : public AddInTest {
                         nullptr);
   }
 
-  static std::vector<_variant_t> Texts(std::size_t count) { return std::vector<_variant_t>(count, L"text"); }
+  static std::vector<_variant_t> TextArguments(std::size_t count) {
+    return std::vector<_variant_t>(count, L"text");
+  }
 };
 
-TEST_F(EventSink, TakesWhatTheHostTellsWhenDocumentsComeAndGo) {
+TEST_F(EventSink, HandlesTheEventsOfOpeningCreatingAndClosingDocuments) {
   Connect();
   EXPECT_EQ(m_host->AdvisedSinks(), 1u);
   m_host->GetJournal().Clear();
   m_host->Open(MakeModel(L"a.sldprt"));
   m_host->New(swDocASSEMBLY);
   m_host->Close(m_host->ActiveDocument());
-  int told = 0;
+  int events = 0;
   for (const auto& entry : m_host->GetJournal().Entries()) {
     if (entry.kind != cad_host::JournalEntry::Kind::kEvent) continue;
     EXPECT_EQ(entry.result, S_OK) << Utf8(entry.Text());
-    ++told;
+    ++events;
   }
-  EXPECT_GE(told, 5);
+  EXPECT_GE(events, 5);
 }
 
-TEST_F(EventSink, AnswersTheEventInterfaceUnderOneIdentity) {
+TEST_F(EventSink, ReturnsItselfForTheEventInterface) {
   const IDispatchPtr sink = MakeSink();
   IUnknown* as_events = nullptr;
   ASSERT_EQ(sink->QueryInterface(host::kApplicationEventsId, reinterpret_cast<void**>(&as_events)), S_OK);
@@ -59,82 +62,89 @@ TEST_F(EventSink, AnswersTheEventInterfaceUnderOneIdentity) {
   EXPECT_EQ(other, nullptr);
 }
 
-/// The events of the table with arguments of their types, last one first.
-struct Handled {
+/// An event of the table, and arguments of its types; the last argument comes first.
+struct HandledEvent {
   DISPID id;
   std::vector<_variant_t> arguments;
 };
 
 TEST_F(EventSink, HandlesTheFiveEventsOfItsTable) {
   const IDispatchPtr sink = MakeSink();
-  const Handled events[] = {{4, {}},
-                            {11, {L"path", L"title"}},
-                            {12, {L"template", 1L, _variant_t(static_cast<IDispatch*>(nullptr), false)}},
-                            {5, {}},
-                            {22, {L"file"}}};
-  for (const Handled& event : events) EXPECT_EQ(Raise(sink, event.id, event.arguments), S_OK) << event.id;
+  const HandledEvent events[] = {{4, {}},
+                                 {11, {L"path", L"title"}},
+                                 {12, {L"template", 1L, _variant_t(static_cast<IDispatch*>(nullptr), false)}},
+                                 {5, {}},
+                                 {22, {L"file"}}};
+  for (const HandledEvent& event : events)
+    EXPECT_EQ(Raise(sink, event.id, event.arguments), S_OK) << event.id;
 }
 
-TEST_F(EventSink, TakesNamedArguments) { EXPECT_EQ(Raise(MakeSink(), 11, Texts(2), {0, 1}), S_OK); }
+TEST_F(EventSink, AcceptsNamedArguments) { EXPECT_EQ(Raise(MakeSink(), 11, TextArguments(2), {0, 1}), S_OK); }
 
 TEST_F(EventSink, FailsForACallWithMoreThanEightArguments) {
   const IDispatchPtr sink = MakeSink();
   for (const DISPID id : {4, 5, 11, 12, 22}) {
-    EXPECT_EQ(Raise(sink, id, Texts(9)), E_FAIL) << id;
-    EXPECT_EQ(Raise(sink, id, Texts(200)), E_FAIL) << id;
+    EXPECT_EQ(Raise(sink, id, TextArguments(9)), E_FAIL) << id;
+    EXPECT_EQ(Raise(sink, id, TextArguments(200)), E_FAIL) << id;
   }
-  EXPECT_EQ(Raise(sink, 4, Texts(8)), S_OK);
+  EXPECT_EQ(Raise(sink, 4, TextArguments(8)), S_OK);
 }
 
 TEST_F(EventSink, FailsForANamedArgumentAtTheNinthPosition) {
   const IDispatchPtr sink = MakeSink();
-  EXPECT_EQ(Raise(sink, 4, Texts(1), {8}), E_FAIL);
-  EXPECT_EQ(Raise(sink, 4, Texts(1), {-3}), E_FAIL);
-  EXPECT_EQ(Raise(sink, 4, Texts(1), {7}), S_OK);
+  EXPECT_EQ(Raise(sink, 4, TextArguments(1), {8}), E_FAIL);
+  EXPECT_EQ(Raise(sink, 4, TextArguments(1), {-3}), E_FAIL);
+  EXPECT_EQ(Raise(sink, 4, TextArguments(1), {7}), S_OK);
 }
 
-TEST_F(EventSink, RefusesACallWithoutAnArgumentOfTheEvent) {
-  EXPECT_EQ(Raise(MakeSink(), 11, Texts(1)), DISP_E_PARAMNOTFOUND);
+TEST_F(EventSink, FailsForACallWithTooFewArguments) {
+  EXPECT_EQ(Raise(MakeSink(), 11, TextArguments(1)), DISP_E_PARAMNOTFOUND);
 }
 
-TEST_F(EventSink, IgnoresEventsThatAreNotInItsTableBeforeLookingAtThem) {
+TEST_F(EventSink, IgnoresOtherEventsWithoutCheckingTheirArguments) {
   const IDispatchPtr sink = MakeSink();
-  for (const DISPID id : {0, 1, 20, 32, 999, -1}) EXPECT_EQ(Raise(sink, id, Texts(9)), S_OK) << id;
+  for (const DISPID id : {0, 1, 20, 32, 999, -1}) EXPECT_EQ(Raise(sink, id, TextArguments(9)), S_OK) << id;
 }
 
-TEST_F(EventSink, IgnoresEventsWhoseTypeInformationIsNotThere) {
-  EXPECT_EQ(Raise(MakeSink(kRegisteredMajor + 1), 4, Texts(9)), S_OK);
-  EXPECT_EQ(Raise(MakeSink(0), 4, Texts(9)), S_OK);
+TEST_F(EventSink, IgnoresEventsIfTheirTypeLibraryIsMissing) {
+  EXPECT_EQ(Raise(MakeSink(kRegisteredMajor + 1), 4, TextArguments(9)), S_OK);
+  EXPECT_EQ(Raise(MakeSink(0), 4, TextArguments(9)), S_OK);
 }
 
-/// The major version under which a host of a revision has its type library, and the one under which the
-/// sink that is advised to this host looks for it.
-struct AdvisedMajor {
+/// The major version of the type library that a host of a revision registers, and the major version that the
+/// sink of the add-in looks for in this host.
+struct Revision {
+  const char* name;
   const wchar_t* revision;
   WORD host_major;
-  WORD advised_major;
+  WORD sink_major;
 };
 
-class AdvisedSink : public EventSink, public testing::WithParamInterface<AdvisedMajor> {};
+class AdvisedSink : public EventSink, public testing::WithParamInterface<Revision> {};
 
-TEST_P(AdvisedSink, LooksEventsUpInTheLibraryOfTheHostsMajorVersion) {
-  const auto [revision, host_major, advised_major] = GetParam();
-  RestartHost(revision);
+TEST_P(AdvisedSink, LooksForEventsInTheTypeLibraryOfTheHostsMajorVersion) {
+  const Revision& row = GetParam();
+  RestartHost(row.revision);
   Connect();
   const std::vector<IDispatchPtr> sinks = m_host->EventSinks();
   ASSERT_EQ(sinks.size(), 1u);
-  EXPECT_EQ(Raise(sinks[0], 4, Texts(9)), host_major == advised_major ? E_FAIL : S_OK);
+  EXPECT_EQ(Raise(sinks[0], 4, TextArguments(9)), row.host_major == row.sink_major ? E_FAIL : S_OK);
   const cad_host::Host other(
-      {.state_folder = m_folder.Path(L"other"), .revision = std::to_wstring(advised_major)});
-  EXPECT_EQ(Raise(sinks[0], 4, Texts(9)), E_FAIL);
+      {.state_folder = m_folder.Path(L"other"), .revision = std::to_wstring(row.sink_major)});
+  EXPECT_EQ(Raise(sinks[0], 4, TextArguments(9)), E_FAIL);
 }
 
 INSTANTIATE_TEST_SUITE_P(, AdvisedSink,
-                         testing::Values(AdvisedMajor{L"31.2.1", 31, 31}, AdvisedMajor{L"31", 31, 31},
-                                         AdvisedMajor{L" 31x", 31, 31}, AdvisedMajor{L"30.0.0", 30, 30},
-                                         AdvisedMajor{L"14.0", 14, 14}, AdvisedMajor{L"13.9", 13, 0},
-                                         AdvisedMajor{L"9.0", 9, 0}, AdvisedMajor{L"", 0, 0},
-                                         AdvisedMajor{L"x31", 0, 0},
-                                         AdvisedMajor{L"65567.0", 31, 31}));  // 65567 is 31 in 16 bits
+                         testing::Values(Revision{"ThreeNumbers", L"31.2.1", 31, 31},
+                                         Revision{"OneNumber", L"31", 31, 31},
+                                         Revision{"NumberInOtherText", L" 31x", 31, 31},
+                                         Revision{"OlderVersion", L"30.0.0", 30, 30},
+                                         Revision{"OldestWithEvents", L"14.0", 14, 14},
+                                         Revision{"TooOld", L"13.9", 13, 0},
+                                         Revision{"OneDigit", L"9.0", 9, 0}, Revision{"Empty", L"", 0, 0},
+                                         Revision{"NoNumber", L"x31", 0, 0},
+                                         // 65567 is 31 in 16 bits
+                                         Revision{"MoreThan16Bits", L"65567.0", 31, 31}),
+                         CaseName<Revision>);
 
 }  // namespace

@@ -1,44 +1,35 @@
-// Connecting and disconnecting where calls of the host fail.
+// Connecting and disconnecting if calls of the host fail.
 #include <gtest/gtest.h>
 
 #include "CZALException.h"
 #include "add_in_fixture.h"
 #include "host/command_manager.h"
+#include "method_case_name.h"
+#include "raised_by.h"
 #include "views.h"
 
 namespace {
 
-/// The ways for a call to give nothing.
+/// The results of a call that returns no object or value.
 constexpr HRESULT kWithoutResult[] = {E_FAIL, S_OK, S_FALSE};
 
-class ConnectionToAFailingHost : public AddInTest {
+class ConnectionToAFailingHost : public AddInFixture {
  protected:
   ConnectionToAFailingHost() { m_home.WriteConfiguration(L"View.json", ViewWithItems(2)); }
 
-  std::vector<std::wstring> CalledMethods() const {
-    std::vector<std::wstring> methods;
-    for (const auto& call : m_host->GetJournal().Calls()) methods.push_back(call.method);
-    return methods;
-  }
-
-  /// What is to be so after each round.
+  /// Nothing leaks in a round.
   void ExpectNothingLeft(const std::string& round) const {
     EXPECT_TRUE(m_host->HeldReferences().empty()) << round;
-    EXPECT_EQ(m_home.IconFiles(), std::vector<std::wstring>{}) << round;
+    EXPECT_EQ(m_home.IconFiles(), Texts{}) << round;
   }
 };
 
-/// Each host call whose null result the next step uses.
+/// A host call that returns null although the next step needs an object.
 class NullFromHost : public ConnectionToAFailingHost, public testing::WithParamInterface<const wchar_t*> {};
 
-TEST_P(NullFromHost, RaisesAnInvalidPointerAndLeaksNothing) {
+TEST_P(NullFromHost, ThrowsInvalidPointerAndLeaksNothing) {
   m_host->GetFaults().ReturnNothing(GetParam());
-  try {
-    Connect();
-    FAIL() << "no exception";
-  } catch (const _com_error& error) {
-    EXPECT_EQ(error.Error(), E_POINTER);
-  }
+  ASSERT_EQ(RaisedBy([&] { Connect(); }), E_POINTER);
   EXPECT_EQ(PlatformLog().size(), 1u);
 }
 
@@ -46,35 +37,36 @@ INSTANTIATE_TEST_SUITE_P(, NullFromHost,
                          testing::Values(L"ISldWorks::QueryInterface(ISldWorks)",
                                          L"ISldWorks::GetCommandManager",
                                          L"ICommandManager::CreateCommandGroup2",
-                                         L"ICommandManager::AddCommandTab",
-                                         L"ICommandTab::AddCommandTabBox"));
+                                         L"ICommandManager::AddCommandTab", L"ICommandTab::AddCommandTabBox"),
+                         MethodCaseName);
 
-TEST_F(ConnectionToAFailingHost, IsMadeAroundEveryCallThatGivesNothing) {
+TEST_F(ConnectionToAFailingHost, SucceedsUnlessAnObjectThatItNeedsIsMissing) {
   Connect();
   const auto methods = CalledMethods();
   Disconnect();
   for (const HRESULT result : kWithoutResult) {
-    int raised = 0;
+    int thrown = 0;
     for (std::size_t index = 1; index <= methods.size(); ++index) {
       const std::string round = Utf8(methods[index - 1]) + " " + std::to_string(result);
       RestartHost();
       m_host->GetFaults().FailCall(static_cast<int>(index), result);
-      try {
+      const HRESULT code = RaisedBy([&] {
         Connect();
         EXPECT_EQ(m_host->GetJournal().Of(L"ISwAddin::ConnectToSW").at(0).results, L"true") << round;
         Disconnect();
-      } catch (const _com_error& error) {
-        EXPECT_EQ(error.Error(), E_POINTER) << round;
-        ++raised;
+      });
+      if (code != S_OK) {
+        EXPECT_EQ(code, E_POINTER) << round;
+        ++thrown;
       }
       ExpectNothingLeft(round);
     }
     // The query, the command manager, the group, and a tab and its box for each of three document types.
-    EXPECT_EQ(raised, 9) << result;
+    EXPECT_EQ(thrown, 9) << result;
   }
 }
 
-TEST_F(ConnectionToAFailingHost, GoesWithoutEventsWhereTheyCannotBeHad) {
+TEST_F(ConnectionToAFailingHost, SucceedsWithoutEventsIfTheSinkCannotBeAdvised) {
   for (const HRESULT result : kWithoutResult) {
     for (const wchar_t* method :
          {L"ISldWorks::QueryInterface(IConnectionPointContainer)",
@@ -85,13 +77,13 @@ TEST_F(ConnectionToAFailingHost, GoesWithoutEventsWhereTheyCannotBeHad) {
       EXPECT_EQ(m_host->AdvisedSinks(), 0u) << Utf8(method) << " " << result;
       EXPECT_EQ(m_host->GetJournal().Of(L"ISwAddin::ConnectToSW").at(0).results, L"true") << Utf8(method);
       EXPECT_FALSE(Disconnect()) << Utf8(method) << " " << result;
-      EXPECT_EQ(m_host->Groups().size(), 0u) << "what it put into the host is taken back all the same";
+      EXPECT_EQ(m_host->Groups().size(), 0u) << "the group is removed even so";
       ExpectNothingLeft(Utf8(method));
     }
   }
 }
 
-TEST_F(ConnectionToAFailingHost, UnadvisesNothingUnderTheNumberOfNoSink) {
+TEST_F(ConnectionToAFailingHost, UnadvisesAnInvalidCookieIfTheSinkWasNotAdvised) {
   m_host->GetFaults().Fail(L"IConnectionPoint::Advise", 1, CONNECT_E_ADVISELIMIT);
   Connect();
   EXPECT_FALSE(Disconnect());
@@ -99,20 +91,19 @@ TEST_F(ConnectionToAFailingHost, UnadvisesNothingUnderTheNumberOfNoSink) {
             std::to_wstring(0xFEFEFEFE));
 }
 
-/// What was never advised may be advised by another connection.
-TEST_F(ConnectionToAFailingHost, IsNoSecondOneWhereTheFirstWasNotAdvised) {
+TEST_F(ConnectionToAFailingHost, CanConnectAgainIfTheSinkWasNotAdvised) {
   m_host->GetFaults().Fail(L"IConnectionPoint::Advise", 1, E_FAIL);
   Connect();
   const ISldWorksPtr application = m_host->Application();
   ICommandManagerPtr manager;
   application->GetCommandManager(m_addIn->cookie, &manager);
   VARIANT_BOOL done = VARIANT_FALSE;
-  manager->RemoveCommandGroup(0, &done);  // else the host would refuse another one of that id
+  manager->RemoveCommandGroup(0, &done);  // the host refuses two groups with one id
   EXPECT_EQ(m_addIn->object->ConnectToSW(application, m_addIn->cookie, &done), S_OK);
   EXPECT_EQ(m_host->AdvisedSinks(), 1u);
 }
 
-TEST_F(ConnectionToAFailingHost, EndsAroundEveryCallThatGivesNothing) {
+TEST_F(ConnectionToAFailingHost, DisconnectsAndLogsOutIfAnyCallFails) {
   ConnectAndLogIn();
   Disconnect();
   const auto methods = CalledMethods();
@@ -126,15 +117,15 @@ TEST_F(ConnectionToAFailingHost, EndsAroundEveryCallThatGivesNothing) {
       const bool unadvised = methods[index - 1].starts_with(L"ICommandManager::") ||
                              (methods[index - 1] == L"IConnectionPoint::Unadvise" && result == S_OK);
       EXPECT_EQ(Disconnect(), unadvised) << round;
-      EXPECT_EQ(Asked(), std::vector<std::string>{"QD_PLMLogout "}) << round;
+      EXPECT_EQ(Asked(), Requests{"QD_PLMLogout "}) << round;
       ExpectNothingLeft(round);
     }
   }
-  RestartHost();  // in some rounds the sink was not taken back
+  RestartHost();  // in some rounds the sink stayed advised
 }
 
-/// Commands of an object whose connection failed before it had what they need.
-TEST_F(ConnectionToAFailingHost, LeavesCommandsThatRaiseAnInvalidPointer) {
+/// The connection failed before the object had what its commands need.
+TEST_F(ConnectionToAFailingHost, MakesCommandsThrowInvalidPointerAfterAFailedConnection) {
   m_home.WriteConfiguration(L"View.json", "{");
   ISwAddinPtr add_in;
   ASSERT_EQ(CoCreateInstance(CLSID_SwAddin, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&add_in)), S_OK);
@@ -143,12 +134,7 @@ TEST_F(ConnectionToAFailingHost, LeavesCommandsThatRaiseAnInvalidPointer) {
   const ISolidWorksAddInPtr object = add_in;
   for (const auto command : {&ISolidWorksAddIn::PlmLogin, &ISolidWorksAddIn::PlmLogOut,
                              &ISolidWorksAddIn::PlmMyCheckOutList, &ISolidWorksAddIn::PlmWf}) {
-    try {
-      (object.GetInterfacePtr()->*command)();
-      ADD_FAILURE() << "no exception";
-    } catch (const _com_error& error) {
-      EXPECT_EQ(error.Error(), E_POINTER);
-    }
+    EXPECT_EQ(RaisedBy([&] { (object.GetInterfacePtr()->*command)(); }), E_POINTER);
   }
   EXPECT_TRUE(m_client->Requests().empty());
   add_in->DisconnectFromSW(&connected);

@@ -1,15 +1,17 @@
-// View.json files that are missing, broken or not what they should be.
+// View.json files that are missing, malformed or of the wrong form.
 #include <gtest/gtest.h>
 
 #include "CZALException.h"
 #include "add_in_fixture.h"
+#include "case_name.h"
+#include "result_codes.h"
 #include "views.h"
 
 namespace {
 
-class ViewFile : public AddInTest {
+class ViewFile : public AddInFixture {
  protected:
-  /// Connects and gives the exception that leaves the add-in.
+  /// Connects and returns the exception that the add-in throws.
   CZALException ConnectAndCatch() {
     try {
       Connect();
@@ -20,7 +22,7 @@ class ViewFile : public AddInTest {
     return {0, L""};
   }
 
-  /// The exception, after the checks that hold for all of them: the file is named in one log line.
+  /// Connects with this View.json. One log line names the file and has the exception's message.
   CZALException FailToConnectWith(std::string_view bytes) {
     const std::wstring file = m_home.WriteConfiguration(L"View.json", bytes);
     const CZALException exception = ConnectAndCatch();
@@ -32,19 +34,19 @@ class ViewFile : public AddInTest {
   }
 };
 
-TEST_F(ViewFile, WithAByteOrderMarkIsReadLikeAnyOther) {
+TEST_F(ViewFile, MayBeginWithAByteOrderMark) {
   m_home.WriteConfiguration(L"View.json", "\xEF\xBB\xBF" + ViewWithItems(2));
   Connect();
   EXPECT_EQ(m_host->Groups().at(0)->items.size(), 2u);
 }
 
-TEST_F(ViewFile, OfTheUserWinsOverTheInstalledDefault) {
+TEST_F(ViewFile, OfTheUserIsUsedInsteadOfTheInstalledDefault) {
   m_home.WriteConfiguration(L"View.json", ViewWithItems(1, "Mine"));
   Connect();
   EXPECT_EQ(m_host->Groups().at(0)->title, L"Mine");
 }
 
-/// Contents that are no JSON, with the place of the first fault.
+/// A file that is not JSON, and the place of its first error.
 struct Malformed {
   const char* name;
   const char* bytes;
@@ -53,7 +55,7 @@ struct Malformed {
 
 class MalformedViewFile : public ViewFile, public testing::WithParamInterface<Malformed> {};
 
-TEST_P(MalformedViewFile, IsRefusedBeforeAnythingIsBuilt) {
+TEST_P(MalformedViewFile, IsRejectedBeforeAnythingIsBuilt) {
   const CZALException exception = FailToConnectWith(GetParam().bytes);
   EXPECT_NE(exception.GetErrorMessage().find(GetParam().place), std::wstring::npos)
       << Utf8(exception.GetErrorMessage());
@@ -68,9 +70,9 @@ INSTANTIATE_TEST_SUITE_P(
                     Malformed{"Garbage", "name = PLM", L"line 1"},
                     Malformed{"InvalidUtf8", "{\"name\":\n\n\"\xFF\xFE\"}", L"line 3"},
                     Malformed{"TrailingText", "{\"name\":\"PLM\",\"Menu\":[]}\n}", L"line 2"}),
-    [](const auto& test) { return test.param.name; });
+    CaseName<Malformed>);
 
-/// Well-formed files whose menu is missing or wrong: the group is there as far as it was built.
+/// A JSON file with a missing or wrong menu.
 struct WrongMenu {
   const char* name;
   const char* bytes;
@@ -80,7 +82,7 @@ struct WrongMenu {
 
 class WrongMenuViewFile : public ViewFile, public testing::WithParamInterface<WrongMenu> {};
 
-TEST_P(WrongMenuViewFile, RaisesThePlatformsExceptionAndLeavesTheGroup) {
+TEST_P(WrongMenuViewFile, ThrowsThePlatformExceptionAndLeavesTheGroupInactive) {
   const CZALException exception = FailToConnectWith(GetParam().bytes);
   EXPECT_EQ(exception.GetErrorCode(), GetParam().code);
   EXPECT_NE(exception.GetErrorMessage().find(GetParam().message), std::wstring::npos)
@@ -91,23 +93,23 @@ TEST_P(WrongMenuViewFile, RaisesThePlatformsExceptionAndLeavesTheGroup) {
   EXPECT_EQ(m_host->AdvisedSinks(), 0u);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    , WrongMenuViewFile,
-    testing::Values(WrongMenu{"Missing", R"({"name":"PLM"})", static_cast<long>(0xA3013000),
-                              L"json member [Menu] not exist!"},
-                    WrongMenu{"OtherCase", R"({"name":"PLM","menu":[]})", static_cast<long>(0xA3013000),
-                              L"json member [Menu] not exist!"},
-                    WrongMenu{"NoArray", R"({"name":"PLM","Menu":{}})", static_cast<long>(0xA3013001),
-                              L"json member [Menu] is not Array!"},
-                    WrongMenu{"Null", R"({"name":"PLM","Menu":null})", static_cast<long>(0xA3013001),
-                              L"json member [Menu] is not Array!"},
-                    WrongMenu{"ElementNoObject", R"({"name":"PLM","Menu":["PlmLogin"]})",
-                              static_cast<long>(0xA3013001), L"IsObject()"},
-                    WrongMenu{"NoObject", R"(["PLM"])", static_cast<long>(0xA3013000),
-                              L"json member [Menu] not exist!"}),
-    [](const auto& test) { return test.param.name; });
+INSTANTIATE_TEST_SUITE_P(, WrongMenuViewFile,
+                         testing::Values(WrongMenu{"Missing", R"({"name":"PLM"})", hr::kJsonMemberMissing,
+                                                   L"json member [Menu] not exist!"},
+                                         WrongMenu{"OtherCase", R"({"name":"PLM","menu":[]})",
+                                                   hr::kJsonMemberMissing, L"json member [Menu] not exist!"},
+                                         WrongMenu{"NotAnArray", R"({"name":"PLM","Menu":{}})",
+                                                   hr::kJsonWrongType, L"json member [Menu] is not Array!"},
+                                         WrongMenu{"Null", R"({"name":"PLM","Menu":null})",
+                                                   hr::kJsonWrongType, L"json member [Menu] is not Array!"},
+                                         WrongMenu{"ElementNotAnObject",
+                                                   R"({"name":"PLM","Menu":["PlmLogin"]})",
+                                                   hr::kJsonWrongType, L"IsObject()"},
+                                         WrongMenu{"NotAnObject", R"(["PLM"])", hr::kJsonMemberMissing,
+                                                   L"json member [Menu] not exist!"}),
+                         CaseName<WrongMenu>);
 
-TEST_F(ViewFile, ReadsWrongTypedMembersLikeMissingOnes) {
+TEST_F(ViewFile, TreatsMembersOfTheWrongTypeAsMissing) {
   m_home.WriteConfiguration(L"View.json",
                             R"({"name":5,"Menu":[{"name":null,"ToolTip":1,"Hint":[],"CallbackFunction":{},)"
                             R"("EnableMethod":false,"ImageListIndex":"3"},{"ImageListIndex":2.5},)"
@@ -122,12 +124,12 @@ TEST_F(ViewFile, ReadsWrongTypedMembersLikeMissingOnes) {
   }
 }
 
-TEST_F(ViewFile, NestedFarTooDeepIsRefused) {
+TEST_F(ViewFile, IsRejectedIfItIsNestedTooDeep) {
   const std::string deep(100'000, '[');
   FailToConnectWith(R"({"name":"PLM","Menu":)" + deep + std::string(100'000, ']') + "}");
 }
 
-TEST_F(ViewFile, CanBeMendedAndTheAddInConnectedAgain) {
+TEST_F(ViewFile, CanBeCorrectedAndReadAgain) {
   FailToConnectWith("{");
   m_home.WriteConfiguration(L"View.json", ViewWithItems(2));
   RestartHost();

@@ -1,16 +1,18 @@
-// The log as the add-in sets it up.
+// The log that the add-in sets up.
 #include <gtest/gtest.h>
 
 #include "add_in_fixture.h"
+#include "log_line.h"
+#include "result_codes.h"
 #include "views.h"
 
 namespace {
 
-class AddInLogging : public AddInTest {
+class AddInLogging : public AddInFixture {
  protected:
   void FailToLogIn() {
     Answer("QD_PLMLogin", "");
-    EXPECT_EQ(Object()->PlmLogin(), static_cast<HRESULT>(0xA3013005));
+    EXPECT_EQ(Object()->PlmLogin(), hr::kNoAnswer);
   }
 };
 
@@ -33,21 +35,16 @@ TEST_F(AddInLogging, IsSetUpOncePerProcess) {
   Connect();
   m_home.Folder().Write(properties, before);
   FailToLogIn();
-  EXPECT_EQ(AddInLog().size(), 1u) << "the second connection read the changed properties";
+  EXPECT_EQ(AddInLog().size(), 1u) << "the second connection must not read the changed properties";
 }
 
 TEST_F(AddInLogging, WritesTextOfAnyScript) {
   ConnectAndLogIn();
   const std::wstring missing = m_folder.Path(L"零件 é 😀.sldprt");
-  std::string escaped;
-  for (const char character : Utf8(missing))
-    escaped += character == '\\' ? "\\\\" : std::string(1, character);
-  Answer("QD_PLMTaskManage", R"({"OpenFile":[")" + escaped + R"("]})");
+  Answer("QD_PLMTaskManage", FilesAnswer({{"OpenFile", {missing}}}));
   m_boxes->Expect(IDOK);
   Pick(L"PlmTaskManage");
-  EXPECT_EQ(AddInLog(), std::vector<std::wstring>{
-                            L"errormsg|ERROR|798|CSolidWorksAddIn::OpenFilePath|OpenDoc6 failed at " +
-                            missing + L"<hr=0x0>"});
+  EXPECT_EQ(AddInLog(), Texts{ErrorLine(798, L"OpenFilePath", L"OpenDoc6 failed at " + missing, S_OK)});
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// The drawing helper, called directly: no command reaches it. Its log is this program's own, not the DLL's.
-#include <comdef.h>
+// The drawing helper, called directly because no command calls it. It writes the log of this program, not the
+// log of the DLL.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -9,13 +9,18 @@
 #include "CStringHelper.h"
 #include "DrawingHelper.h"
 #include "cad_host/host.h"
+#include "case_name.h"
+#include "list_difference.h"
+#include "log_line.h"
+#include "method_case_name.h"
+#include "raised_by.h"
 #include "temp_folder.h"
 
 namespace {
 
 using Texts = std::vector<std::wstring>;
 
-/// The log that the linked sources write, set up once for the program.
+/// The log of the code that is linked into this program; it is set up once.
 class LinkedLog {
  public:
   static LinkedLog& Instance() {
@@ -23,10 +28,10 @@ class LinkedLog {
     return log;
   }
 
-  /// Begins to count lines anew.
+  /// From now on, Lines returns only new lines.
   void Reset() { m_seen = All().size(); }
 
-  /// The lines since Reset, as "channel|level|line|function|file name|text".
+  /// The lines since Reset, as "channel|level|line|function|text|source file".
   Texts Lines() const {
     const Texts all = All();
     return {all.begin() + static_cast<std::ptrdiff_t>(m_seen), all.end()};
@@ -40,7 +45,7 @@ class LinkedLog {
                        "log4cplus.appender.events=log4cplus::FileAppender\n"
                        "log4cplus.appender.events.File=${LogFolder}/events.log\n"
                        "log4cplus.appender.events.layout=log4cplus::PatternLayout\n"
-                       "log4cplus.appender.events.layout.ConversionPattern=%c|%p|%L|%M|%b|%m%n\n");
+                       "log4cplus.appender.events.layout.ConversionPattern=%c|%p|%L|%M|%m|%b%n\n");
     EXPECT_TRUE(m_initializer.Initialize(m_folder.Path(), L"Linked", properties));
   }
 
@@ -75,7 +80,7 @@ class DrawingHelper : public testing::Test {
     return path;
   }
 
-  /// The person opens a drawing and picks a point in it.
+  /// The user opens a drawing and picks a point in it.
   std::shared_ptr<cad_host::Document> OpenDrawing() {
     const auto drawing = m_host.Open(MakeModel(L"sheet.slddrw"));
     drawing->selection = {{nullptr, {0.5, -2, 0}}};
@@ -97,32 +102,32 @@ class DrawingHelper : public testing::Test {
 
   static Texts Log() { return LinkedLog::Instance().Lines(); }
 
-  static std::wstring Line(const std::wstring& beginning, const std::wstring& text) {
-    return beginning + L"|CDrawingHelper::InsertChildFile|DrawingHelper.cpp|" + text;
-  }
-
+  /// The line with which each insertion starts.
   static std::wstring StartLine(const std::wstring& path) {
-    return Line(L"infomsg|INFO|69", L"insert into the active drawing: " + path);
+    return InfoLine(69, kDrawingHelperClass, kFunction, L"insert into the active drawing: " + path) + kSource;
   }
 
-  static std::wstring FailureLine(int line, const std::wstring& text) {
-    return Line(L"errormsg|ERROR|" + std::to_wstring(line), text);
+  static std::wstring FailureLine(int line, const std::wstring& text, HRESULT code) {
+    return ErrorLine(line, kFunction, text, code, kDrawingHelperClass) + kSource;
   }
+
+  static constexpr const wchar_t* kFunction = L"InsertChildFile";
+  static constexpr const wchar_t* kSource = L"|DrawingHelper.cpp";
 
   TempFolder m_folder;
   cad_host::Host m_host;
 };
 
-TEST_F(DrawingHelper, PlacesAFrontViewAtThePickPointAndSaysThatItDoes) {
+TEST_F(DrawingHelper, PlacesAFrontViewAtThePickPointAndLogsIt) {
   const auto drawing = OpenDrawing();
   const std::wstring model = MakeModel(L"轴.SLDASM");
   Insert(model);
-  EXPECT_EQ(
+  EXPECT_SAME_ENTRIES(
       HostCalls(),
-      (Texts{L"ISldWorks::get_IActiveDoc2()", L"IModelDoc2::QueryInterface(IDrawingDoc)()",
-             L"ISldWorks::OpenDoc6(\"" + model + L"\", 2, 1, \"\")", L"IModelDoc2::get_ISelectionManager()",
-             L"ISelectionMgr::IGetSelectionPoint2(1, -1)",
-             L"IDrawingDoc::CreateDrawViewFromModelView3(\"" + model + L"\", \"*Front\", 0.5, -2, 0)"}));
+      Texts{L"ISldWorks::get_IActiveDoc2()", L"IModelDoc2::QueryInterface(IDrawingDoc)()",
+            L"ISldWorks::OpenDoc6(\"" + model + L"\", 2, 1, \"\")", L"IModelDoc2::get_ISelectionManager()",
+            L"ISelectionMgr::IGetSelectionPoint2(1, -1)",
+            L"IDrawingDoc::CreateDrawViewFromModelView3(\"" + model + L"\", \"*Front\", 0.5, -2, 0)"});
   ASSERT_EQ(drawing->model.views.size(), 1u);
   EXPECT_EQ(drawing->model.views[0].model, model);
   EXPECT_EQ(drawing->model.views[0].name, L"*Front");
@@ -134,8 +139,8 @@ TEST_F(DrawingHelper, LogsThatNoDrawingIsActive) {
   const auto part = m_host.Open(MakeModel(L"active.sldprt"));
   const std::wstring model = MakeModel(L"x.sldprt");
   Insert(model);
-  EXPECT_EQ(Log(), (Texts{StartLine(model),
-                          FailureLine(85, L"iSwApp->get_IActiveDoc2: " + model + L"<hr=0x80004002>")}));
+  EXPECT_EQ(Log(),
+            (Texts{StartLine(model), FailureLine(85, L"iSwApp->get_IActiveDoc2: " + model, E_NOINTERFACE)}));
   EXPECT_EQ(m_host.ActiveDocument(), part);
 }
 
@@ -143,8 +148,7 @@ TEST_F(DrawingHelper, LogsThatTheModelCannotBeOpened) {
   OpenDrawing();
   const std::wstring missing = m_folder.Path(L"missing.sldprt");
   Insert(missing);
-  EXPECT_EQ(Log(),
-            (Texts{StartLine(missing), FailureLine(112, L"OpenDoc6 failed at " + missing + L"<hr=0x0>")}));
+  EXPECT_EQ(Log(), (Texts{StartLine(missing), FailureLine(112, L"OpenDoc6 failed at " + missing, S_OK)}));
 }
 
 TEST_F(DrawingHelper, LogsThatNothingIsSelectedAndLeavesTheModelOpen) {
@@ -152,31 +156,32 @@ TEST_F(DrawingHelper, LogsThatNothingIsSelectedAndLeavesTheModelOpen) {
   drawing->selection.clear();
   const std::wstring model = MakeModel(L"x.sldprt");
   Insert(model);
-  EXPECT_EQ(Log(), (Texts{StartLine(model), FailureLine(129, L"iSelectionMgr->IGetSelectionPoint2: " + model +
-                                                                 L"<hr=0x80004005>")}));
+  EXPECT_EQ(Log(), (Texts{StartLine(model),
+                          FailureLine(129, L"iSelectionMgr->IGetSelectionPoint2: " + model, E_FAIL)}));
   EXPECT_EQ(drawing->model.views.size(), 0u);
   EXPECT_NE(m_host.FindDocument(model), nullptr);
 }
 
-/// A call that fails, and how.
+/// A call that fails, its result, and the error that is logged.
 struct FailingCall {
+  const char* name;
   const wchar_t* method;
   HRESULT result;
-  int line;  ///< 0 for none
+  int line;  ///< of the log; 0 if no error is logged
   const wchar_t* text;
 };
 
 class FailingDrawing : public DrawingHelper, public testing::WithParamInterface<FailingCall> {};
 
-TEST_P(FailingDrawing, IsToldInTheLog) {
+TEST_P(FailingDrawing, IsLogged) {
   OpenDrawing();
   const std::wstring model = MakeModel(L"x.sldprt");
   m_host.GetFaults().Fail(GetParam().method, 1, GetParam().result);
   Insert(model);
-  wchar_t code[16];
-  std::swprintf(code, std::size(code), L"<hr=0x%lx>", static_cast<unsigned long>(GetParam().result));
   Texts expected = {StartLine(model)};
-  if (GetParam().line) expected.push_back(FailureLine(GetParam().line, GetParam().text + model + code));
+  if (GetParam().line) {
+    expected.push_back(FailureLine(GetParam().line, GetParam().text + model, GetParam().result));
+  }
   EXPECT_EQ(Log(), expected);
 }
 
@@ -184,35 +189,35 @@ constexpr const wchar_t* kCreateView = L"IDrawingDoc::CreateDrawViewFromModelVie
 
 INSTANTIATE_TEST_SUITE_P(
     , FailingDrawing,
-    testing::Values(FailingCall{L"ISldWorks::get_IActiveDoc2", E_FAIL, 85, L"iSwApp->get_IActiveDoc2: "},
-                    FailingCall{L"IModelDoc2::QueryInterface(IDrawingDoc)", E_FAIL, 85,
-                                L"iSwApp->get_IActiveDoc2: "},
-                    FailingCall{L"ISldWorks::OpenDoc6", E_FAIL, 112, L"OpenDoc6 failed at "},
-                    FailingCall{L"ISldWorks::OpenDoc6", S_FALSE, 112, L"OpenDoc6 failed at "},
-                    FailingCall{L"IModelDoc2::get_ISelectionManager", E_FAIL, 129,
-                                L"iSelectionMgr->IGetSelectionPoint2: "},
-                    FailingCall{L"ISelectionMgr::IGetSelectionPoint2", E_FAIL, 129,
-                                L"iSelectionMgr->IGetSelectionPoint2: "},
-                    FailingCall{L"ISelectionMgr::IGetSelectionPoint2", S_FALSE, 0, L""},
-                    FailingCall{kCreateView, E_FAIL, 162, L"pDrawDoc->CreateDrawViewFromModelView3: "},
-                    FailingCall{kCreateView, S_OK, 162, L"pDrawDoc->CreateDrawViewFromModelView3: "},
-                    FailingCall{kCreateView, S_FALSE, 162, L"pDrawDoc->CreateDrawViewFromModelView3: "}));
+    testing::Values(
+        FailingCall{"ActiveDocumentFails", L"ISldWorks::get_IActiveDoc2", E_FAIL, 85,
+                    L"iSwApp->get_IActiveDoc2: "},
+        FailingCall{"DrawingQueryFails", L"IModelDoc2::QueryInterface(IDrawingDoc)", E_FAIL, 85,
+                    L"iSwApp->get_IActiveDoc2: "},
+        FailingCall{"OpenFails", L"ISldWorks::OpenDoc6", E_FAIL, 112, L"OpenDoc6 failed at "},
+        FailingCall{"OpenReturnsFalse", L"ISldWorks::OpenDoc6", S_FALSE, 112, L"OpenDoc6 failed at "},
+        FailingCall{"SelectionManagerFails", L"IModelDoc2::get_ISelectionManager", E_FAIL, 129,
+                    L"iSelectionMgr->IGetSelectionPoint2: "},
+        FailingCall{"PointFails", L"ISelectionMgr::IGetSelectionPoint2", E_FAIL, 129,
+                    L"iSelectionMgr->IGetSelectionPoint2: "},
+        FailingCall{"PointReturnsFalse", L"ISelectionMgr::IGetSelectionPoint2", S_FALSE, 0, L""},
+        FailingCall{"ViewFails", kCreateView, E_FAIL, 162, L"pDrawDoc->CreateDrawViewFromModelView3: "},
+        FailingCall{"ViewReturnsNothing", kCreateView, S_OK, 162,
+                    L"pDrawDoc->CreateDrawViewFromModelView3: "},
+        FailingCall{"ViewReturnsFalse", kCreateView, S_FALSE, 162,
+                    L"pDrawDoc->CreateDrawViewFromModelView3: "}),
+    CaseName<FailingCall>);
 
-/// Calls that leave it without an object that it cannot do without.
+/// A call that returns null instead of an object that the helper needs.
 class MissingObject : public DrawingHelper, public testing::WithParamInterface<const wchar_t*> {};
 
-TEST_P(MissingObject, IsRaisedAsAComError) {
+TEST_P(MissingObject, IsThrownAsAComError) {
   OpenDrawing();
   const std::wstring model = MakeModel(L"x.sldprt");
   for (const HRESULT result : {S_OK, S_FALSE}) {
     LinkedLog::Instance().Reset();
     m_host.GetFaults().Fail(GetParam(), 1, result);
-    try {
-      Insert(model);
-      ADD_FAILURE() << "nothing was raised";
-    } catch (const _com_error& error) {
-      EXPECT_EQ(error.Error(), E_POINTER);
-    }
+    EXPECT_EQ(RaisedBy([&] { Insert(model); }), E_POINTER);
     EXPECT_EQ(Log(), Texts{StartLine(model)});
     m_host.Activate(m_host.FindDocument(L"sheet.slddrw"));
   }
@@ -221,15 +226,11 @@ TEST_P(MissingObject, IsRaisedAsAComError) {
 INSTANTIATE_TEST_SUITE_P(, MissingObject,
                          testing::Values(L"ISldWorks::get_IActiveDoc2",
                                          L"IModelDoc2::QueryInterface(IDrawingDoc)",
-                                         L"IModelDoc2::get_ISelectionManager"));
+                                         L"IModelDoc2::get_ISelectionManager"),
+                         MethodCaseName);
 
-TEST_F(DrawingHelper, RaisesAComErrorWithoutADocument) {
-  try {
-    Insert(MakeModel(L"x.sldprt"));
-    ADD_FAILURE() << "nothing was raised";
-  } catch (const _com_error& error) {
-    EXPECT_EQ(error.Error(), E_POINTER);
-  }
+TEST_F(DrawingHelper, ThrowsAComErrorWithoutADocument) {
+  EXPECT_EQ(RaisedBy([&] { Insert(MakeModel(L"x.sldprt")); }), E_POINTER);
 }
 
 }  // namespace

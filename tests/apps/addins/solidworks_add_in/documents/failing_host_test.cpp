@@ -1,20 +1,21 @@
-// Each call of each document operation fails in each way, once: what is said is what the table says,
-// nothing leaks and the host lives.
+// Each call of each document operation fails once in each way: the outcome is that of the table, nothing
+// leaks, and the host keeps running.
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cctype>
 #include <map>
 #include <ostream>
 #include <tuple>
 
 #include "documents_fixture.h"
+#include "list_difference.h"
+#include "method_case_name.h"
 #include "outcomes.h"
 
 namespace {
 
-/// An operation with a host and files in which it succeeds.
-class DocumentOperation : public DocumentsTest {
+/// An operation, and a host and files with which it succeeds.
+class DocumentOperation : public DocumentsFixture {
  protected:
   static constexpr long kNewRevision = 2;
 
@@ -77,7 +78,7 @@ class DocumentOperation : public DocumentsTest {
     return files;
   }
 
-  /// What becomes of the files that were there before.
+  /// What `files`, the files before the operation, become.
   Files FilesAfter(Disk disk, Files files) const {
     if (disk == Disk::kUntouched) return files;
     files[L"download\\temp\\"] = "";
@@ -89,7 +90,7 @@ class DocumentOperation : public DocumentsTest {
     return files;
   }
 
-  /// `text` with the paths of this run in it.
+  /// `text` with the paths of this run for its placeholders.
   std::wstring Filled(std::wstring text) const {
     const std::pair<std::wstring, std::wstring> places[] = {
         {L"{file}", m_file},
@@ -103,17 +104,11 @@ class DocumentOperation : public DocumentsTest {
     return text;
   }
 
-  /// The log line that the table's "line|function|text" stands for.
-  std::wstring FilledLine(const std::wstring& line) const {
-    const std::size_t bar = line.find(L'|');
-    return L"errormsg|ERROR|" + line.substr(0, bar) + L"|CSolidWorksAddIn::" + Filled(line.substr(bar + 1));
-  }
-
-  /// What is held from outside, as text.
+  /// The references to the host that are held from outside, as text.
   Texts Held() const {
     Texts held;
-    for (const auto& one : m_host->HeldReferences()) {
-      held.push_back(one.object + L" " + std::to_wstring(one.count));
+    for (const auto& reference : m_host->HeldReferences()) {
+      held.push_back(reference.object + L" " + std::to_wstring(reference.count));
     }
     std::sort(held.begin(), held.end());
     return held;
@@ -140,7 +135,7 @@ class DocumentOperation : public DocumentsTest {
 
 class SuccessfulOperation : public DocumentOperation, public testing::WithParamInterface<Operation> {};
 
-TEST_P(SuccessfulOperation, MakesTheCallsOfTheTableInItsOrder) {
+TEST_P(SuccessfulOperation, MakesTheCallsOfTheTableInTheirOrder) {
   SetUpFor(GetParam());
   const Texts held = Held();
   EXPECT_EQ(Run(GetParam()).result, S_OK);
@@ -148,10 +143,10 @@ TEST_P(SuccessfulOperation, MakesTheCallsOfTheTableInItsOrder) {
   for (const auto& call : AllCallOutcomes()) {
     if (call.operation == GetParam()) expected.push_back(call.method);
   }
-  EXPECT_EQ(CalledMethods(), expected);
+  EXPECT_SAME_ENTRIES(CalledMethods(), expected);
   EXPECT_TRUE(IsDone(GetParam()));
   EXPECT_EQ(m_home.LogLines(), Texts{});
-  EXPECT_EQ(Held(), held);
+  EXPECT_SAME_ENTRIES(Held(), held);
 }
 
 INSTANTIATE_TEST_SUITE_P(, SuccessfulOperation,
@@ -160,7 +155,7 @@ INSTANTIATE_TEST_SUITE_P(, SuccessfulOperation,
                                          Operation::kCoverBySwap),
                          [](const auto& test) { return NameOf(test.param); });
 
-/// A way for a call to give nothing.
+/// A result of a call that returns no object or value.
 struct Failure {
   const char* name;
   HRESULT result;
@@ -173,15 +168,13 @@ using FailingCall = std::tuple<CallOutcomes, Failure>;
 
 std::string NameOfCall(const testing::TestParamInfo<FailingCall>& test) {
   const auto& [call, failure] = test.param;
-  std::string name = NameOf(call.operation) + "_" + Utf8(call.method) + "_" + failure.name;
-  if (call.nth > 1) name += "_" + std::to_string(call.nth);
-  std::erase_if(name, [](unsigned char character) { return !std::isalnum(character) && character != '_'; });
-  return name;
+  const std::string name = NameOf(call.operation) + "_" + MethodInName(call.method) + "_" + failure.name;
+  return call.nth > 1 ? name + "_" + std::to_string(call.nth) : name;
 }
 
 class FailingHost : public DocumentOperation, public testing::WithParamInterface<FailingCall> {};
 
-TEST_P(FailingHost, IsToldAsTheTableSaysAndLives) {
+TEST_P(FailingHost, LeadsToTheOutcomeOfTheTable) {
   const auto& [call, failure] = GetParam();
   const Outcome& expected = call.*failure.outcome;
   SetUpFor(call.operation);
@@ -192,19 +185,19 @@ TEST_P(FailingHost, IsToldAsTheTableSaysAndLives) {
 
   const auto picked = Run(call.operation);
 
-  EXPECT_EQ(picked.result, expected.raised == S_OK ? S_OK : DISP_E_EXCEPTION);
-  EXPECT_EQ(picked.code, expected.raised);
+  EXPECT_EQ(picked.result, expected.thrown == S_OK ? S_OK : DISP_E_EXCEPTION);
+  EXPECT_EQ(picked.code, expected.thrown);
   EXPECT_EQ(BoxTexts(), expected.box.empty() ? Texts{} : Texts{Filled(expected.box)});
   Texts lines;
-  for (const std::wstring& line : expected.lines) lines.push_back(FilledLine(line));
+  for (const std::wstring& line : expected.lines) lines.push_back(Filled(line));
   EXPECT_EQ(AddInLog(), lines);
   if (!expected.box.empty()) {
     EXPECT_EQ(LinesAtBoxes(), std::vector<std::size_t>{expected.lines_at_box});
   }
   EXPECT_EQ(FilesNow(), FilesAfter(call.disk, files));
-  EXPECT_EQ(PlatformLog().size(), expected.raised == S_OK ? 0u : 1u);
+  EXPECT_EQ(PlatformLog().size(), expected.thrown == S_OK ? 0u : 1u);
   EXPECT_EQ(IsDone(call.operation), expected.done);
-  EXPECT_EQ(Held(), held);
+  EXPECT_SAME_ENTRIES(Held(), held);
   EXPECT_EQ(Pick(L"PlmWf").result, S_OK) << "the next command works";
 }
 
@@ -212,8 +205,8 @@ INSTANTIATE_TEST_SUITE_P(
     , FailingHost,
     testing::Combine(testing::ValuesIn(AllCallOutcomes()),
                      testing::Values(Failure{"Fails", E_FAIL, &CallOutcomes::fails},
-                                     Failure{"GivesNothing", S_OK, &CallOutcomes::gives_nothing},
-                                     Failure{"AnswersFalse", S_FALSE, &CallOutcomes::answers_false})),
+                                     Failure{"ReturnsNothing", S_OK, &CallOutcomes::returns_nothing},
+                                     Failure{"ReturnsFalse", S_FALSE, &CallOutcomes::returns_false})),
     NameOfCall);
 
 }  // namespace

@@ -1,31 +1,37 @@
-// Files that the PLM client names become components of the active assembly.
+// Inserting files that the PLM client names into the active assembly.
 #include <gtest/gtest.h>
 
+#include "case_name.h"
 #include "documents_fixture.h"
+#include "list_difference.h"
+#include "log_line.h"
+#include "method_case_name.h"
+#include "raised_by.h"
 
 namespace {
 
-std::wstring InsertLine(int line, const std::wstring& text) {
-  return FailureLine(line, L"InsertChildFile", text);
+std::wstring InsertLine(int line, const std::wstring& text, HRESULT code) {
+  return ErrorLine(line, L"InsertChildFile", text, code);
 }
 
-class Insert : public DocumentsTest {
+class Insert : public DocumentsFixture {
  protected:
-  void InsertFile(const std::wstring& path) { Bring({{"InsertFile", {path}}}); }
+  void InsertFile(const std::wstring& path) { PickFilesWithSuccess({{"InsertFile", {path}}}); }
 };
 
-TEST_F(Insert, PutsTheFileAtThePickPointAndClosesItsDocument) {
+TEST_F(Insert, AddsTheFileAtThePickPointAndClosesItsDocument) {
   ConnectAndLogIn();
   const auto assembly = OpenAssembly();
   const std::wstring part = MakeModel(L"零件 é 😀.sldprt");
   InsertFile(part);
-  EXPECT_EQ(HostCalls(),
-            (Texts{L"ISldWorks::get_IActiveDoc2()", L"IModelDoc2::GetType()",
-                   L"ISldWorks::OpenDoc6(\"" + part + L"\", 1, 1, \"\")",
-                   L"IModelDoc2::QueryInterface(IAssemblyDoc)()", L"IModelDoc2::get_ISelectionManager()",
-                   L"ISelectionMgr::IGetSelectionPoint2(1, -1)",
-                   L"IAssemblyDoc::AddComponent5(\"" + part + L"\", 0, \"\", false, \"\", 0.25, -1.5, 3)",
-                   L"ISldWorks::CloseDoc(\"" + part + L"\")"}));
+  EXPECT_SAME_ENTRIES(
+      HostCalls(),
+      Texts{L"ISldWorks::get_IActiveDoc2()", L"IModelDoc2::GetType()",
+            L"ISldWorks::OpenDoc6(\"" + part + L"\", 1, 1, \"\")",
+            L"IModelDoc2::QueryInterface(IAssemblyDoc)()", L"IModelDoc2::get_ISelectionManager()",
+            L"ISelectionMgr::IGetSelectionPoint2(1, -1)",
+            L"IAssemblyDoc::AddComponent5(\"" + part + L"\", 0, \"\", false, \"\", 0.25, -1.5, 3)",
+            L"ISldWorks::CloseDoc(\"" + part + L"\")"});
   ASSERT_EQ(assembly->components.size(), 4u);
   const auto& added = assembly->components.back()->record;
   EXPECT_EQ(added.path, part);
@@ -35,7 +41,7 @@ TEST_F(Insert, PutsTheFileAtThePickPointAndClosesItsDocument) {
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-TEST_F(Insert, TakesThePointOfTheFirstSelectedObjectAlsoWhereThatIsAFace) {
+TEST_F(Insert, UsesThePointOfTheFirstSelectedObjectEvenIfThatIsAFace) {
   ConnectAndLogIn();
   const auto assembly = OpenAssembly();
   assembly->selection = {{nullptr, {7, 8, 9}}, {assembly->components[0], kPicked}};
@@ -43,7 +49,7 @@ TEST_F(Insert, TakesThePointOfTheFirstSelectedObjectAlsoWhereThatIsAFace) {
   EXPECT_EQ(assembly->components.at(3)->record.position.y, 8);
 }
 
-TEST_F(Insert, ClosesTheFileAlsoWhereThePersonHadItOpen) {
+TEST_F(Insert, ClosesTheFileEvenIfTheUserHadOpenedIt) {
   ConnectAndLogIn();
   const std::wstring part = MakeModel(L"x.sldprt");
   m_host->Open(part);
@@ -52,32 +58,33 @@ TEST_F(Insert, ClosesTheFileAlsoWhereThePersonHadItOpen) {
   EXPECT_EQ(OpenNames(), Texts{L"Top.sldasm"});
 }
 
-TEST_F(Insert, PutsSeveralFilesInInTheirOrder) {
+TEST_F(Insert, AddsSeveralFilesInTheirOrder) {
   ConnectAndLogIn();
   const auto assembly = OpenAssembly();
   const std::wstring part = MakeModel(L"x.sldprt");
-  Bring({{"InsertFile", {part, MakeModel(L"y.SLDASM"), part}}});
-  EXPECT_EQ(ComponentNames(*assembly),
-            (Texts{L"bolt.sldprt", L"nut.sldprt", L"bolt.sldprt", L"x.sldprt", L"y.SLDASM", L"x.sldprt"}));
+  PickFilesWithSuccess({{"InsertFile", {part, MakeModel(L"y.SLDASM"), part}}});
+  EXPECT_SAME_ENTRIES(ComponentNames(*assembly), Texts{L"bolt.sldprt", L"nut.sldprt", L"bolt.sldprt",
+                                                       L"x.sldprt", L"y.SLDASM", L"x.sldprt"});
   EXPECT_EQ(OpenNames(), Texts{L"Top.sldasm"});
 }
 
-/// A file, and the type that the host is asked to open it as.
+/// A file, and the type that the add-in passes to the host to open it.
 struct TypedFile {
-  const wchar_t* name;
+  const char* name;
+  const wchar_t* file;
   swDocumentTypes_e type;
   bool opens;
 };
 
 class InsertedType : public Insert, public testing::WithParamInterface<TypedFile> {};
 
-TEST_P(InsertedType, IsAnAssemblyWhereverThePathNamesOneElseAPart) {
+TEST_P(InsertedType, IsAssemblyIfTheWholePathContainsItsExtensionElsePart) {
   ConnectAndLogIn();
   const auto assembly = OpenAssembly();
   m_folder.MakeFolder(L"a.sldprt.bak");
   m_folder.MakeFolder(L"a.SldAsm.bak");
   m_folder.MakeFolder(L"a.slddrw.bak");
-  const std::wstring path = MakeModel(GetParam().name);
+  const std::wstring path = MakeModel(GetParam().file);
   if (!GetParam().opens) ExpectBox();
   InsertFile(path);
   EXPECT_EQ(HostCalls().at(2),
@@ -85,24 +92,33 @@ TEST_P(InsertedType, IsAnAssemblyWhereverThePathNamesOneElseAPart) {
   EXPECT_EQ(assembly->components.size(), GetParam().opens ? 4u : 3u);
 }
 
-INSTANTIATE_TEST_SUITE_P(, InsertedType,
-                         testing::Values(TypedFile{L"x.sldprt", swDocPART, true},
-                                         TypedFile{L"X.SLDPRT", swDocPART, true},
-                                         TypedFile{L"x.sldasm", swDocASSEMBLY, true},
-                                         TypedFile{L"X.SLDASM", swDocASSEMBLY, true},
-                                         TypedFile{L"a.sldprt.bak\\x.sldasm", swDocASSEMBLY, true},
-                                         TypedFile{L"a.SldAsm.bak\\x.sldprt", swDocASSEMBLY, false},
-                                         TypedFile{L"a.slddrw.bak\\x.sldprt", swDocPART, true},
-                                         TypedFile{L"a.sldprt.bak\\x.slddrw", swDocPART, false}));
+INSTANTIATE_TEST_SUITE_P(
+    , InsertedType,
+    testing::Values(
+        TypedFile{"Part", L"x.sldprt", swDocPART, true},
+        TypedFile{"PartInUpperCase", L"X.SLDPRT", swDocPART, true},
+        TypedFile{"Assembly", L"x.sldasm", swDocASSEMBLY, true},
+        TypedFile{"AssemblyInUpperCase", L"X.SLDASM", swDocASSEMBLY, true},
+        TypedFile{"AssemblyInAFolderNamedLikeAPart", L"a.sldprt.bak\\x.sldasm", swDocASSEMBLY, true},
+        TypedFile{"PartInAFolderNamedLikeAnAssembly", L"a.SldAsm.bak\\x.sldprt", swDocASSEMBLY, false},
+        TypedFile{"PartInAFolderNamedLikeADrawing", L"a.slddrw.bak\\x.sldprt", swDocPART, true},
+        TypedFile{"DrawingInAFolderNamedLikeAPart", L"a.sldprt.bak\\x.slddrw", swDocPART, false}),
+    CaseName<TypedFile>);
 
-class RefusedForInsertion : public Insert, public testing::WithParamInterface<const wchar_t*> {};
+/// A path that names neither a part nor an assembly.
+struct OtherPath {
+  const char* name;
+  const wchar_t* path;
+};
 
-TEST_P(RefusedForInsertion, IsToldBeforeTheHostIsAskedAnything) {
+class RejectedInsertion : public Insert, public testing::WithParamInterface<OtherPath> {};
+
+TEST_P(RejectedInsertion, ShowsAMessageBeforeAnyHostCall) {
   ConnectAndLogIn();
   OpenAssembly();
   m_host->GetJournal().Clear();
   ExpectBox();
-  InsertFile(GetParam());
+  InsertFile(GetParam().path);
   EXPECT_EQ(BoxTexts(), Texts{shown::kWrongFileType});
   EXPECT_EQ(m_boxes->Boxes().at(0).caption, L"Collaborative management");
   EXPECT_EQ(m_boxes->Boxes().at(0).buttons, std::vector<int>{IDOK});
@@ -110,18 +126,23 @@ TEST_P(RefusedForInsertion, IsToldBeforeTheHostIsAskedAnything) {
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-INSTANTIATE_TEST_SUITE_P(, RefusedForInsertion,
-                         testing::Values(L"C:\\w\\sheet.slddrw", L"C:\\w\\SHEET.SLDDRW", L"C:\\w\\readme.txt",
-                                         L"C:\\w\\sldprt", L"C:\\w\\x.sld prt", L""));
+INSTANTIATE_TEST_SUITE_P(, RejectedInsertion,
+                         testing::Values(OtherPath{"Drawing", L"C:\\w\\sheet.slddrw"},
+                                         OtherPath{"DrawingInUpperCase", L"C:\\w\\SHEET.SLDDRW"},
+                                         OtherPath{"OtherExtension", L"C:\\w\\readme.txt"},
+                                         OtherPath{"ExtensionWithoutAPoint", L"C:\\w\\sldprt"},
+                                         OtherPath{"BlankInTheExtension", L"C:\\w\\x.sld prt"},
+                                         OtherPath{"Empty", L""}),
+                         CaseName<OtherPath>);
 
-TEST_F(Insert, WithoutADocumentIsSilent) {
+TEST_F(Insert, DoesNothingWithoutADocument) {
   ConnectAndLogIn();
   InsertFile(MakeModel(L"x.sldprt"));
   EXPECT_EQ(HostCalls(), Texts{L"ISldWorks::get_IActiveDoc2()"});
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-TEST_F(Insert, IntoAPartOrADrawingIsLoggedAndLeavesTheFileOpen) {
+TEST_F(Insert, IntoAPartOrADrawingLogsAnErrorAndLeavesTheFileOpen) {
   ConnectAndLogIn();
   for (const wchar_t* active : {L"active.sldprt", L"active.slddrw"}) {
     m_home.Reset();
@@ -129,8 +150,7 @@ TEST_F(Insert, IntoAPartOrADrawingIsLoggedAndLeavesTheFileOpen) {
     m_host->GetJournal().Clear();
     const std::wstring part = MakeModel(L"x.sldprt");
     InsertFile(part);
-    EXPECT_EQ(m_home.LogLines(),
-              Texts{InsertLine(856, L"iSwModel->QueryInterface: " + part + L"<hr=0x80004002>")});
+    EXPECT_EQ(m_home.LogLines(), Texts{InsertLine(856, L"iSwModel->QueryInterface: " + part, E_NOINTERFACE)});
     EXPECT_EQ(OpenNames(), (Texts{active, L"x.sldprt"}));
     EXPECT_EQ(CalledMethods().back(), L"IModelDoc2::QueryInterface(IAssemblyDoc)");
     EXPECT_EQ(document->components.size(), 0u);
@@ -138,31 +158,31 @@ TEST_F(Insert, IntoAPartOrADrawingIsLoggedAndLeavesTheFileOpen) {
   }
 }
 
-TEST_F(Insert, WithNothingSelectedIsLoggedWithTheHostsAnswer) {
+TEST_F(Insert, LogsTheHostsResultIfNothingIsSelected) {
   ConnectAndLogIn();
   const auto assembly = OpenAssembly();
   assembly->selection.clear();
   const std::wstring part = MakeModel(L"x.sldprt");
   InsertFile(part);
   EXPECT_EQ(m_home.LogLines(),
-            Texts{InsertLine(872, L"iSelectionMgr->IGetSelectionPoint2: " + part + L"<hr=0x80004005>")});
+            Texts{InsertLine(872, L"iSelectionMgr->IGetSelectionPoint2: " + part, E_FAIL)});
   EXPECT_EQ(assembly->components.size(), 3u);
   EXPECT_EQ(OpenNames(), (Texts{L"Top.sldasm", L"x.sldprt"}));
 }
 
-TEST_F(Insert, OfAFileThatCannotBeOpenedIsLoggedThenTold) {
+TEST_F(Insert, LogsAndThenShowsThatTheFileCannotBeOpened) {
   ConnectAndLogIn();
   const auto assembly = OpenAssembly();
   const std::wstring missing = m_folder.Path(L"missing.sldprt");
   ExpectBox();
   InsertFile(missing);
-  EXPECT_EQ(m_home.LogLines(), Texts{InsertLine(847, L"OpenDoc6 failed at " + missing + L"<hr=0x0>")});
-  EXPECT_EQ(BoxTexts(), Texts{OpenFailed(missing)});
-  EXPECT_EQ(LinesAtBoxes(), std::vector<std::size_t>{1}) << "the log comes first here";
+  EXPECT_EQ(m_home.LogLines(), Texts{InsertLine(847, L"OpenDoc6 failed at " + missing, S_OK)});
+  EXPECT_EQ(BoxTexts(), Texts{shown::OpenFailed(missing)});
+  EXPECT_EQ(LinesAtBoxes(), std::vector<std::size_t>{1}) << "logged before the message";
   EXPECT_EQ(CalledMethods().back(), L"ISldWorks::OpenDoc6");
 }
 
-/// Failures after the file was opened.
+/// A call that fails after the file was opened.
 class FailedInsertion : public Insert, public testing::WithParamInterface<const wchar_t*> {};
 
 TEST_P(FailedInsertion, LeavesTheFileOpenInFrontOfTheAssembly) {
@@ -182,9 +202,10 @@ INSTANTIATE_TEST_SUITE_P(, FailedInsertion,
                          testing::Values(L"IModelDoc2::QueryInterface(IAssemblyDoc)",
                                          L"IModelDoc2::get_ISelectionManager",
                                          L"ISelectionMgr::IGetSelectionPoint2",
-                                         L"IAssemblyDoc::AddComponent5"));
+                                         L"IAssemblyDoc::AddComponent5"),
+                         MethodCaseName);
 
-TEST_F(Insert, ThatGivesNoComponentIsToldAndLeavesTheFileOpen) {
+TEST_F(Insert, ShowsThatNoComponentWasAddedAndLeavesTheFileOpen) {
   ConnectAndLogIn();
   OpenAssembly();
   m_host->GetFaults().HideResult(L"IAssemblyDoc::AddComponent5");
@@ -195,7 +216,7 @@ TEST_F(Insert, ThatGivesNoComponentIsToldAndLeavesTheFileOpen) {
   EXPECT_EQ(OpenNames(), (Texts{L"Top.sldasm", L"x.sldprt"}));
 }
 
-TEST_F(Insert, WithoutASelectionManagerRaisesAComError) {
+TEST_F(Insert, ThrowsAComErrorWithoutASelectionManager) {
   ConnectAndLogIn();
   const auto assembly = OpenAssembly();
   const std::wstring part = MakeModel(L"x.sldprt");
@@ -205,9 +226,9 @@ TEST_F(Insert, WithoutASelectionManagerRaisesAComError) {
   EXPECT_EQ(picked.code, E_POINTER);
   EXPECT_EQ(OpenNames(), (Texts{L"Top.sldasm", L"x.sldprt"}));
   m_host->Activate(assembly);
-  EXPECT_EQ(RaisedCode([this] { Object()->OpenDataSelector(); }), E_POINTER);
+  EXPECT_EQ(RaisedBy([this] { Object()->OpenDataSelector(); }), E_POINTER);
   EXPECT_EQ(AddInLog(), Texts{});
-  EXPECT_EQ(PlatformLog().size(), 1u) << "once, where the host called";
+  EXPECT_EQ(PlatformLog().size(), 1u) << "logged only if the host calls the command";
 }
 
 }  // namespace

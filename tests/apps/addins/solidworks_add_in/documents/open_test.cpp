@@ -1,40 +1,30 @@
-// Files that the PLM client names are opened in the host.
+// Opening files that the PLM client names.
 #include <gtest/gtest.h>
 
 #include "add_in_fixture.h"
 #include "heap_blocks.h"
+#include "list_difference.h"
+#include "log_line.h"
+#include "result_codes.h"
+#include "shown_texts.h"
 
 namespace {
 
-/// A JSON answer that names files to open.
-std::string OpenAnswer(const std::vector<std::wstring>& paths) {
-  std::string answer = R"({"OpenFile":[)";
-  for (const std::wstring& path : paths) {
-    std::string escaped;
-    for (const char character : Utf8(path)) escaped += character == '\\' ? "\\\\" : std::string(1, character);
-    answer += (answer.ends_with('[') ? "\"" : ",\"") + escaped + "\"";
-  }
-  return answer + "]}";
+std::wstring FailedLine(const std::wstring& path, HRESULT code) {
+  return ErrorLine(798, L"OpenFilePath", L"OpenDoc6 failed at " + path, code);
 }
 
-std::wstring FailedText(const std::wstring& path) { return L"打开文件" + path + L"失败"; }
-
-std::wstring FailedLine(const std::wstring& path, const std::wstring& code) {
-  return L"errormsg|ERROR|798|CSolidWorksAddIn::OpenFilePath|OpenDoc6 failed at " + path + L"<hr=0x" + code +
-         L">";
-}
-
-/// The four commands whose answer can name files to open, with what they send.
+/// A command whose answer may name files to open.
 struct OpenCommand {
   const wchar_t* callback;
   const char* command;
   bool sends_login;
 };
 
-class OpenFile : public AddInTest, public testing::WithParamInterface<OpenCommand> {
+class OpenFile : public AddInFixture, public testing::WithParamInterface<OpenCommand> {
  protected:
-  void PickWith(const std::vector<std::wstring>& paths) {
-    Answer(GetParam().command, OpenAnswer(paths));
+  void PickWith(const Texts& paths) {
+    Answer(GetParam().command, FilesAnswer({{"OpenFile", paths}}));
     EXPECT_EQ(Pick(GetParam().callback).result, S_OK);
   }
 };
@@ -52,20 +42,20 @@ TEST_P(OpenFile, OpensSilentlyAndActivatesEachFileInOrder) {
   const std::wstring part = MakeModel(L"图纸 😀.sldprt");
   const std::wstring drawing = MakeModel(L"sheet.SldDrw");
   PickWith({assembly, part, drawing});
-  EXPECT_EQ(Asked(), std::vector<std::string>{GetParam().command + std::string(" ") +
-                                              (GetParam().sends_login ? kLoginAnswer : "")});
-  EXPECT_EQ(HostCalls(), (std::vector<std::wstring>{L"ISldWorks::OpenDoc6(\"" + assembly + L"\", 2, 1, \"\")",
-                                                    L"ISldWorks::ActivateDoc(\"" + assembly + L"\")",
-                                                    L"ISldWorks::OpenDoc6(\"" + part + L"\", 1, 1, \"\")",
-                                                    L"ISldWorks::ActivateDoc(\"" + part + L"\")",
-                                                    L"ISldWorks::OpenDoc6(\"" + drawing + L"\", 3, 1, \"\")",
-                                                    L"ISldWorks::ActivateDoc(\"" + drawing + L"\")"}));
+  EXPECT_EQ(Asked(),
+            Requests{GetParam().command + std::string(" ") + (GetParam().sends_login ? kLoginAnswer : "")});
+  EXPECT_SAME_ENTRIES(HostCalls(), Texts{L"ISldWorks::OpenDoc6(\"" + assembly + L"\", 2, 1, \"\")",
+                                         L"ISldWorks::ActivateDoc(\"" + assembly + L"\")",
+                                         L"ISldWorks::OpenDoc6(\"" + part + L"\", 1, 1, \"\")",
+                                         L"ISldWorks::ActivateDoc(\"" + part + L"\")",
+                                         L"ISldWorks::OpenDoc6(\"" + drawing + L"\", 3, 1, \"\")",
+                                         L"ISldWorks::ActivateDoc(\"" + drawing + L"\")"});
   EXPECT_EQ(m_host->OpenDocuments().size(), 3u);
   EXPECT_EQ(m_host->ActiveDocument()->path, drawing);
-  EXPECT_EQ(m_home.LogLines(), std::vector<std::wstring>{});
+  EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-TEST_P(OpenFile, AsksTheHostAlsoForAFileThatIsOpenAlready) {
+TEST_P(OpenFile, ActivatesAFileThatIsAlreadyOpen) {
   ConnectAndLogIn();
   const std::wstring part = MakeModel(L"a.sldprt");
   m_host->Open(part);
@@ -75,7 +65,7 @@ TEST_P(OpenFile, AsksTheHostAlsoForAFileThatIsOpenAlready) {
   EXPECT_EQ(m_host->ActiveDocument()->path, part);
 }
 
-TEST_P(OpenFile, TellsTheLogAndTheUserWhatCannotBeOpenedAndGoesOn) {
+TEST_P(OpenFile, LogsAndShowsAFileThatCannotBeOpenedAndContinues) {
   ConnectAndLogIn();
   const std::wstring missing = m_folder.Path(L"missing.sldprt");
   const std::wstring part = MakeModel(L"part.sldprt");
@@ -83,44 +73,44 @@ TEST_P(OpenFile, TellsTheLogAndTheUserWhatCannotBeOpenedAndGoesOn) {
   std::size_t lines_at_box = 0;
   m_boxes->WhileUp([&] { lines_at_box = AddInLog().size(); });
   PickWith({missing, part});
-  EXPECT_EQ(lines_at_box, 1u) << "the log is told first";
+  EXPECT_EQ(lines_at_box, 1u) << "logged before the message";
   ASSERT_EQ(m_boxes->Boxes().size(), 1u);
-  EXPECT_EQ(m_boxes->Boxes()[0].text, FailedText(missing));
+  EXPECT_EQ(m_boxes->Boxes()[0].text, shown::OpenFailed(missing));
   EXPECT_EQ(m_boxes->Boxes()[0].caption, L"Collaborative management");
   EXPECT_EQ(m_boxes->Boxes()[0].buttons, std::vector<int>{IDOK});
-  EXPECT_EQ(AddInLog(), std::vector<std::wstring>{FailedLine(missing, L"0")});
+  EXPECT_EQ(AddInLog(), Texts{FailedLine(missing, S_OK)});
   EXPECT_EQ(m_host->ActiveDocument()->path, part);
 }
 
-TEST_P(OpenFile, LogsTheCodeOfAHostThatFails) {
+TEST_P(OpenFile, LogsTheHostsErrorCode) {
   ConnectAndLogIn();
   const std::wstring part = MakeModel(L"x.sldprt");
   m_host->GetFaults().Fail(L"ISldWorks::OpenDoc6", 1, E_FAIL);
   m_boxes->Expect(IDOK);
   PickWith({part});
-  EXPECT_EQ(AddInLog(), std::vector<std::wstring>{FailedLine(part, L"80004005")});
+  EXPECT_EQ(AddInLog(), Texts{FailedLine(part, E_FAIL)});
   EXPECT_EQ(m_host->GetJournal().Calls(L"ISldWorks::ActivateDoc").size(), 0u);
 }
 
-TEST_P(OpenFile, CountsAsOpenedAlsoWhereActivatingFails) {
+TEST_P(OpenFile, SucceedsEvenIfActivatingFails) {
   ConnectAndLogIn();
   m_host->GetFaults().Fail(L"ISldWorks::ActivateDoc", 1, E_FAIL);
   PickWith({MakeModel(L"x.sldprt")});
   EXPECT_EQ(m_host->OpenDocuments().size(), 1u);
-  EXPECT_EQ(m_home.LogLines(), std::vector<std::wstring>{});
+  EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-TEST_P(OpenFile, PassesAFileOfAnotherKindOnAsTypeNone) {
+TEST_P(OpenFile, PassesTypeNoneForAFileWithAnotherExtension) {
   ConnectAndLogIn();
   const std::wstring text = m_folder.Write(L"readme.txt", "text");
   m_boxes->Expect(IDOK);
   PickWith({text});
-  EXPECT_EQ(HostCalls(), std::vector<std::wstring>{L"ISldWorks::OpenDoc6(\"" + text + L"\", 0, 1, \"\")"});
-  EXPECT_EQ(m_boxes->Boxes().at(0).text, FailedText(text));
-  EXPECT_EQ(AddInLog(), std::vector<std::wstring>{FailedLine(text, L"0")});
+  EXPECT_EQ(HostCalls(), Texts{L"ISldWorks::OpenDoc6(\"" + text + L"\", 0, 1, \"\")"});
+  EXPECT_EQ(m_boxes->Boxes().at(0).text, shown::OpenFailed(text));
+  EXPECT_EQ(AddInLog(), Texts{FailedLine(text, S_OK)});
 }
 
-TEST_P(OpenFile, TakesTheTypeFromAnywhereInThePath) {
+TEST_P(OpenFile, FindsTheTypeAnywhereInThePath) {
   ConnectAndLogIn();
   m_folder.MakeFolder(L"a.sldprt.bak");
   const std::wstring path = m_folder.Path(L"a.sldprt.bak\\b.sldasm");
@@ -132,7 +122,7 @@ TEST_P(OpenFile, TakesTheTypeFromAnywhereInThePath) {
   EXPECT_EQ(HostCalls().at(0), L"ISldWorks::OpenDoc6(\"" + path + L"\", 1, 1, \"\")");
 }
 
-TEST_P(OpenFile, LeavesNoMemoryBehind) {
+TEST_P(OpenFile, LeaksNoMemory) {
   ConnectAndLogIn();
   const std::wstring part = MakeModel(L"part.sldprt");
   const auto rounds = [&](int count) {
@@ -144,12 +134,11 @@ TEST_P(OpenFile, LeavesNoMemoryBehind) {
   rounds(10);
   const auto blocks_before = HeapBlockCount();
   rounds(100);
-  // The PLM client keeps each request: some blocks of the test's own.
-  constexpr std::size_t kOfEachRecordedRequest = 6;
-  EXPECT_LT(HeapBlockCount(), blocks_before + 100 * kOfEachRecordedRequest);
+  // The simulated PLM client keeps each request in a few blocks of memory.
+  constexpr std::size_t kBlocksOfARequest = 6;
+  EXPECT_LT(HeapBlockCount(), blocks_before + 100 * kBlocksOfARequest);
 }
 
-/// Answers without a file: nothing is opened, nothing said.
 TEST_P(OpenFile, DoesNothingWithoutFiles) {
   ConnectAndLogIn();
   for (const char* answer : {"", "{}", R"({"OpenFile":[]})", R"({"openfile":["C:\\a.sldprt"]})",
@@ -157,12 +146,11 @@ TEST_P(OpenFile, DoesNothingWithoutFiles) {
     Answer(GetParam().command, answer);
     EXPECT_EQ(Pick(GetParam().callback).result, S_OK) << answer;
   }
-  EXPECT_EQ(HostCalls(), std::vector<std::wstring>{});
-  EXPECT_EQ(m_home.LogLines(), std::vector<std::wstring>{});
+  EXPECT_EQ(HostCalls(), Texts{});
+  EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-/// Members that are no array of strings.
-TEST_P(OpenFile, RaisesThePlatformsExceptionForAMemberOfAnotherType) {
+TEST_P(OpenFile, ThrowsThePlatformExceptionIfTheMemberIsNotAnArrayOfStrings) {
   ConnectAndLogIn();
   for (const char* answer : {R"({"OpenFile":"C:\\a.sldprt"})", R"({"OpenFile":null})", R"({"OpenFile":{}})",
                              R"({"OpenFile":["C:\\a.sldprt",1]})", R"({"OpenFile":[["C:\\a.sldprt"]]})"}) {
@@ -171,12 +159,12 @@ TEST_P(OpenFile, RaisesThePlatformsExceptionForAMemberOfAnotherType) {
     Answer(GetParam().command, answer);
     const auto picked = Pick(GetParam().callback);
     EXPECT_EQ(picked.result, DISP_E_EXCEPTION) << answer;
-    EXPECT_EQ(picked.code, static_cast<HRESULT>(0xA3013001)) << answer;
+    EXPECT_EQ(picked.code, hr::kJsonWrongType) << answer;
     EXPECT_EQ(picked.description, L"json member [OpenFile] is not Array!") << answer;
     ASSERT_EQ(m_home.LogLines().size(), 1u) << answer;
     EXPECT_NE(m_home.LogLines()[0].find(L"json member [OpenFile] is not Array!"), std::wstring::npos);
   }
-  EXPECT_EQ(HostCalls(), std::vector<std::wstring>{});
+  EXPECT_EQ(HostCalls(), Texts{});
 }
 
 }  // namespace

@@ -1,13 +1,16 @@
-// What the document operations give back, by the class itself: no command shows it.
+// Return values of the document operations, tested on the class itself because no command shows them.
 #include <gtest/gtest.h>
 
 #include "class_under_test.h"
 #include "documents_fixture.h"
+#include "list_difference.h"
+#include "log_line.h"
+#include "result_codes.h"
 #include "views.h"
 
 namespace {
 
-class OperationResult : public DocumentsTest {
+class OperationResult : public DocumentsFixture {
  protected:
   void SetUp() override {
     m_home.WriteConfiguration(L"View.json", ViewWithItems(1));
@@ -19,13 +22,13 @@ class OperationResult : public DocumentsTest {
   CSolidWorksAddIn* m_class = nullptr;
 };
 
-TEST_F(OperationResult, OfOpeningTellsWhetherTheHostGaveADocument) {
+TEST_F(OperationResult, OfOpeningIsWhetherTheHostReturnedADocument) {
   EXPECT_TRUE(m_class->OpenFilePath(MakeModel(L"a.sldprt")));
   ExpectBox();
   EXPECT_FALSE(m_class->OpenFilePath(m_folder.Path(L"missing.sldprt")));
 }
 
-TEST_F(OperationResult, OfThePathOfTheActiveDocumentTellsWhetherThereIsOne) {
+TEST_F(OperationResult, OfTheActiveDocumentsPathIsWhetherThereIsAFile) {
   std::wstring path = L"untouched";
   EXPECT_FALSE(m_class->GetCurrentFilePath(path));
   m_host->New(swDocPART);
@@ -37,7 +40,7 @@ TEST_F(OperationResult, OfThePathOfTheActiveDocumentTellsWhetherThereIsOne) {
   EXPECT_EQ(path, part);
 }
 
-TEST_F(OperationResult, OfReplacingTellsWhetherTheHostReplaced) {
+TEST_F(OperationResult, OfReplacingIsWhetherTheHostReplacedTheComponent) {
   OpenAssembly();
   EXPECT_TRUE(m_class->ReplaceCurrentFile(MakeModel(L"screw.sldprt")));
   m_host->GetFaults().ReturnFalse(L"IAssemblyDoc::ReplaceComponents2");
@@ -45,7 +48,7 @@ TEST_F(OperationResult, OfReplacingTellsWhetherTheHostReplaced) {
   EXPECT_FALSE(m_class->ReplaceCurrentFile(MakeModel(L"rivet.sldprt")));
 }
 
-TEST_F(OperationResult, OfCoveringTellsOfFailuresThatTheUserSaw) {
+TEST_F(OperationResult, OfCoveringIsFalseIfAMessageWasShown) {
   OpenAssembly();
   m_folder.MakeFolder(L"download");
   const std::wstring download = MakeModel(L"download\\screw.sldprt");
@@ -55,16 +58,16 @@ TEST_F(OperationResult, OfCoveringTellsOfFailuresThatTheUserSaw) {
   EXPECT_FALSE(m_class->ReplaceCurrentFileByCovering(m_folder.Path(L"download\\rivet.sldprt")));
 }
 
-/// A backup folder that cannot be made is told to nobody but the log.
-TEST_F(OperationResult, OfCoveringIsNoFailureWhereTheBackupFolderCannotBeMade) {
+/// This failure is only logged.
+TEST_F(OperationResult, OfCoveringIsTrueIfTheBackupFolderCannotBeCreated) {
   const auto assembly = OpenAssembly();
-  m_folder.Write(L"download\\temp", "in the folder's place");
+  m_folder.Write(L"download\\temp", "in place of the folder");
   const std::wstring download = MakeModel(L"download\\screw.sldprt");
   EXPECT_TRUE(m_class->ReplaceCurrentFileByCovering(download));
-  EXPECT_EQ(AddInLog(), Texts{FailureLine(1049, L"ReplaceCurrentFileByCovering",
-                                          L"CFileHelper::CreateFolder:" + m_folder.Path(L"download\\temp") +
-                                              L"<hr=0xa3012012>")});
-  EXPECT_EQ(ComponentNames(*assembly), (Texts{L"bolt.sldprt", L"nut.sldprt", L"bolt.sldprt"}));
+  EXPECT_EQ(AddInLog(), Texts{ErrorLine(1049, L"ReplaceCurrentFileByCovering",
+                                        L"CFileHelper::CreateFolder:" + m_folder.Path(L"download\\temp"),
+                                        hr::kBackupFolderNotMade)});
+  EXPECT_SAME_ENTRIES(ComponentNames(*assembly), Texts{L"bolt.sldprt", L"nut.sldprt", L"bolt.sldprt"});
 }
 
 }  // namespace

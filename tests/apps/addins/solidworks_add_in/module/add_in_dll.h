@@ -10,8 +10,7 @@
 /// The DLL, loaded as COM loads it, and its exports.
 class AddInDll {
  public:
-  /// @param path another copy than the one that the build has made. @throws std::runtime_error where it
-  ///             cannot be loaded.
+  /// @param path the DLL in the build folder, or a copy. @throws std::runtime_error if it cannot be loaded.
   explicit AddInDll(const std::wstring& path = BuiltPath());
   AddInDll(const AddInDll&) = delete;
   AddInDll& operator=(const AddInDll&) = delete;
@@ -38,7 +37,7 @@ class AddInDll {
   HINSTANCE m_handle;
 };
 
-/// COM on this thread, as in the host: a single-threaded apartment.
+/// Initialises COM on this thread as the host does: a single-threaded apartment.
 class ComApartment {
  public:
   ComApartment() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }

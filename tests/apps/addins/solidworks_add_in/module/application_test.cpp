@@ -1,4 +1,4 @@
-// The application object: whose resources are current, and its message box.
+// The application object: the module from which resources are loaded, and its message box.
 #include <gtest/gtest.h>
 
 #include <thread>
@@ -22,7 +22,7 @@ class Application : public testing::Test {
   const UserLanguage m_english{MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US)};
 };
 
-/// A window of the host that notes whether it was ever disabled.
+/// A window of the host that records whether it was ever disabled.
 class HostWindow {
  public:
   HostWindow()
@@ -51,7 +51,7 @@ class HostWindow {
 
 }  // namespace
 
-TEST_F(Application, TakesResourcesFromTheDllInsideAModuleStateOnly) {
+TEST_F(Application, LoadsResourcesFromTheDllOnlyDuringAModuleState) {
   EXPECT_EQ(Current(), Program());
   EXPECT_EQ(LoadResourceString(IDS_LOAD_MODEL), L"");
   {
@@ -68,11 +68,11 @@ TEST_F(Application, ModuleStatesNest) {
   EXPECT_EQ(Current(), m_module.Handle());
 }
 
-TEST_F(Application, ModuleStatesBelongToTheirThread) {
+TEST_F(Application, ModuleStatesAffectOnlyTheirThread) {
   const ModuleState state;
-  HINSTANCE elsewhere = nullptr;
-  std::thread([&elsewhere] { elsewhere = Current(); }).join();
-  EXPECT_EQ(elsewhere, Program());
+  HINSTANCE other_thread = nullptr;
+  std::thread([&other_thread] { other_thread = Current(); }).join();
+  EXPECT_EQ(other_thread, Program());
 }
 
 TEST_F(Application, AModuleStateEndsWithAnException) {
@@ -85,13 +85,13 @@ TEST_F(Application, AModuleStateEndsWithAnException) {
   EXPECT_TRUE(CSolidWorksAddInApp::Instance().CanUnload());
 }
 
-TEST_F(Application, CannotBeUnloadedWhileAThreadIsInside) {
+TEST_F(Application, CannotBeUnloadedDuringAModuleState) {
   EXPECT_TRUE(CSolidWorksAddInApp::Instance().CanUnload());
   const ModuleState state;
   EXPECT_FALSE(CSolidWorksAddInApp::Instance().CanUnload());
 }
 
-TEST_F(Application, HasItsTitleFromTheStringTable) {
+TEST_F(Application, LoadsItsTitleFromTheStringTable) {
   EXPECT_EQ(CSolidWorksAddInApp::Instance().Title(), L"Collaborative management");
 }
 
@@ -106,7 +106,7 @@ TEST_F(Application, ShowsABoxWithTitleOkButtonAndExclamationIcon) {
   EXPECT_EQ(box.buttons, std::vector<int>{IDOK});
 }
 
-TEST_F(Application, ItsBoxBelongsToTheActiveWindow) {
+TEST_F(Application, MakesTheActiveWindowTheOwnerOfItsBox) {
   const HostWindow active, other;
   SetActiveWindow(active.Handle());
   ASSERT_EQ(GetActiveWindow(), active.Handle());
@@ -116,7 +116,7 @@ TEST_F(Application, ItsBoxBelongsToTheActiveWindow) {
   EXPECT_FALSE(other.WasDisabled());
 }
 
-TEST_F(Application, ItsBoxIsModalToAllWindowsWhereNoneIsActive) {
+TEST_F(Application, DisablesAllWindowsDuringItsBoxIfNoWindowIsActive) {
   const HostWindow inactive;
   SetActiveWindow(nullptr);
   ASSERT_EQ(GetActiveWindow(), nullptr);

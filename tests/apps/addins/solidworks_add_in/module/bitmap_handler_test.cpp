@@ -1,4 +1,4 @@
-// The bitmap handler through COM, on real files.
+// The bitmap handler, called through COM, with real files.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -15,9 +15,9 @@
 
 namespace {
 
-class BitmapFiles : public testing::Test {
+class BitmapFileHandler : public testing::Test {
  protected:
-  BitmapFiles() : m_tmp(L"TMP", m_folder.Path()) {
+  BitmapFileHandler() : m_tmp(L"TMP", m_folder.Path()) {
     IClassFactory* factory = nullptr;
     EXPECT_EQ(m_dll.GetClassObject(CLSID_BitmapHandler, IID_PPV_ARGS(&factory)), S_OK);
     EXPECT_EQ(factory->CreateInstance(nullptr, IID_PPV_ARGS(&m_handler)), S_OK);
@@ -37,7 +37,7 @@ class BitmapFiles : public testing::Test {
     EXPECT_EQ(path, nullptr);
   }
 
-  /// The bitmap resource `id` behind a file header.
+  /// The bitmap resource `id` after a file header.
   std::string ExpectedFile(unsigned id) const {
     HRSRC resource = FindResourceW(m_dll.Handle(), MAKEINTRESOURCEW(id), RT_BITMAP);
     const DWORD size = SizeofResource(m_dll.Handle(), resource);
@@ -58,12 +58,12 @@ class BitmapFiles : public testing::Test {
 
 }  // namespace
 
-TEST_F(BitmapFiles, WritesTheResourceAsABitmapFile) {
+TEST_F(BitmapFileHandler, WritesTheResourceAsABitmapFile) {
   EXPECT_EQ(ReadFileBytes(Create(IDB_TOOLBAR)), ExpectedFile(IDB_TOOLBAR));
   EXPECT_EQ(ReadFileBytes(Create(IDB_TOOLBAR_MONOCHROME)), ExpectedFile(IDB_TOOLBAR_MONOCHROME));
 }
 
-TEST_F(BitmapFiles, WritesWhatTheSystemReadsAsABitmap) {
+TEST_F(BitmapFileHandler, WritesFilesThatTheSystemReads) {
   HANDLE bitmap = LoadImageW(nullptr, Create(IDB_TOOLBAR).c_str(), IMAGE_BITMAP, 0, 0,
                              LR_LOADFROMFILE | LR_CREATEDIBSECTION);
   ASSERT_NE(bitmap, nullptr);
@@ -75,17 +75,17 @@ TEST_F(BitmapFiles, WritesWhatTheSystemReadsAsABitmap) {
   EXPECT_EQ(shape.bmBitsPixel, 24);
 }
 
-TEST_F(BitmapFiles, NamesTheFileInTheTemporaryFolder) {
+TEST_F(BitmapFileHandler, CreatesFilesInTheTemporaryFolder) {
   const std::wstring path = Create(IDB_TOOLBAR);
   ASSERT_TRUE(path.starts_with(m_folder.Path() + L"\\swt")) << CStringHelper::UnicodeToUTF8(path);
   EXPECT_TRUE(path.ends_with(L".tmp")) << CStringHelper::UnicodeToUTF8(path);
 }
 
-TEST_F(BitmapFiles, TakesTheLow16BitsOfTheId) {
+TEST_F(BitmapFileHandler, UsesTheLow16BitsOfTheId) {
   EXPECT_EQ(ReadFileBytes(Create(0x7FFF0000 | IDB_TOOLBAR)), ExpectedFile(IDB_TOOLBAR));
 }
 
-TEST_F(BitmapFiles, MakesANewFileEachTimeAndDeletesAllWhenDisposed) {
+TEST_F(BitmapFileHandler, CreatesANewFileForEachCallAndDeletesAllInDispose) {
   const std::wstring first = Create(IDB_TOOLBAR), second = Create(IDB_TOOLBAR);
   EXPECT_NE(first, second);
   EXPECT_EQ(ReadFileBytes(first), ReadFileBytes(second));
@@ -93,18 +93,18 @@ TEST_F(BitmapFiles, MakesANewFileEachTimeAndDeletesAllWhenDisposed) {
   EXPECT_TRUE(m_folder.List().empty());
 }
 
-TEST_F(BitmapFiles, DisposedOfWithoutFilesDoesNothing) {
+TEST_F(BitmapFileHandler, AllowsDisposeWithoutFiles) {
   EXPECT_EQ(m_handler->Dispose(), S_OK);
   EXPECT_EQ(m_handler->Dispose(), S_OK);
 }
 
-TEST_F(BitmapFiles, MakesFilesAgainAfterItWasDisposedOf) {
+TEST_F(BitmapFileHandler, CreatesFilesAfterDispose) {
   Create(IDB_TOOLBAR);
   m_handler->Dispose();
   EXPECT_EQ(ReadFileBytes(Create(IDB_TOOLBAR)), ExpectedFile(IDB_TOOLBAR));
 }
 
-TEST_F(BitmapFiles, PassesOverAFileThatCannotBeDeleted) {
+TEST_F(BitmapFileHandler, SkipsAFileThatCannotBeDeleted) {
   const std::wstring gone = Create(IDB_TOOLBAR), held = Create(IDB_TOOLBAR), last = Create(IDB_TOOLBAR);
   DeleteFileW(gone.c_str());
   HANDLE host = CreateFileW(held.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
@@ -113,45 +113,45 @@ TEST_F(BitmapFiles, PassesOverAFileThatCannotBeDeleted) {
   ASSERT_EQ(m_folder.List().size(), 1u);
   EXPECT_TRUE(held.ends_with(m_folder.List().front()));
   EXPECT_EQ(m_handler->Dispose(), S_OK);
-  EXPECT_EQ(m_folder.List().size(), 1u) << "it is no longer the handler's";
+  EXPECT_EQ(m_folder.List().size(), 1u) << "the handler tries only once";
 }
 
-TEST_F(BitmapFiles, DeletesItsFilesWhenItGoes) {
+TEST_F(BitmapFileHandler, DeletesItsFilesWhenItIsDestroyed) {
   Create(IDB_TOOLBAR);
   m_handler = nullptr;
   EXPECT_TRUE(m_folder.List().empty());
 }
 
-TEST_F(BitmapFiles, FailsWithoutABitmapAndLeavesTheEmptyFile) {
+TEST_F(BitmapFileHandler, FailsIfTheBitmapIsMissingAndLeavesAnEmptyFile) {
   ExpectFailure(9999);
   ASSERT_EQ(m_folder.List().size(), 1u);
   EXPECT_EQ(m_folder.Read(m_folder.List().front()), "");
   EXPECT_EQ(m_handler->Dispose(), S_OK);
-  EXPECT_EQ(m_folder.List().size(), 1u) << "Dispose deletes only files that were handed over";
+  EXPECT_EQ(m_folder.List().size(), 1u) << "Dispose deletes only files that were returned";
 }
 
-TEST_F(BitmapFiles, FailsWithoutATemporaryFolder) {
+TEST_F(BitmapFileHandler, FailsIfTheTemporaryFolderIsMissing) {
   m_tmp.Set(m_folder.Path(L"absent"));
   ExpectFailure(IDB_TOOLBAR);
   EXPECT_TRUE(m_folder.List().empty());
 }
 
-TEST_F(BitmapFiles, FailsWhereTheTemporaryFolderIsAFile) {
+TEST_F(BitmapFileHandler, FailsIfTheTemporaryFolderIsAFile) {
   m_tmp.Set(m_folder.Write(L"file", ""));
   ExpectFailure(IDB_TOOLBAR);
 }
 
-TEST_F(BitmapFiles, FailsWhereThePathOfTheTemporaryFolderIsTooLong) {
+TEST_F(BitmapFileHandler, FailsIfThePathOfTheTemporaryFolderIsTooLong) {
   m_tmp.Set(m_folder.MakeFolder(std::wstring(150, L'a') + L"\\" + std::wstring(150, L'b')));
   ExpectFailure(IDB_TOOLBAR);
 }
 
-TEST_F(BitmapFiles, WantsAPlaceForThePath) {
+TEST_F(BitmapFileHandler, FailsForANullPointer) {
   EXPECT_EQ(m_handler->CreateBitmapFileFromResource(IDB_TOOLBAR, nullptr), E_POINTER);
   EXPECT_TRUE(m_folder.List().empty());
 }
 
-TEST_F(BitmapFiles, IsCalledByNameAsWell) {
+TEST_F(BitmapFileHandler, CanBeCalledByName) {
   const IDispatchPtr dispatch = m_handler;
   _variant_t path, id(static_cast<long>(IDB_TOOLBAR));
   LPOLESTR name = const_cast<LPOLESTR>(L"createbitmapfilefromresource");
@@ -165,7 +165,7 @@ TEST_F(BitmapFiles, IsCalledByNameAsWell) {
   EXPECT_EQ(ReadFileBytes(V_BSTR(&path)), ExpectedFile(IDB_TOOLBAR));
 }
 
-TEST_F(BitmapFiles, TellsAFailureByDispatchWithItsCode) {
+TEST_F(BitmapFileHandler, ReportsTheCodeOfAFailureThroughDispatch) {
   const IDispatchPtr dispatch = m_handler;
   _variant_t path, id(9999L);
   DISPPARAMS arguments{&id, nullptr, 1, 0};
@@ -179,7 +179,7 @@ TEST_F(BitmapFiles, TellsAFailureByDispatchWithItsCode) {
             DISP_E_UNKNOWNINTERFACE);
 }
 
-TEST_F(BitmapFiles, DescribesItself) {
+TEST_F(BitmapFileHandler, HasTypeInformation) {
   const IDispatchPtr dispatch = m_handler;
   UINT count = 0;
   EXPECT_EQ(dispatch->GetTypeInfoCount(&count), S_OK);

@@ -10,17 +10,17 @@
 
 namespace {
 
-struct Life {
+struct Lifetime {
   bool alive = false;
   long locks_at_the_end = 0;
 };
 
 class Sample : public IDispatch, public IPersist {
  public:
-  explicit Sample(Life& life) : m_life(life) { m_life.alive = true; }
+  explicit Sample(Lifetime& lifetime) : m_lifetime(lifetime) { m_lifetime.alive = true; }
   virtual ~Sample() {
-    m_life.alive = false;
-    m_life.locks_at_the_end = CSolidWorksAddInModule::Instance().LockCount();
+    m_lifetime.alive = false;
+    m_lifetime.locks_at_the_end = CSolidWorksAddInModule::Instance().LockCount();
   }
 
   void* FindInterface(REFIID iid) noexcept { return FindInterfaceOf<IDispatch, IPersist>(this, iid); }
@@ -34,10 +34,10 @@ class Sample : public IDispatch, public IPersist {
   }
 
  private:
-  Life& m_life;
+  Lifetime& m_lifetime;
 };
 
-/// Throws what `raise` throws.
+/// Its constructor throws what `raise` throws.
 class Failing : public IPersist {
  public:
   explicit Failing(void (*raise)()) { raise(); }
@@ -50,32 +50,32 @@ long Locks() { return CSolidWorksAddInModule::Instance().LockCount(); }
 
 }  // namespace
 
-TEST(ComObject, LivesUntilItsLastReferenceGoes) {
-  Life life;
+TEST(ComObject, LivesUntilItsLastReferenceIsReleased) {
+  Lifetime lifetime;
   IDispatch* object = nullptr;
-  ASSERT_EQ(CreateComObject<Sample>(IID_PPV_ARGS(&object), life), S_OK);
+  ASSERT_EQ(CreateComObject<Sample>(IID_PPV_ARGS(&object), lifetime), S_OK);
   EXPECT_EQ(object->AddRef(), 2u);
   EXPECT_EQ(object->Release(), 1u);
-  EXPECT_TRUE(life.alive);
+  EXPECT_TRUE(lifetime.alive);
   EXPECT_EQ(object->Release(), 0u);
-  EXPECT_FALSE(life.alive);
+  EXPECT_FALSE(lifetime.alive);
 }
 
-TEST(ComObject, LocksTheModuleUntilItIsGone) {
-  Life life;
+TEST(ComObject, LocksTheModuleUntilItIsDestroyed) {
+  Lifetime lifetime;
   const long before = Locks();
   IDispatch* object = nullptr;
-  ASSERT_EQ(CreateComObject<Sample>(IID_PPV_ARGS(&object), life), S_OK);
+  ASSERT_EQ(CreateComObject<Sample>(IID_PPV_ARGS(&object), lifetime), S_OK);
   EXPECT_EQ(Locks(), before + 1);
   object->Release();
-  EXPECT_GT(life.locks_at_the_end, before) << "the DLL could have been unloaded below the destructor";
+  EXPECT_GT(lifetime.locks_at_the_end, before) << "the DLL could be unloaded during the destructor";
   EXPECT_EQ(Locks(), before);
 }
 
-TEST(ComObject, AnswersItsInterfacesWithOneIdentity) {
-  Life life;
+TEST(ComObject, HasOneIdentityForAllInterfaces) {
+  Lifetime lifetime;
   IDispatchPtr dispatch;
-  ASSERT_EQ(CreateComObject<Sample>(IID_PPV_ARGS(&dispatch), life), S_OK);
+  ASSERT_EQ(CreateComObject<Sample>(IID_PPV_ARGS(&dispatch), lifetime), S_OK);
   IPersist* persist = nullptr;
   ASSERT_EQ(dispatch->QueryInterface(IID_PPV_ARGS(&persist)), S_OK);
   IUnknown *first = nullptr, *second = nullptr;
@@ -87,26 +87,26 @@ TEST(ComObject, AnswersItsInterfacesWithOneIdentity) {
   persist->Release();
 }
 
-TEST(ComObject, ClearsThePlaceOfAnInterfaceThatItLacks) {
-  Life life;
+TEST(ComObject, ReturnsNullForAnInterfaceThatItLacks) {
+  Lifetime lifetime;
   IDispatchPtr object;
-  ASSERT_EQ(CreateComObject<Sample>(IID_PPV_ARGS(&object), life), S_OK);
-  void* other = &life;
+  ASSERT_EQ(CreateComObject<Sample>(IID_PPV_ARGS(&object), lifetime), S_OK);
+  void* other = &lifetime;
   EXPECT_EQ(object->QueryInterface(IID_IClassFactory, &other), E_NOINTERFACE);
   EXPECT_EQ(other, nullptr);
   EXPECT_EQ(object->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
 }
 
 TEST(ComObject, IsNotCreatedForAnInterfaceThatItLacks) {
-  Life life;
-  void* object = &life;
-  EXPECT_EQ(CreateComObject<Sample>(IID_IClassFactory, &object, life), E_NOINTERFACE);
+  Lifetime lifetime;
+  void* object = &lifetime;
+  EXPECT_EQ(CreateComObject<Sample>(IID_IClassFactory, &object, lifetime), E_NOINTERFACE);
   EXPECT_EQ(object, nullptr);
-  EXPECT_FALSE(life.alive);
-  EXPECT_EQ(CreateComObject<Sample>(IID_IUnknown, nullptr, life), E_POINTER);
+  EXPECT_FALSE(lifetime.alive);
+  EXPECT_EQ(CreateComObject<Sample>(IID_IUnknown, nullptr, lifetime), E_POINTER);
 }
 
-TEST(ComObject, TellsWhatItsConstructorThrows) {
+TEST(ComObject, ReturnsTheCodeOfAnExceptionOfItsConstructor) {
   const struct {
     void (*raise)();
     HRESULT result;

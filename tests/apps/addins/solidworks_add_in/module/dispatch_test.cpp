@@ -47,7 +47,7 @@ const wchar_t* const kNames[] = {
     L"EnablePlmImportChangeItem",
 };
 
-// The log is set up at the first exception, once for the program.
+// The first exception sets up the log, once for the program.
 const TempFolder kPlatformFolder;
 const ScopedEnvironment kPlatformHome(L"TAVO_HOME", kPlatformFolder.Path());
 
@@ -116,14 +116,14 @@ TEST_F(Dispatch, HasTheIdsOfTheTypeLibrary) {
   info->Release();
 }
 
-TEST_F(Dispatch, KnowsNoOtherNames) {
+TEST_F(Dispatch, FindsNoOtherNames) {
   for (const wchar_t* name : {L"", L"Plm", L"PlmLoginn", L"EnablePlmImportCurrent", L"EnablePlmLotimport",
                               L"ConnectToSW", L"Invoke"}) {
     EXPECT_EQ(IdOf(name), DISPID_UNKNOWN);
   }
 }
 
-TEST_F(Dispatch, TakesNoArgumentsByName) {
+TEST_F(Dispatch, RejectsNamedArguments) {
   LPOLESTR names[] = {const_cast<LPOLESTR>(L"EnablePlmLogin"), const_cast<LPOLESTR>(L"status")};
   DISPID ids[2] = {};
   EXPECT_EQ(m_addIn.GetIDsOfNames(IID_NULL, names, 2, LOCALE_USER_DEFAULT, ids), DISP_E_UNKNOWNNAME);
@@ -143,7 +143,7 @@ TEST_F(Dispatch, TakesNoArgumentsByName) {
   EXPECT_EQ(m_addIn.called, L"");
 }
 
-TEST_F(Dispatch, RefusesNamesWithoutPlaceOrOfAnInterface) {
+TEST_F(Dispatch, RejectsNullPointersAndAnInterfaceForNames) {
   LPOLESTR name = const_cast<LPOLESTR>(L"PlmLogin");
   DISPID id = 0;
   EXPECT_EQ(m_addIn.GetIDsOfNames(IID_IDispatch, &name, 1, 0, &id), DISP_E_UNKNOWNINTERFACE);
@@ -160,7 +160,7 @@ TEST_F(Dispatch, CallsTheMethodOfEachId) {
   }
 }
 
-TEST_F(Dispatch, TakesFlagsThatContainMethod) {
+TEST_F(Dispatch, AcceptsOnlyFlagsThatContainMethod) {
   EXPECT_EQ(Call(kPlmLogin, {}, DISPATCH_METHOD | DISPATCH_PROPERTYGET), S_OK);
   EXPECT_EQ(m_addIn.called, L"PlmLogin ");
   for (const WORD flags : {DISPATCH_PROPERTYGET, DISPATCH_PROPERTYPUT, 0}) {
@@ -169,11 +169,11 @@ TEST_F(Dispatch, TakesFlagsThatContainMethod) {
   EXPECT_EQ(m_addIn.called, L"PlmLogin ");
 }
 
-TEST_F(Dispatch, KnowsNoOtherIds) {
+TEST_F(Dispatch, RejectsOtherIds) {
   for (const DISPID id : {0, 29, -1, -5, 30, 0x60000000}) EXPECT_EQ(Call(id), DISP_E_MEMBERNOTFOUND) << id;
 }
 
-TEST_F(Dispatch, FillsTheLongOfAnEnableMethod) {
+TEST_F(Dispatch, SetsTheArgumentOfAnEnableMethod) {
   for (const long status : {1L, 0L}) {
     m_addIn.status = status;
     long place = 42;
@@ -183,19 +183,19 @@ TEST_F(Dispatch, FillsTheLongOfAnEnableMethod) {
   }
 }
 
-TEST_F(Dispatch, GivesTheStatusAsResultWhereNoLongIsPassed) {
+TEST_F(Dispatch, ReturnsTheStatusAsTheResultIfNoArgumentIsPassed) {
   EXPECT_EQ(Call(kEnablePlmLogin), S_OK);
   ASSERT_EQ(m_result.vt, VT_I4);
   EXPECT_EQ(m_result.lVal, 1);
 }
 
-TEST_F(Dispatch, ACommandHasNoResult) {
+TEST_F(Dispatch, ReturnsNoResultForACommand) {
   V_VT(&m_result) = VT_I4;
   EXPECT_EQ(Call(kPlmLogin), S_OK);
   EXPECT_EQ(m_result.vt, VT_EMPTY);
 }
 
-TEST_F(Dispatch, NeedsNoPlaceForAnything) {
+TEST_F(Dispatch, AcceptsNullForTheResultAndTheException) {
   DISPPARAMS none{};
   for (const DISPID id : {kPlmLogin, kEnablePlmLogin}) {
     EXPECT_EQ(m_addIn.Invoke(id, IID_NULL, 0, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr), S_OK);
@@ -205,14 +205,14 @@ TEST_F(Dispatch, NeedsNoPlaceForAnything) {
             DISP_E_EXCEPTION);
 }
 
-TEST_F(Dispatch, CountsTheArguments) {
+TEST_F(Dispatch, RejectsTooManyArguments) {
   long status = 0;
   EXPECT_EQ(Call(kPlmLogin, {ByReference(&status)}), DISP_E_BADPARAMCOUNT);
   EXPECT_EQ(Call(kEnablePlmLogin, {ByReference(&status), ByReference(&status)}), DISP_E_BADPARAMCOUNT);
   EXPECT_EQ(m_addIn.called, L"");
 }
 
-TEST_F(Dispatch, WantsALongByReference) {
+TEST_F(Dispatch, RejectsArgumentsOtherThanALongByReference) {
   short small = 0;
   VARIANT by_value{}, by_reference{}, text{};
   V_VT(&by_value) = VT_I4;
@@ -227,7 +227,7 @@ TEST_F(Dispatch, WantsALongByReference) {
   EXPECT_EQ(m_addIn.called, L"");
 }
 
-TEST_F(Dispatch, RefusesAnInterfaceAndMissingParameters) {
+TEST_F(Dispatch, RejectsAnInterfaceAndMissingParameters) {
   DISPPARAMS none{};
   EXPECT_EQ(m_addIn.Invoke(1, IID_IDispatch, 0, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr),
             DISP_E_UNKNOWNINTERFACE);
@@ -235,7 +235,7 @@ TEST_F(Dispatch, RefusesAnInterfaceAndMissingParameters) {
             E_INVALIDARG);
 }
 
-TEST_F(Dispatch, TellsAFailingResultByItsCodeAlone) {
+TEST_F(Dispatch, ReportsAFailedResultOnlyWithItsCode) {
   const auto no_answer = static_cast<HRESULT>(0xA3013005);
   m_addIn.result = no_answer;
   for (const DISPID id : {kPlmLogin, kEnablePlmLogin}) {
@@ -247,12 +247,12 @@ TEST_F(Dispatch, TellsAFailingResultByItsCodeAlone) {
   }
 }
 
-TEST_F(Dispatch, TakesAnySuccessForSuccess) {
+TEST_F(Dispatch, ReturnsOkForAnySuccessCode) {
   m_addIn.result = S_FALSE;
   EXPECT_EQ(Call(kPlmLogin), S_OK);
 }
 
-TEST_F(Dispatch, TellsAnExceptionByCodeAndText) {
+TEST_F(Dispatch, ReportsAnExceptionWithCodeAndText) {
   const struct {
     void (*raise)();
     HRESULT code;
@@ -275,14 +275,14 @@ TEST_F(Dispatch, TellsAnExceptionByCodeAndText) {
   }
 }
 
-TEST_F(Dispatch, TellsAComErrorByTheTextOfTheSystem) {
+TEST_F(Dispatch, ReportsAComErrorWithTheSystemsText) {
   m_addIn.raise = [] { _com_issue_error(E_POINTER); };
   EXPECT_EQ(Call(kPlmLogin), DISP_E_EXCEPTION);
   EXPECT_EQ(m_exception.scode, E_POINTER);
   EXPECT_EQ(m_description.View(), _com_error(E_POINTER).ErrorMessage());
 }
 
-TEST_F(Dispatch, LogsAnExceptionOnceAndAFailingResultNever) {
+TEST_F(Dispatch, LogsAnExceptionOnceAndAFailedResultNever) {
   const std::size_t before = Log().size();
   m_addIn.raise = [] { throw CZALException(static_cast<long>(0xA3013000), L"member is missing"); };
   Call(kEnablePlmLogin);
@@ -312,7 +312,7 @@ TEST_F(Dispatch, DescribesTheInterface) {
   EXPECT_EQ(m_addIn.GetTypeInfo(0, LOCALE_USER_DEFAULT, nullptr), E_POINTER);
 }
 
-TEST(DispatchOfTheAddIn, MeetsTheHostWithoutException) {
+TEST(DispatchOfTheAddIn, LetsNoExceptionReachTheHost) {
   const ComApartment com;
   const AddInDll dll;
   IClassFactory* factory = nullptr;
@@ -322,7 +322,7 @@ TEST(DispatchOfTheAddIn, MeetsTheHostWithoutException) {
   factory->Release();
   DISPPARAMS none{};
   EXCEPINFO exception{};
-  // Before a connection a command has nothing to send with.
+  // Before a connection, a command has no connection to the PLM client.
   EXPECT_EQ(add_in->Invoke(1, IID_NULL, 0, DISPATCH_METHOD, &none, nullptr, &exception, nullptr),
             DISP_E_EXCEPTION);
   EXPECT_EQ(exception.scode, E_POINTER);

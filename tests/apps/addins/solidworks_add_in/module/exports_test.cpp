@@ -1,4 +1,4 @@
-// What the DLL shows to the outside: exports, imports, and how COM may load and unload it.
+// The exports and imports of the DLL, and how COM loads and unloads it.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -11,6 +11,7 @@
 #include "add_in_dll.h"
 #include "base/com_pointers.h"
 #include "host/application.h"
+#include "list_difference.h"
 #include "solidworks_add_in_h.h"
 
 namespace {
@@ -70,12 +71,12 @@ class Exports : public testing::Test {
 }  // namespace
 
 TEST_F(Exports, AreTheFourThatComNeeds) {
-  EXPECT_EQ(Image(m_dll.Handle()).Exports(),
-            (std::vector<std::string>{"DllCanUnloadNow", "DllGetClassObject", "DllRegisterServer",
-                                      "DllUnregisterServer"}));
+  EXPECT_SAME_ENTRIES(Image(m_dll.Handle()).Exports(),
+                      std::vector<std::string>{"DllCanUnloadNow", "DllGetClassObject", "DllRegisterServer",
+                                               "DllUnregisterServer"});
 }
 
-TEST_F(Exports, BelongToA64BitDllThatImportsSystemDllsOnly) {
+TEST_F(Exports, BelongToA64BitDllThatImportsOnlySystemDlls) {
   EXPECT_EQ(Image(m_dll.Handle()).Machine(), IMAGE_FILE_MACHINE_AMD64);
   const std::set<std::string> system = {"advapi32.dll", "kernel32.dll", "msvcrt.dll",
                                         "ole32.dll",    "oleaut32.dll", "shell32.dll",
@@ -92,7 +93,7 @@ TEST_F(Exports, ClassObjectOfAnUnknownClassIsNotAvailable) {
   EXPECT_EQ(object, nullptr);
 }
 
-TEST_F(Exports, ClassObjectAnswersOnlyItsInterfaces) {
+TEST_F(Exports, ClassObjectHasOnlyItsOwnInterfaces) {
   void* object = this;
   EXPECT_EQ(m_dll.GetClassObject(CLSID_SwAddin, IID_IDispatch, &object), E_NOINTERFACE);
   EXPECT_EQ(object, nullptr);
@@ -111,22 +112,22 @@ TEST_F(Exports, EachCreationMakesANewObject) {
   }
 }
 
-TEST_F(Exports, TheAddInAnswersTheHostsInterfaceAndItsOwn) {
+TEST_F(Exports, AddInHasTheHostsInterfaceAndItsOwn) {
   IUnknownPtr unknown;
   ASSERT_EQ(Factory(CLSID_SwAddin)->CreateInstance(nullptr, IID_PPV_ARGS(&unknown)), S_OK);
-  ISwAddinPtr host_face = unknown;
-  IDispatchPtr dispatch = host_face;
+  ISwAddinPtr add_in = unknown;
+  IDispatchPtr dispatch = add_in;
   EXPECT_EQ(reinterpret_cast<void*>(dispatch.GetInterfacePtr()), unknown.GetInterfacePtr())
       << "ISolidWorksAddIn is the object's first interface";
   ISolidWorksAddIn* own = nullptr;
-  ASSERT_EQ(host_face->QueryInterface(IID_PPV_ARGS(&own)), S_OK);
+  ASSERT_EQ(add_in->QueryInterface(IID_PPV_ARGS(&own)), S_OK);
   own->Release();
   void* other = this;
   EXPECT_EQ(unknown->QueryInterface(IID_IClassFactory, &other), E_NOINTERFACE);
   EXPECT_EQ(other, nullptr);
 }
 
-TEST_F(Exports, CreationRefusesAggregationAndUnknownInterfaces) {
+TEST_F(Exports, CreationRejectsAggregationAndUnknownInterfaces) {
   const IClassFactoryPtr factory = Factory(CLSID_BitmapHandler);
   void* object = this;
   EXPECT_EQ(factory->CreateInstance(factory, IID_IUnknown, &object), CLASS_E_NOAGGREGATION);
@@ -137,7 +138,7 @@ TEST_F(Exports, CreationRefusesAggregationAndUnknownInterfaces) {
   EXPECT_EQ(factory->CreateInstance(nullptr, IID_IUnknown, nullptr), E_POINTER);
 }
 
-TEST_F(Exports, TheDllStaysWhileAnObjectLives) {
+TEST_F(Exports, DllStaysLoadedWhileAnObjectLives) {
   ASSERT_EQ(m_dll.CanUnloadNow(), S_OK);
   IUnknownPtr object;
   ASSERT_EQ(Factory(CLSID_SwAddin)->CreateInstance(nullptr, IID_PPV_ARGS(&object)), S_OK);
@@ -149,14 +150,14 @@ TEST_F(Exports, TheDllStaysWhileAnObjectLives) {
   EXPECT_EQ(m_dll.CanUnloadNow(), S_OK);
 }
 
-TEST_F(Exports, TheDllStaysWhileAClassObjectIsHeld) {
+TEST_F(Exports, DllStaysLoadedWhileAClassObjectIsHeld) {
   IClassFactoryPtr factory = Factory(CLSID_SwAddin);
   EXPECT_EQ(m_dll.CanUnloadNow(), S_FALSE);
   factory = nullptr;
   EXPECT_EQ(m_dll.CanUnloadNow(), S_OK);
 }
 
-TEST_F(Exports, TheDllStaysWhileTheServerIsLocked) {
+TEST_F(Exports, DllStaysLoadedWhileTheServerIsLocked) {
   EXPECT_EQ(Factory(CLSID_SwAddin)->LockServer(TRUE), S_OK);
   EXPECT_EQ(Factory(CLSID_BitmapHandler)->LockServer(TRUE), S_OK);
   EXPECT_EQ(m_dll.CanUnloadNow(), S_FALSE);
@@ -191,7 +192,7 @@ TEST_F(Exports, ObjectsMayBeHeldByManyThreads) {
   EXPECT_EQ(object->Release(), 1u);
 }
 
-TEST(LoadingTheDll, WorksTimeAndAgain) {
+TEST(LoadingTheDll, WorksManyTimes) {
   for (int round = 0; round < 20; ++round) {
     const AddInDll dll;
     EXPECT_EQ(dll.CanUnloadNow(), S_OK);

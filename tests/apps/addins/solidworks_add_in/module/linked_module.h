@@ -1,11 +1,11 @@
-/// @file The module as it is linked into the test itself, for what cannot be seen from outside the DLL.
+/// @file The module that is linked into the test, for what cannot be tested from outside the DLL.
 #pragma once
 
 #include "add_in_dll.h"
 #include "module/application.h"
 #include "module/com_module.h"
 
-/// While it lives, the test's own copy of the module takes its resources and type library from the DLL.
+/// While it lives, the test's own copy of the module loads its resources and type library from the DLL.
 class LinkedModule {
  public:
   LinkedModule() {

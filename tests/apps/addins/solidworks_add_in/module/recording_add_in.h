@@ -1,4 +1,4 @@
-/// @file An add-in that notes what is called on it.
+/// @file An add-in that records the calls of its methods.
 #pragma once
 
 #include <string>
@@ -6,13 +6,13 @@
 #include "module/dispatch.h"
 #include "solidworks_add_in_h.h"
 
-/// Dispatches like the add-in; every method notes its name and does what the test wants. Not counted: it
-/// lives in the test.
+/// Dispatches like the add-in; every method records its name, then throws or returns what the test has set.
+/// References are not counted, because the test owns the object.
 class RecordingAddIn : public ISolidWorksAddIn {
  public:
   std::wstring called;        ///< the names of the methods called, each followed by a blank
   HRESULT result = S_OK;      ///< what every method returns
-  long status = 1;            ///< what enable methods report
+  long status = 1;            ///< the status that enable methods return
   void (*raise)() = nullptr;  ///< called by every method; may throw
 
   virtual ~RecordingAddIn() = default;
@@ -34,49 +34,49 @@ class RecordingAddIn : public ISolidWorksAddIn {
                                    bad_argument);
   }
 
-  STDMETHODIMP PlmLogin() override { return Note(L"PlmLogin"); }
+  STDMETHODIMP PlmLogin() override { return Record(L"PlmLogin"); }
   STDMETHODIMP EnablePlmLogin(long* place) override { return Report(L"EnablePlmLogin", place); }
-  STDMETHODIMP PlmLogOut() override { return Note(L"PlmLogOut"); }
+  STDMETHODIMP PlmLogOut() override { return Record(L"PlmLogOut"); }
   STDMETHODIMP EnablePlmLogOut(long* place) override { return Report(L"EnablePlmLogOut", place); }
-  STDMETHODIMP OpenDataSelector() override { return Note(L"OpenDataSelector"); }
+  STDMETHODIMP OpenDataSelector() override { return Record(L"OpenDataSelector"); }
   STDMETHODIMP EnableOpenDataSelector(long* place) override {
     return Report(L"EnableOpenDataSelector", place);
   }
-  STDMETHODIMP PlmMyCheckOutList() override { return Note(L"PlmMyCheckOutList"); }
+  STDMETHODIMP PlmMyCheckOutList() override { return Record(L"PlmMyCheckOutList"); }
   STDMETHODIMP EnablePlmMyCheckOutList(long* place) override {
     return Report(L"EnablePlmMyCheckOutList", place);
   }
-  STDMETHODIMP PlmWf() override { return Note(L"PlmWf"); }
+  STDMETHODIMP PlmWf() override { return Record(L"PlmWf"); }
   STDMETHODIMP EnablePlmWf(long* place) override { return Report(L"EnablePlmWf", place); }
-  STDMETHODIMP PlmCode() override { return Note(L"PlmCode"); }
+  STDMETHODIMP PlmCode() override { return Record(L"PlmCode"); }
   STDMETHODIMP EnablePlmCode(long* place) override { return Report(L"EnablePlmCode", place); }
-  STDMETHODIMP PlmQuery() override { return Note(L"PlmQuery"); }
+  STDMETHODIMP PlmQuery() override { return Record(L"PlmQuery"); }
   STDMETHODIMP EnablePlmQuery(long* place) override { return Report(L"EnablePlmQuery", place); }
-  STDMETHODIMP PlmImportCurrent() override { return Note(L"PlmImportCurrent"); }
+  STDMETHODIMP PlmImportCurrent() override { return Record(L"PlmImportCurrent"); }
   STDMETHODIMP EnableImportCurrent(long* place) override { return Report(L"EnableImportCurrent", place); }
-  STDMETHODIMP PlmLotimport() override { return Note(L"PlmLotimport"); }
+  STDMETHODIMP PlmLotimport() override { return Record(L"PlmLotimport"); }
   STDMETHODIMP EnableLotimport(long* place) override { return Report(L"EnableLotimport", place); }
-  STDMETHODIMP PlmCreateMaterial() override { return Note(L"PlmCreateMaterial"); }
+  STDMETHODIMP PlmCreateMaterial() override { return Record(L"PlmCreateMaterial"); }
   STDMETHODIMP EnablePlmCreateMaterial(long* place) override {
     return Report(L"EnablePlmCreateMaterial", place);
   }
-  STDMETHODIMP PlmMyTempMaterial() override { return Note(L"PlmMyTempMaterial"); }
+  STDMETHODIMP PlmMyTempMaterial() override { return Record(L"PlmMyTempMaterial"); }
   STDMETHODIMP EnablePlmMyTempMaterial(long* place) override {
     return Report(L"EnablePlmMyTempMaterial", place);
   }
-  STDMETHODIMP PlmTaskManage() override { return Note(L"PlmTaskManage"); }
+  STDMETHODIMP PlmTaskManage() override { return Record(L"PlmTaskManage"); }
   STDMETHODIMP EnablePlmTaskManage(long* place) override { return Report(L"EnablePlmTaskManage", place); }
-  STDMETHODIMP PlmMaterialBackFill() override { return Note(L"PlmMaterialBackFill"); }
+  STDMETHODIMP PlmMaterialBackFill() override { return Record(L"PlmMaterialBackFill"); }
   STDMETHODIMP EnablePlmMaterialBackFill(long* place) override {
     return Report(L"EnablePlmMaterialBackFill", place);
   }
-  STDMETHODIMP PlmImportChangeItem() override { return Note(L"PlmImportChangeItem"); }
+  STDMETHODIMP PlmImportChangeItem() override { return Record(L"PlmImportChangeItem"); }
   STDMETHODIMP EnablePlmImportChangeItem(long* place) override {
     return Report(L"EnablePlmImportChangeItem", place);
   }
 
  private:
-  HRESULT Note(const wchar_t* name) {
+  HRESULT Record(const wchar_t* name) {
     called.append(name).append(L" ");
     if (raise) raise();
     return result;
@@ -84,6 +84,6 @@ class RecordingAddIn : public ISolidWorksAddIn {
   HRESULT Report(const wchar_t* name, long* place) {
     if (!place) return E_POINTER;
     *place = status;
-    return Note(name);
+    return Record(name);
   }
 };

@@ -1,4 +1,4 @@
-// Registration in the real registry of the Wine prefix.
+// Registration of the DLL in the registry of the Wine prefix.
 #include <gtest/gtest.h>
 
 #include "CStringHelper.h"
@@ -41,7 +41,7 @@ RegistryContents ExpectedClass(const std::wstring& name, const std::wstring& pro
   };
 }
 
-/// Everything that a registration writes, wherever it may lie.
+/// Everything that a registration writes, by its key.
 std::map<std::wstring, RegistryContents> AllEntries() {
   std::map<std::wstring, RegistryContents> entries;
   for (const std::wstring& path : {
@@ -105,7 +105,7 @@ TEST_F(Registration, WritesTheBitmapHandlerClass) {
                               {L"CurVer\\", L"solidworks_add_in.BitmapHandler.1"}}));
 }
 
-TEST_F(Registration, ListsTheAddInWithTheHostSwitchedOff) {
+TEST_F(Registration, ListsTheAddInForTheHostAsDisabled) {
   ASSERT_EQ(m_dll.RegisterServer(), S_OK);
   EXPECT_EQ(Machine(kAddIns + L"\\" + kAddInClass),
             (RegistryContents{{L"\\", L"dword:0"},
@@ -126,7 +126,7 @@ TEST_F(Registration, IsForTheWholeMachine) {
   EXPECT_FALSE(RegistryKeyExists(HKEY_CURRENT_USER, kAddIns));
 }
 
-TEST_F(Registration, RegistersTheTypeLibrary) {
+TEST_F(Registration, WritesTheTypeLibrary) {
   ASSERT_EQ(m_dll.RegisterServer(), S_OK);
   RegistryContents library = Classes(L"TypeLib\\" + kLibrary);
   EXPECT_EQ(library[L"1.0\\"], L"solidworks_add_in 1.0 Type Library");
@@ -149,7 +149,7 @@ TEST_F(Registration, MakesTheClassesCreatable) {
   EXPECT_EQ(by_id.CreateInstance(CLSID_SwAddin), S_OK);
 }
 
-TEST_F(Registration, TwiceLeavesOneSetOfEntries) {
+TEST_F(Registration, TwiceWritesTheSameEntries) {
   ASSERT_EQ(m_dll.RegisterServer(), S_OK);
   const auto once = AllEntries();
   ASSERT_EQ(once.size(), 12u);
@@ -157,7 +157,7 @@ TEST_F(Registration, TwiceLeavesOneSetOfEntries) {
   EXPECT_EQ(AllEntries(), once);
 }
 
-TEST_F(Registration, ClearsWhatAnOlderOneLeftInTheAddInsOwnKeys) {
+TEST_F(Registration, DeletesOldEntriesUnderTheAddInsOwnKeys) {
   const ForeignKey old_class(HKEY_CLASSES_ROOT, L"CLSID\\" + kAddInClass + L"\\LocalServer32");
   const ForeignKey old_entry(HKEY_LOCAL_MACHINE, kAddIns + L"\\" + kAddInClass + L"\\Old");
   ASSERT_EQ(m_dll.RegisterServer(), S_OK);
@@ -165,7 +165,7 @@ TEST_F(Registration, ClearsWhatAnOlderOneLeftInTheAddInsOwnKeys) {
   EXPECT_FALSE(RegistryKeyExists(HKEY_LOCAL_MACHINE, kAddIns + L"\\" + kAddInClass + L"\\Old"));
 }
 
-TEST_F(Registration, TakenBackLeavesNothingOfTheAddIn) {
+TEST_F(Registration, UndoneLeavesNoEntriesOfTheAddIn) {
   ASSERT_EQ(m_dll.RegisterServer(), S_OK);
   EXPECT_EQ(m_dll.UnregisterServer(), S_OK);
   EXPECT_EQ(AllEntries(), (std::map<std::wstring, RegistryContents>{}));
@@ -174,15 +174,15 @@ TEST_F(Registration, TakenBackLeavesNothingOfTheAddIn) {
             REGDB_E_CLASSNOTREG);
 }
 
-TEST_F(Registration, TakenBackKeepsTheHostsKeys) {
+TEST_F(Registration, UndoneKeepsTheHostsKeys) {
   ASSERT_EQ(m_dll.RegisterServer(), S_OK);
   ASSERT_EQ(m_dll.UnregisterServer(), S_OK);
-  EXPECT_TRUE(RegistryKeyExists(HKEY_LOCAL_MACHINE, kAddIns)) << "also where no add-in is left";
+  EXPECT_TRUE(RegistryKeyExists(HKEY_LOCAL_MACHINE, kAddIns)) << "even if no add-in is left";
   EXPECT_TRUE(RegistryKeyExists(HKEY_CLASSES_ROOT, L"CLSID"));
   EXPECT_TRUE(RegistryKeyExists(HKEY_CLASSES_ROOT, L"AppID"));
 }
 
-TEST_F(Registration, LeavesOtherAddInsAlone) {
+TEST_F(Registration, DoesNotChangeOtherAddIns) {
   const ForeignKey neighbour(HKEY_LOCAL_MACHINE, kAddIns + L"\\{00000000-1111-2222-3333-444444444444}");
   const RegistryContents before = Machine(kAddIns);
   ASSERT_EQ(m_dll.RegisterServer(), S_OK);
@@ -190,7 +190,7 @@ TEST_F(Registration, LeavesOtherAddInsAlone) {
   EXPECT_EQ(Machine(kAddIns), before);
 }
 
-TEST_F(Registration, TakenBackKeepsAKeyUnderWhichOthersHavePutKeys) {
+TEST_F(Registration, UndoneKeepsAKeyWithForeignSubkeys) {
   ASSERT_EQ(m_dll.RegisterServer(), S_OK);
   {
     const ForeignKey shell(HKEY_CLASSES_ROOT, L"solidworks_add_in.SwAddin\\shell");
@@ -202,7 +202,7 @@ TEST_F(Registration, TakenBackKeepsAKeyUnderWhichOthersHavePutKeys) {
   EXPECT_FALSE(RegistryKeyExists(HKEY_CLASSES_ROOT, L"solidworks_add_in.SwAddin"));
 }
 
-TEST_F(Registration, TakenBackTwiceOrWithoutOneIsNoFailure) {
+TEST_F(Registration, CanBeUndoneTwiceOrWithoutARegistration) {
   EXPECT_EQ(m_dll.UnregisterServer(), S_OK);
   ASSERT_EQ(m_dll.RegisterServer(), S_OK);
   EXPECT_EQ(m_dll.UnregisterServer(), S_OK);
@@ -210,7 +210,7 @@ TEST_F(Registration, TakenBackTwiceOrWithoutOneIsNoFailure) {
 }
 
 TEST_F(Registration, ReturnsTheFirstFailureOfTheRegistry) {
-  // No lasting key can be made under a key that lasts only until the next start of the system.
+  // The system rejects a permanent key under a volatile key.
   RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\SolidWorks");
   const ForeignKey host(HKEY_LOCAL_MACHINE, L"SOFTWARE\\SolidWorks", REG_OPTION_VOLATILE);
   EXPECT_EQ(m_dll.RegisterServer(), HRESULT_FROM_WIN32(ERROR_CHILD_MUST_BE_VOLATILE));
@@ -227,7 +227,7 @@ TEST_F(Registration, RestoresTheThreadsLocale) {
   SetThreadLocale(before);
 }
 
-TEST(RegistrationOfACopy, TakesAnyPath) {
+TEST(RegistrationOfACopy, AcceptsAnyPath) {
   const ComApartment com;
   const TempFolder folder;
   // Quotes, per cent signs and braces have a meaning in registration scripts.

@@ -1,4 +1,4 @@
-/// @file Looking at the registry, and putting strangers' entries into it.
+/// @file Reading the registry, and adding entries of other programs to it.
 #pragma once
 
 #include <windows.h>
@@ -6,17 +6,17 @@
 #include <map>
 #include <string>
 
-/// All values under a key and its subkeys: "Subkey\Name" (the default value is "Subkey\") to the data as
-/// text, "dword:1" for a number. A key without values has the entry "Subkey\" with "(no value)". The
-/// key's own path is the empty one.
+/// All values under a key and its subkeys: "Subkey\Name" ("Subkey\" for the default value) and the data as
+/// text, "dword:1" for a number. A key without values has the entry "Subkey\" with "(no value)". The subkey
+/// is empty for the key itself.
 using RegistryContents = std::map<std::wstring, std::wstring>;
 
-/// What is under `path`; empty where there is no such key.
+/// The values under `path`; empty if the key does not exist.
 RegistryContents ReadRegistry(HKEY root, const std::wstring& path);
 
 bool RegistryKeyExists(HKEY root, const std::wstring& path);
 
-/// A key with a value that belongs to someone else; removed at the end, with all that is under it.
+/// A key with a value of another program. The destructor removes it with all its subkeys.
 class ForeignKey {
  public:
   /// @param options such as REG_OPTION_VOLATILE.

@@ -15,26 +15,27 @@ using registry_script::Root;
 const registry_script::Replacements kReplacements = {{L"CLSID", L"{1234}"},
                                                      {L"MODULE", L"C:\\it's { here } = s\\a.dll"}};
 
-/// A script in one line, as it was understood: "ForceRemove name=text(value=1 child)".
-std::wstring Told(const Key& key) {
+/// A parsed key as one line: "ForceRemove name(value=1 child())".
+std::wstring TextOf(const Key& key) {
   static const wchar_t* const removal[] = {L"", L"NoRemove ", L"ForceRemove "};
-  std::wstring told = removal[static_cast<int>(key.removal)] + key.name + L"(";
+  std::wstring text = removal[static_cast<int>(key.removal)] + key.name + L"(";
   for (const registry_script::Value& value : key.values) {
     const std::uint32_t* number = std::get_if<std::uint32_t>(&value.data);
-    told +=
+    text +=
         value.name + L"=" + (number ? std::to_wstring(*number) : std::get<std::wstring>(value.data)) + L" ";
   }
-  for (const Key& child : key.keys) told += Told(child);
-  return told + L")";
+  for (const Key& child : key.keys) text += TextOf(child);
+  return text + L")";
 }
 
-std::wstring Told(std::wstring_view script) {
-  std::wstring told;
+/// A parsed script as one line: "HKCR:a()b()".
+std::wstring TextOf(std::wstring_view script) {
+  std::wstring text;
   for (const Root& root : Parse(script, kReplacements)) {
-    told += root.root == registry_script::RootKey::kClassesRoot ? L"HKCR:" : L"HKLM:";
-    for (const Key& key : root.keys) told += Told(key);
+    text += root.root == registry_script::RootKey::kClassesRoot ? L"HKCR:" : L"HKLM:";
+    for (const Key& key : root.keys) text += TextOf(key);
   }
-  return told;
+  return text;
 }
 
 std::string ErrorOf(std::wstring_view script) {
@@ -48,10 +49,10 @@ std::string ErrorOf(std::wstring_view script) {
 
 }  // namespace
 
-TEST(RegistryScript, IsUnderstood) {
+TEST(RegistryScript, IsParsed) {
   const struct {
     const wchar_t* script;
-    const wchar_t* told;
+    const wchar_t* text;
   } cases[] = {
       {L"", L""},
       {L"HKCR { }", L"HKCR:"},
@@ -70,10 +71,10 @@ TEST(RegistryScript, IsUnderstood) {
       {L"HKCR { a = s '%MODULE%' b }", L"HKCR:a(=C:\\it's { here } = s\\a.dll )b()"},
       {L"HKCR\r\n{\r\n\ta\r\n}\r\n", L"HKCR:a()"},
   };
-  for (const auto& c : cases) EXPECT_EQ(Told(c.script), c.told) << utf8::Encode<wchar_t>(c.script);
+  for (const auto& c : cases) EXPECT_EQ(TextOf(c.script), c.text) << utf8::Encode<wchar_t>(c.script);
 }
 
-TEST(RegistryScript, NamesLineAndTokenOfAnError) {
+TEST(RegistryScript, ReportsTheLineAndTokenOfAnError) {
   const struct {
     const wchar_t* script;
     const char* error;

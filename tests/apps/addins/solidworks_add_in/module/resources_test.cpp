@@ -80,7 +80,7 @@ TEST_F(StringTable, HasEveryTextInThreeLanguages) {
   }
 }
 
-TEST_F(StringTable, SpeaksTheUsersLanguage) {
+TEST_F(StringTable, ReturnsTextsInTheUsersLanguage) {
   for (const Text& text : kTexts) {
     SCOPED_TRACE(text.id);
     {
@@ -99,7 +99,7 @@ TEST_F(StringTable, SpeaksTheUsersLanguage) {
   }
 }
 
-TEST_F(StringTable, GivesTheEmptyStringForAMissingId) {
+TEST_F(StringTable, ReturnsTheEmptyStringForAMissingId) {
   for (const unsigned id : {0u, 5u, 12u, 132u, 134u, 264u, 1000u, 57345u, 65535u}) {
     EXPECT_EQ(LoadResourceString(id), L"") << id;
     EXPECT_EQ(LoadResourceString(id, kSimplified), L"") << id;
@@ -108,7 +108,7 @@ TEST_F(StringTable, GivesTheEmptyStringForAMissingId) {
 
 TEST_F(StringTable, HasNoTextsInOtherLanguages) { EXPECT_EQ(LoadResourceString(1, 0x0407), L""); }
 
-TEST(StringTableLanguageOfAUser, FollowsTheInterfaceLanguage) {
+TEST(StringTableLanguage, FollowsTheUserInterfaceLanguage) {
   const struct {
     LANGID user, table;
   } cases[] = {
@@ -116,7 +116,7 @@ TEST(StringTableLanguageOfAUser, FollowsTheInterfaceLanguage) {
       {0x0809, kEnglish},      // English (United Kingdom)
       {0x0407, kEnglish},      // German
       {0x0411, kEnglish},      // Japanese
-      {0x0000, kEnglish},      // none
+      {0x0000, kEnglish},      // no language
       {0x0804, kSimplified},   // Chinese (China)
       {0x1004, kSimplified},   // Chinese (Singapore)
       {0x0004, kSimplified},   // Chinese (simplified), no region
@@ -129,7 +129,7 @@ TEST(StringTableLanguageOfAUser, FollowsTheInterfaceLanguage) {
   for (const auto& c : cases) EXPECT_EQ(StringTableLanguage(c.user), c.table) << std::hex << c.user;
 }
 
-TEST(VersionResource, CarriesTheVersionOfTheProject) {
+TEST(VersionResource, HasTheVersionOfTheProject) {
   const std::wstring path = AddInDll::BuiltPath();
   std::vector<BYTE> version(GetFileVersionInfoSizeW(path.c_str(), nullptr));
   ASSERT_FALSE(version.empty());

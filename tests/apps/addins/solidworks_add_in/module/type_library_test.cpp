@@ -1,4 +1,4 @@
-// The type library as the host and its macro editors read it.
+// The type library, which the host and its macro editors read.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -67,7 +67,7 @@ class TypeLibrary : public testing::Test {
     return info;
   }
 
-  /// The description of a dual interface by its vtable, in which the functions have their true shapes.
+  /// The vtable description of a dual interface, in which the functions have their real signatures.
   ITypeInfoPtr Vtable(REFIID iid) {
     const ITypeInfoPtr dispatch = Info(iid);
     HREFTYPE reference = 0;
@@ -88,7 +88,7 @@ class TypeLibrary : public testing::Test {
   ITypeLibPtr m_library;
 };
 
-/// A function of a description, given back at the end.
+/// A function of a type description, released by the destructor.
 class Function {
  public:
   Function(ITypeInfo* info, UINT index) : m_info(info) { m_info->GetFuncDesc(index, &m_function); }

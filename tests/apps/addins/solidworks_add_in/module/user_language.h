@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-/// Makes `language` the language of this thread's user interface while it lives.
+/// Sets the language of this thread's user interface while it lives.
 class UserLanguage {
  public:
   explicit UserLanguage(LANGID language) : m_before(GetThreadUILanguage()) { Set(language); }
@@ -15,7 +15,7 @@ class UserLanguage {
   static void Set(LANGID language) {
     SetThreadUILanguage(language);
     if (GetThreadUILanguage() == language) return;
-    // Wine has one language for the whole process, set elsewhere.
+    // Wine has one language for the whole process, set by another function.
     FARPROC set = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtSetDefaultUILanguage");
     reinterpret_cast<LONG(WINAPI*)(LANGID)>(reinterpret_cast<void*>(set))(language);
   }

@@ -1,14 +1,18 @@
-// PlmMaterialBackFill: the active document's properties are filled from a material of the PLM system.
+// PlmMaterialBackFill, which fills the active document's properties from a material of the PLM system.
 #include <gtest/gtest.h>
 
+#include "list_difference.h"
+#include "log_line.h"
 #include "properties_fixture.h"
+#include "result_codes.h"
 
 namespace {
 
-class MaterialBackFill : public PropertiesTest {
+class MaterialBackFill : public PropertiesFixture {
  protected:
   void SetUp() override { ConnectAndLogIn(); }
 
+  /// Picks the command, closes so many boxes with OK, and expects the code.
   void PickExpecting(std::size_t boxes, HRESULT code = S_OK) {
     ExpectBoxes(boxes);
     const auto picked = Pick(L"PlmMaterialBackFill");
@@ -19,17 +23,17 @@ class MaterialBackFill : public PropertiesTest {
   const Texts kUnchanged = {L"A=1", L"B=2", L"C=3"};
 };
 
-TEST_F(MaterialBackFill, SendsTheLoginAndWritesWhatComesBack) {
+TEST_F(MaterialBackFill, SendsTheLoginAndWritesTheValuesOfTheAnswer) {
   const auto document = OpenPartWithThree();
   Answer("QD_PLMMaterialBackFill", R"({"material_property_back_fill":{"A":"x","C":"","Z":"new"},"B":"no"})");
   PickExpecting(1);
   EXPECT_EQ(Asked(), Requests{kRequest});
-  EXPECT_EQ(PropertiesOf(*document), (Texts{L"A=x", L"B=2", L"C="}));
+  EXPECT_SAME_ENTRIES(PropertiesOf(*document), Texts{L"A=x", L"B=2", L"C="});
   EXPECT_EQ(Boxes(), Texts{L"completed"});
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-TEST_F(MaterialBackFill, TellsThatNoModelIsLoaded) {
+TEST_F(MaterialBackFill, ShowsThatNoModelIsLoaded) {
   Answer("QD_PLMMaterialBackFill", R"({"material_property_back_fill":{}})");
   PickExpecting(1);
   m_host->New(swDocPART);
@@ -41,7 +45,7 @@ TEST_F(MaterialBackFill, TellsThatNoModelIsLoaded) {
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-TEST_F(MaterialBackFill, TakesClosedNoticesAsRead) {
+TEST_F(MaterialBackFill, AllowsItsMessagesToBeClosed) {
   m_boxes->Expect(MessageBoxRecorder::kClose);
   PickExpecting(0);
   OpenPartWithThree();
@@ -51,18 +55,18 @@ TEST_F(MaterialBackFill, TakesClosedNoticesAsRead) {
   EXPECT_EQ(Boxes(), (Texts{L"no model", L"completed"}));
 }
 
-TEST_F(MaterialBackFill, TellsTheUserAlsoWhereNothingIsNamed) {
+TEST_F(MaterialBackFill, ShowsSuccessEvenIfTheAnswerNamesNoProperty) {
   const auto document = OpenPartWithThree();
   for (const char* values : {"{}", R"({"Z":"new"})", R"({"a":"x"})"}) {
     Answer("QD_PLMMaterialBackFill", std::string(R"({"material_property_back_fill":)") + values + "}");
     PickExpecting(1);
   }
-  EXPECT_EQ(PropertiesOf(*document), kUnchanged);
+  EXPECT_SAME_ENTRIES(PropertiesOf(*document), kUnchanged);
   EXPECT_EQ(Boxes(), Texts(3, L"completed"));
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-TEST_F(MaterialBackFill, EndsInSilenceWithoutProperties) {
+TEST_F(MaterialBackFill, DoesNothingIfTheAnswerHasNoProperties) {
   const auto document = OpenPartWithThree();
   for (const char* answer :
        {"{}", "", "{ }", "{", "[]", "null", R"({"A":"x"})", R"({"material_property_back_fill ":{"A":"x"}})",
@@ -70,27 +74,27 @@ TEST_F(MaterialBackFill, EndsInSilenceWithoutProperties) {
     Answer("QD_PLMMaterialBackFill", answer);
     PickExpecting(0);
   }
-  EXPECT_EQ(PropertiesOf(*document), kUnchanged);
+  EXPECT_SAME_ENTRIES(PropertiesOf(*document), kUnchanged);
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-TEST_F(MaterialBackFill, RaisesThePlatformsExceptionForPropertiesThatAreNoObject) {
+TEST_F(MaterialBackFill, ThrowsThePlatformExceptionIfThePropertiesAreNotAnObject) {
   const auto document = OpenPartWithThree();
   for (const char* values : {"[]", "null", "\"A\"", "true", "1"}) {
     m_home.Reset();
-    m_home.WriteConfiguration(L"PlmClient.json", "{}");  // the connection is there
+    m_home.WriteConfiguration(L"PlmClient.json", "{}");  // Reset deleted it; the pipe is open already
     Answer("QD_PLMMaterialBackFill", std::string(R"({"material_property_back_fill":)") + values + "}");
     const auto picked = Pick(L"PlmMaterialBackFill");
     EXPECT_EQ(picked.result, DISP_E_EXCEPTION) << values;
-    EXPECT_EQ(picked.code, static_cast<HRESULT>(0xA3013001)) << values;
+    EXPECT_EQ(picked.code, hr::kJsonWrongType) << values;
     EXPECT_EQ(picked.description, L"json member [material_property_back_fill] is not Object!") << values;
     EXPECT_EQ(AddInLog(), Texts{});
     EXPECT_EQ(PlatformLog().size(), 1u) << values;
   }
-  EXPECT_EQ(PropertiesOf(*document), kUnchanged);
+  EXPECT_SAME_ENTRIES(PropertiesOf(*document), kUnchanged);
 }
 
-TEST_F(MaterialBackFill, TellsTheLogAndThenTheUserOfAFailedWrite) {
+TEST_F(MaterialBackFill, LogsAndThenShowsAFailedWrite) {
   const auto document = OpenPartWithThree();
   Answer("QD_PLMMaterialBackFill", R"({"material_property_back_fill":{"A":"x","B":"y","C":"z"}})");
   m_host->GetFaults().Fail(L"ICustomPropertyManager::Set", 2, E_ACCESSDENIED);
@@ -99,13 +103,13 @@ TEST_F(MaterialBackFill, TellsTheLogAndThenTheUserOfAFailedWrite) {
   PickExpecting(1, E_ACCESSDENIED);
   EXPECT_EQ(Boxes(), Texts{L"error 0x80070005"});
   EXPECT_EQ(AddInLog(),
-            (Texts{LogLine(1214, L"PutAttributes", L"pCustomPropertyManager->Set<hr=0x80070005>"),
-                   LogLine(1417, L"PlmMaterialBackFill", L"AttributesBackFill failed.<hr=0x80070005>")}));
+            (Texts{ErrorLine(1214, L"PutAttributes", L"pCustomPropertyManager->Set", E_ACCESSDENIED),
+                   ErrorLine(1417, L"PlmMaterialBackFill", L"AttributesBackFill failed.", E_ACCESSDENIED)}));
   EXPECT_EQ(lines, 2u);
-  EXPECT_EQ(PropertiesOf(*document), (Texts{L"A=x", L"B=2", L"C=3"}));
+  EXPECT_SAME_ENTRIES(PropertiesOf(*document), Texts{L"A=x", L"B=2", L"C=3"});
 }
 
-TEST_F(MaterialBackFill, TakesAClosedErrorNoticeAsRead) {
+TEST_F(MaterialBackFill, AllowsTheErrorMessageToBeClosed) {
   OpenPartWithThree();
   Answer("QD_PLMMaterialBackFill", R"({"material_property_back_fill":{"A":"x"}})");
   m_host->GetFaults().Fail(L"ICustomPropertyManager::Set", 1, E_FAIL);
@@ -114,7 +118,7 @@ TEST_F(MaterialBackFill, TakesAClosedErrorNoticeAsRead) {
   EXPECT_EQ(Boxes(), Texts{L"error 0x80004005"});
 }
 
-TEST_F(MaterialBackFill, TellsThatAReadOnlyDocumentCannotBeFilled) {
+TEST_F(MaterialBackFill, ShowsThatAReadOnlyDocumentCannotBeFilled) {
   const std::wstring path = OpenPartWithThree()->path;
   m_host->Close(m_host->ActiveDocument());
   SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
@@ -122,11 +126,11 @@ TEST_F(MaterialBackFill, TellsThatAReadOnlyDocumentCannotBeFilled) {
   Answer("QD_PLMMaterialBackFill", R"({"material_property_back_fill":{"A":"x"}})");
   PickExpecting(1, E_ACCESSDENIED);
   EXPECT_EQ(Boxes(), Texts{L"error 0x80070005"});
-  EXPECT_EQ(PropertiesOf(*document), kUnchanged);
+  EXPECT_SAME_ENTRIES(PropertiesOf(*document), kUnchanged);
   SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
-TEST_F(MaterialBackFill, LogsNothingOfASuccess) {
+TEST_F(MaterialBackFill, LogsNothingOnSuccess) {
   OpenPartWithThree();
   Answer("QD_PLMMaterialBackFill", R"({"material_property_back_fill":{"A":"x"}})");
   m_host->GetFaults().ReturnFalse(L"ICustomPropertyManager::Set", 1);
@@ -134,7 +138,7 @@ TEST_F(MaterialBackFill, LogsNothingOfASuccess) {
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-TEST_F(MaterialBackFill, IsSavedByThePersonAndNotByTheCommand) {
+TEST_F(MaterialBackFill, DoesNotSaveTheDocument) {
   const auto document = OpenPartWithThree();
   Answer("QD_PLMMaterialBackFill", R"({"material_property_back_fill":{"A":"钢 \"😀\""}})");
   PickExpecting(1);

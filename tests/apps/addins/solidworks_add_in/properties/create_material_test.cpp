@@ -1,13 +1,16 @@
-// PlmCreateMaterial: from which document it reads, and what it makes of the PLM client's answers.
+// PlmCreateMaterial: the document that it reads, and how it handles the PLM client's answers.
 #include <gtest/gtest.h>
 
+#include "case_name.h"
+#include "list_difference.h"
 #include "properties_fixture.h"
+#include "result_codes.h"
 
 namespace {
 
 constexpr const char* kCreated = R"({"data":{"no":"M-1"}})";
 
-class CreateMaterial : public PropertiesTest {
+class CreateMaterial : public PropertiesFixture {
  protected:
   void SetUp() override { ConnectAndLogIn(); }
 
@@ -16,8 +19,8 @@ class CreateMaterial : public PropertiesTest {
     EXPECT_EQ(Pick(L"PlmCreateMaterial").result, S_OK);
   }
 
-  /// The arguments with which the host was asked for the document.
-  Texts OpenedWith() const {
+  /// The arguments of the host calls that open the document.
+  Texts OpenArguments() const {
     Texts arguments;
     for (const auto& call : m_host->GetJournal().Calls(L"ISldWorks::OpenDoc6")) {
       arguments.push_back(call.arguments);
@@ -35,26 +38,26 @@ TEST_F(CreateMaterial, SendsAnEmptyRequestWithoutADocument) {
   EXPECT_EQ(HostCalls(), Texts{L"ISldWorks::get_IActiveDoc2()"});
 }
 
-TEST_F(CreateMaterial, SendsAnEmptyRequestForADocumentThatWasNeverSaved) {
+TEST_F(CreateMaterial, SendsAnEmptyRequestIfTheDocumentWasNeverSaved) {
   Answer("QD_PLMCreateMaterial", kCreated);
   m_host->New(swDocPART);
   PickAnswering({});
   EXPECT_EQ(Asked(), Requests{kEmptyRequest});
 }
 
-TEST_F(CreateMaterial, SendsAnEmptyRequestForADocumentWhoseFileIsGone) {
+TEST_F(CreateMaterial, SendsAnEmptyRequestIfTheFileIsMissing) {
   OpenPartWithThree()->path = m_folder.Path(L"gone.sldprt");
   PickAnswering({});
   EXPECT_EQ(Asked(), Requests{kEmptyRequest});
 }
 
-TEST_F(CreateMaterial, SendsAnEmptyRequestForADocumentThatIsOnlyViewed) {
+TEST_F(CreateMaterial, SendsAnEmptyRequestIfTheDocumentIsViewOnly) {
   OpenPartWithThree()->view_only = true;
   PickAnswering({});
   EXPECT_EQ(Asked(), Requests{kEmptyRequest});
 }
 
-TEST_F(CreateMaterial, SendsAnObjectWithoutMembersForADocumentWithoutProperties) {
+TEST_F(CreateMaterial, SendsAnEmptyObjectIfTheDocumentHasNoProperties) {
   Open(L"part.sldprt", {});
   PickAnswering({IDOK, IDCANCEL});
   EXPECT_EQ(Asked(), Requests{R"(QD_PLMCreateMaterial {"extract_info":{}})"});
@@ -70,63 +73,64 @@ TEST_F(CreateMaterial, SendsResolvedValuesOfTheDocumentLevel) {
   EXPECT_EQ(Asked(), Requests{R"(QD_PLMCreateMaterial {"extract_info":{"W":"1.25","N":"7"}})"});
 }
 
-/// A document's file name, and the type as which the host is asked for it.
+/// A document's file name, and the type that the add-in passes to the host to open it.
 struct Extension {
-  const wchar_t* name;
+  const char* name;
+  const wchar_t* file;
   swDocumentTypes_e type;
-  int asked;
+  int passed;
 };
 
 class DocumentExtension : public CreateMaterial, public testing::WithParamInterface<Extension> {};
 
-TEST_P(DocumentExtension, TellsTheTypeToOpen) {
-  const Extension& row = GetParam();
-  const auto document = m_host->New(row.type);
+TEST_P(DocumentExtension, DeterminesTheTypeToOpen) {
+  const Extension& extension = GetParam();
+  const auto document = m_host->New(extension.type);
   document->model.properties = {{.name = L"A", .text = L"1"}};
-  // Under a name that the host's own dialogs would not give.
-  document->path = m_folder.Write(row.name, "file");
+  // The host's own dialogs would not save it under this name.
+  document->path = m_folder.Write(extension.file, "file");
   PickAnswering({IDOK, IDCANCEL});
-  EXPECT_EQ(OpenedWith(),
-            Texts{L"\"" + document->path + L"\", " + std::to_wstring(row.asked) + L", 1, null"});
+  EXPECT_EQ(OpenArguments(),
+            Texts{L"\"" + document->path + L"\", " + std::to_wstring(extension.passed) + L", 1, null"});
   EXPECT_EQ(Asked(), Requests{R"(QD_PLMCreateMaterial {"extract_info":{"A":"1"}})"});
 }
 
 const Extension kExtensions[] = {
-    {L"bolt.sldprt", swDocPART, 1},
-    {L"top.sldasm", swDocASSEMBLY, 2},
-    {L"sheet.slddrw", swDocDRAWING, 3},
-    {L"Part1.SLDPRT", swDocPART, 1},
-    {L"Sheet.SldDrw", swDocDRAWING, 3},
-    // Only what follows the last point counts.
-    {L"a.sldprt.sldasm", swDocASSEMBLY, 2},
-    {L"folder.sldprt\\a.slddrw", swDocDRAWING, 3},
-    {L"bolt.sldprt.bak", swDocPART, 0},
-    {L"bolt.txt", swDocPART, 0},
-    {L"bolt", swDocPART, 0},
-    {L"folder.sldprt\\bolt", swDocPART, 0},
-    // A version number behind the extension is passed over.
-    {L"bolt.sldprt.12", swDocPART, 1},
-    {L"Top.SLDASM.1", swDocASSEMBLY, 2},
-    {L"bolt.12", swDocPART, 0},
-    {L"bolt.sldprt.1.2", swDocPART, 0},
+    {"Part", L"bolt.sldprt", swDocPART, 1},
+    {"Assembly", L"top.sldasm", swDocASSEMBLY, 2},
+    {"Drawing", L"sheet.slddrw", swDocDRAWING, 3},
+    {"PartInUpperCase", L"Part1.SLDPRT", swDocPART, 1},
+    {"DrawingInMixedCase", L"Sheet.SldDrw", swDocDRAWING, 3},
+    // Only the last extension counts.
+    {"TwoExtensions", L"a.sldprt.sldasm", swDocASSEMBLY, 2},
+    {"DrawingInAFolderNamedLikeAPart", L"folder.sldprt\\a.slddrw", swDocDRAWING, 3},
+    {"OtherExtensionAfterAPart", L"bolt.sldprt.bak", swDocPART, 0},
+    {"OtherExtension", L"bolt.txt", swDocPART, 0},
+    {"NoExtension", L"bolt", swDocPART, 0},
+    {"NoExtensionInAFolderNamedLikeAPart", L"folder.sldprt\\bolt", swDocPART, 0},
+    // A version number after the extension is ignored.
+    {"VersionOfAPart", L"bolt.sldprt.12", swDocPART, 1},
+    {"VersionOfAnAssembly", L"Top.SLDASM.1", swDocASSEMBLY, 2},
+    {"VersionWithoutExtension", L"bolt.12", swDocPART, 0},
+    {"TwoVersions", L"bolt.sldprt.1.2", swDocPART, 0},
 };
 
-INSTANTIATE_TEST_SUITE_P(, DocumentExtension, testing::ValuesIn(kExtensions));
+INSTANTIATE_TEST_SUITE_P(, DocumentExtension, testing::ValuesIn(kExtensions), CaseName<Extension>);
 
-TEST_F(CreateMaterial, AsksAgainForTheTypeOfEachDocument) {
+TEST_F(CreateMaterial, DeterminesTheTypeOfEachDocument) {
   for (const wchar_t* name : {L"a.txt", L"b.sldasm", L"c.sldprt"}) {
     const auto document = m_host->New(swDocPART);
     document->path = m_folder.Write(name, "file");
     PickAnswering({IDOK, IDCANCEL});
   }
-  const Texts opened = OpenedWith();
+  const Texts opened = OpenArguments();
   ASSERT_EQ(opened.size(), 3u);
   EXPECT_TRUE(opened[0].ends_with(L"a.txt\", 0, 1, null"));
   EXPECT_TRUE(opened[1].ends_with(L"b.sldasm\", 2, 1, null"));
   EXPECT_TRUE(opened[2].ends_with(L"c.sldprt\", 1, 1, null"));
 }
 
-TEST_F(CreateMaterial, EndsWhereNothingWasCreated) {
+TEST_F(CreateMaterial, EndsIfNoMaterialWasCreated) {
   Answer("QD_PLMCreateMaterial", "{}");
   OpenPartWithThree();
   PickAnswering({IDOK});
@@ -134,7 +138,7 @@ TEST_F(CreateMaterial, EndsWhereNothingWasCreated) {
   EXPECT_EQ(Boxes(), Texts{L"extract?"});
 }
 
-TEST_F(CreateMaterial, EndsWhereNothingWasCreatedAlsoWithoutProperties) {
+TEST_F(CreateMaterial, EndsIfNoMaterialWasCreatedWithoutProperties) {
   Answer("QD_PLMCreateMaterial", "{}");
   OpenPartWithThree();
   PickAnswering({IDCANCEL});
@@ -142,16 +146,15 @@ TEST_F(CreateMaterial, EndsWhereNothingWasCreatedAlsoWithoutProperties) {
   EXPECT_EQ(Boxes(), Texts{L"extract?"});
 }
 
-TEST_F(CreateMaterial, FillsBackOnlyWhatTheDocumentHas) {
+TEST_F(CreateMaterial, FillsBackOnlyPropertiesThatTheDocumentHas) {
   const auto document = OpenPartWithThree();
   Answer("QD_PLMCreateMaterial", kCreated);
   Answer("QD_PLMMaterialBackFill", R"({"material_property_back_fill":{"D":"new","B":"y","a":"x"}})");
   PickAnswering({IDCANCEL, IDOK, IDOK});
-  EXPECT_EQ(PropertiesOf(*document), (Texts{L"A=1", L"B=y", L"C=3"}));
+  EXPECT_SAME_ENTRIES(PropertiesOf(*document), Texts{L"A=1", L"B=y", L"C=3"});
 }
 
-/// The PLM client is asked while the host's document is still held.
-TEST_F(CreateMaterial, HoldsTheDocumentWhileItSends) {
+TEST_F(CreateMaterial, HoldsTheDocumentWhileItSendsItsValues) {
   OpenPartWithThree();
   std::vector<std::size_t> held;
   ServeWith([&](const plm_client::Request&, std::stop_token) {
@@ -164,8 +167,7 @@ TEST_F(CreateMaterial, HoldsTheDocumentWhileItSends) {
   EXPECT_EQ(held, (std::vector<std::size_t>{before + 1, before}));
 }
 
-/// Answers to creating that name no material: the question is asked, then the command ends in silence.
-TEST_F(CreateMaterial, EndsAfterTheQuestionWithoutAMaterial) {
+TEST_F(CreateMaterial, EndsAfterTheQuestionIfTheAnswerNamesNoMaterial) {
   OpenPartWithThree();
   const char* const answers[] = {"",
                                  "{ }",
@@ -181,12 +183,11 @@ TEST_F(CreateMaterial, EndsAfterTheQuestionWithoutAMaterial) {
     Answer("QD_PLMCreateMaterial", answer);
     PickAnswering({IDCANCEL, IDOK});
   }
-  EXPECT_EQ(Asked(), Requests(std::size(answers), kEmptyRequest));
+  EXPECT_SAME_ENTRIES(Asked(), Requests(std::size(answers), kEmptyRequest));
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-/// Answers to filling back without properties: nothing is written, nothing said.
-TEST_F(CreateMaterial, EndsWithoutPropertiesToFillBack) {
+TEST_F(CreateMaterial, WritesAndShowsNothingIfTheAnswerHasNoPropertiesToFillBack) {
   const auto document = OpenPartWithThree();
   Answer("QD_PLMCreateMaterial", kCreated);
   for (const char* answer :
@@ -195,38 +196,38 @@ TEST_F(CreateMaterial, EndsWithoutPropertiesToFillBack) {
     Answer("QD_PLMMaterialBackFill", answer);
     PickAnswering({IDCANCEL, IDOK});
   }
-  EXPECT_EQ(PropertiesOf(*document), (Texts{L"A=1", L"B=2", L"C=3"}));
+  EXPECT_SAME_ENTRIES(PropertiesOf(*document), Texts{L"A=1", L"B=2", L"C=3"});
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-TEST_F(CreateMaterial, RaisesThePlatformsExceptionForAMaterialThatIsNoObject) {
+TEST_F(CreateMaterial, ThrowsThePlatformExceptionIfTheMaterialIsNotAnObject) {
   OpenPartWithThree();
   for (const char* answer : {R"({"data":"M-1"})", R"({"data":null})", R"({"data":[{}]})", R"({"data":7})"}) {
     m_home.Reset();
-    m_home.WriteConfiguration(L"PlmClient.json", "{}");  // the connection is there
+    m_home.WriteConfiguration(L"PlmClient.json", "{}");  // Reset deleted it; the pipe is open already
     Answer("QD_PLMCreateMaterial", answer);
     for (const int button : {IDCANCEL, IDOK}) m_boxes->Expect(button);
     const auto picked = Pick(L"PlmCreateMaterial");
     EXPECT_EQ(picked.result, DISP_E_EXCEPTION) << answer;
-    EXPECT_EQ(picked.code, static_cast<HRESULT>(0xA3013001)) << answer;
+    EXPECT_EQ(picked.code, hr::kJsonWrongType) << answer;
     EXPECT_EQ(picked.description, L"json member [data] is not Object!") << answer;
     EXPECT_EQ(AddInLog(), Texts{});
     EXPECT_EQ(PlatformLog().size(), 1u) << answer;
   }
-  EXPECT_EQ(Asked(), Requests(4, kEmptyRequest));
+  EXPECT_SAME_ENTRIES(Asked(), Requests(4, kEmptyRequest));
 }
 
-TEST_F(CreateMaterial, RaisesThePlatformsExceptionForPropertiesThatAreNoObject) {
+TEST_F(CreateMaterial, ThrowsThePlatformExceptionIfThePropertiesAreNotAnObject) {
   const auto document = OpenPartWithThree();
   Answer("QD_PLMCreateMaterial", kCreated);
   Answer("QD_PLMMaterialBackFill", R"({"material_property_back_fill":"A"})");
   for (const int button : {IDCANCEL, IDOK}) m_boxes->Expect(button);
   const auto picked = Pick(L"PlmCreateMaterial");
   EXPECT_EQ(picked.result, DISP_E_EXCEPTION);
-  EXPECT_EQ(picked.code, static_cast<HRESULT>(0xA3013001));
+  EXPECT_EQ(picked.code, hr::kJsonWrongType);
   EXPECT_EQ(picked.description, L"json member [material_property_back_fill] is not Object!");
   EXPECT_EQ(AddInLog(), Texts{});
-  EXPECT_EQ(PropertiesOf(*document), (Texts{L"A=1", L"B=2", L"C=3"}));
+  EXPECT_SAME_ENTRIES(PropertiesOf(*document), Texts{L"A=1", L"B=2", L"C=3"});
 }
 
 TEST_F(CreateMaterial, SendsTheMaterialAsCompactText) {
@@ -240,7 +241,7 @@ TEST_F(CreateMaterial, SendsTheMaterialAsCompactText) {
             R"({"no":"M-1/材 \"\n","n":[1,-2.5,true,null,{},[]],"no":""}})");
 }
 
-TEST_F(CreateMaterial, FillsBackIntoTheDocumentThatIsActiveThen) {
+TEST_F(CreateMaterial, FillsBackIntoTheDocumentThatIsThenActive) {
   const auto part = OpenPartWithThree();
   const auto other = Open(L"other.sldprt", {{.name = L"A", .text = L"1"}});
   m_host->Activate(part);
@@ -248,7 +249,7 @@ TEST_F(CreateMaterial, FillsBackIntoTheDocumentThatIsActiveThen) {
   Answer("QD_PLMMaterialBackFill", R"({"material_property_back_fill":{"A":"x"}})");
   m_boxes->WhileUp([&] { m_host->Activate(other); });
   PickAnswering({IDOK, IDOK, IDOK});
-  EXPECT_EQ(PropertiesOf(*part), (Texts{L"A=1", L"B=2", L"C=3"}));
+  EXPECT_SAME_ENTRIES(PropertiesOf(*part), Texts{L"A=1", L"B=2", L"C=3"});
   EXPECT_EQ(PropertiesOf(*other), Texts{L"A=x"});
 }
 

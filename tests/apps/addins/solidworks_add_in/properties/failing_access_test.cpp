@@ -1,30 +1,40 @@
-// Each host call of reading and writing properties fails in turn, with a code and with a success that
-// brings nothing.
+// Each host call that reads or writes properties fails once with a code and once with a success without a
+// result.
 #include <gtest/gtest.h>
 
 #include <functional>
 
+#include "list_difference.h"
+#include "log_line.h"
+#include "method_case_name.h"
 #include "property_access_fixture.h"
+#include "raised_by.h"
 
 namespace {
 
 enum class Operation { kGetAttributes, kGetCustomProperty, kPutAttributes };
 
-/// The host call that fails, and what is left: nothing else is logged, written or shown.
+/// An error that is logged, with E_FAIL.
+struct LoggedError {
+  int line;
+  const wchar_t* text;
+};
+
+/// A host call that fails, and the effect: nothing else is logged, written or shown.
 struct FailingCall {
   Operation operation;
   const wchar_t* method;
   int nth;
-  HRESULT answer;  ///< S_OK: a success that brings nothing
-  HRESULT result;  ///< what the operation returns, or raises where it is E_POINTER
-  Texts log;       ///< "LINE TEXT"
-  Texts left;      ///< members of the object read into, or properties of the document written to
+  HRESULT host_result;  ///< S_OK: a success without a result
+  HRESULT result;       ///< what the operation returns, or throws if it is E_POINTER
+  std::vector<LoggedError> log;
+  Texts left;  ///< members of the object that was read into, or properties of the document after writing
   Texts boxes;
 };
 
+const std::vector<LoggedError> kNoLine;
 const Texts kNone;
 const Texts kAll = {L"A=1", L"B=2", L"C=3"};
-const Texts kWritten = {L"A=x", L"B=y", L"C=z"};
 const Texts kDone = {L"completed"};
 
 constexpr const wchar_t* kActive = L"ISldWorks::get_IActiveDoc2";
@@ -39,101 +49,108 @@ constexpr const wchar_t* kSet = L"ICustomPropertyManager::Set";
 using enum Operation;
 
 const FailingCall kFailingCalls[] = {
-    {kGetAttributes, kActive, 1, E_FAIL, E_FAIL, {L"1143 iSwApp->get_IActiveDoc2"}, kNone, kNone},
-    {kGetAttributes, kActive, 1, S_OK, S_OK, kNone, kNone, kNone},
-    {kGetAttributes, kExtension, 1, E_FAIL, E_FAIL, {L"1149 pModelDoc2->get_Extension"}, kNone, kNone},
-    {kGetAttributes, kExtension, 1, S_OK, E_POINTER, kNone, kNone, kNone},
+    {kGetAttributes, kActive, 1, E_FAIL, E_FAIL, {{1143, L"iSwApp->get_IActiveDoc2"}}, kNone, kNone},
+    {kGetAttributes, kActive, 1, S_OK, S_OK, kNoLine, kNone, kNone},
+    {kGetAttributes, kExtension, 1, E_FAIL, E_FAIL, {{1149, L"pModelDoc2->get_Extension"}}, kNone, kNone},
+    {kGetAttributes, kExtension, 1, S_OK, E_POINTER, kNoLine, kNone, kNone},
     {kGetAttributes,
      kManager,
      1,
      E_FAIL,
      E_FAIL,
-     {L"1153 pModelDocExtension->get_CustomPropertyManager"},
+     {{1153, L"pModelDocExtension->get_CustomPropertyManager"}},
      kNone,
      kNone},
-    {kGetAttributes, kManager, 1, S_OK, E_POINTER, kNone, kNone, kNone},
-    {kGetAttributes, kGetAll, 1, E_FAIL, E_FAIL, {L"1158 pCustomPropertyManager->GetAll"}, kNone, kNone},
-    {kGetAttributes, kGetAll, 1, S_OK, S_OK, kNone, kNone, kNone},
-    {kGetAttributes, kGet2, 1, E_FAIL, E_FAIL, {L"1170 pCustomPropertyManager->Get2"}, kNone, kNone},
-    {kGetAttributes, kGet2, 1, S_OK, S_OK, kNone, {L"A=", L"B=2", L"C=3"}, kNone},
-    {kGetAttributes, kGet2, 2, E_FAIL, E_FAIL, {L"1170 pCustomPropertyManager->Get2"}, {L"A=1"}, kNone},
-    {kGetAttributes, kGet2, 2, S_OK, S_OK, kNone, {L"A=1", L"B=", L"C=3"}, kNone},
+    {kGetAttributes, kManager, 1, S_OK, E_POINTER, kNoLine, kNone, kNone},
+    {kGetAttributes, kGetAll, 1, E_FAIL, E_FAIL, {{1158, L"pCustomPropertyManager->GetAll"}}, kNone, kNone},
+    {kGetAttributes, kGetAll, 1, S_OK, S_OK, kNoLine, kNone, kNone},
+    {kGetAttributes, kGet2, 1, E_FAIL, E_FAIL, {{1170, L"pCustomPropertyManager->Get2"}}, kNone, kNone},
+    {kGetAttributes, kGet2, 1, S_OK, S_OK, kNoLine, {L"A=", L"B=2", L"C=3"}, kNone},
+    {kGetAttributes, kGet2, 2, E_FAIL, E_FAIL, {{1170, L"pCustomPropertyManager->Get2"}}, {L"A=1"}, kNone},
+    {kGetAttributes, kGet2, 2, S_OK, S_OK, kNoLine, {L"A=1", L"B=", L"C=3"}, kNone},
     {kGetAttributes,
      kGet2,
      3,
      E_FAIL,
      E_FAIL,
-     {L"1170 pCustomPropertyManager->Get2"},
+     {{1170, L"pCustomPropertyManager->Get2"}},
      {L"A=1", L"B=2"},
      kNone},
-    {kGetAttributes, kGet2, 3, S_OK, S_OK, kNone, {L"A=1", L"B=2", L"C="}, kNone},
+    {kGetAttributes, kGet2, 3, S_OK, S_OK, kNoLine, {L"A=1", L"B=2", L"C="}, kNone},
 
-    {kGetCustomProperty, kExtension, 1, E_FAIL, E_FAIL, {L"1460 get_Extension"}, kNone, kNone},
-    {kGetCustomProperty, kExtension, 1, S_OK, S_OK, kNone, kNone, kNone},
+    {kGetCustomProperty, kExtension, 1, E_FAIL, E_FAIL, {{1460, L"get_Extension"}}, kNone, kNone},
+    {kGetCustomProperty, kExtension, 1, S_OK, S_OK, kNoLine, kNone, kNone},
     {kGetCustomProperty,
      kManager,
      1,
      E_FAIL,
      E_FAIL,
-     {L"1468 pDocExten->get_CustomPropertyManager"},
+     {{1468, L"pDocExten->get_CustomPropertyManager"}},
      kNone,
      kNone},
-    {kGetCustomProperty, kManager, 1, S_OK, S_OK, kNone, kNone, kNone},
-    {kGetCustomProperty, kGetNames, 1, E_FAIL, E_FAIL, {L"1475 pCustomMgr->GetNames"}, kNone, kNone},
-    {kGetCustomProperty, kGetNames, 1, S_OK, S_OK, kNone, kNone, kNone},
-    {kGetCustomProperty, kGet3, 1, E_FAIL, S_OK, {L"1489 pCustomMgr->Get3: A"}, {L"B=2", L"C=3"}, kNone},
-    {kGetCustomProperty, kGet3, 1, S_OK, S_OK, kNone, {L"A=", L"B=2", L"C=3"}, kNone},
-    {kGetCustomProperty, kGet3, 2, E_FAIL, S_OK, {L"1489 pCustomMgr->Get3: B"}, {L"A=1", L"C=3"}, kNone},
-    {kGetCustomProperty, kGet3, 2, S_OK, S_OK, kNone, {L"A=1", L"B=", L"C=3"}, kNone},
-    {kGetCustomProperty, kGet3, 3, E_FAIL, E_FAIL, {L"1489 pCustomMgr->Get3: C"}, {L"A=1", L"B=2"}, kNone},
-    {kGetCustomProperty, kGet3, 3, S_OK, S_OK, kNone, {L"A=1", L"B=2", L"C="}, kNone},
+    {kGetCustomProperty, kManager, 1, S_OK, S_OK, kNoLine, kNone, kNone},
+    {kGetCustomProperty, kGetNames, 1, E_FAIL, E_FAIL, {{1475, L"pCustomMgr->GetNames"}}, kNone, kNone},
+    {kGetCustomProperty, kGetNames, 1, S_OK, S_OK, kNoLine, kNone, kNone},
+    {kGetCustomProperty, kGet3, 1, E_FAIL, S_OK, {{1489, L"pCustomMgr->Get3: A"}}, {L"B=2", L"C=3"}, kNone},
+    {kGetCustomProperty, kGet3, 1, S_OK, S_OK, kNoLine, {L"A=", L"B=2", L"C=3"}, kNone},
+    {kGetCustomProperty, kGet3, 2, E_FAIL, S_OK, {{1489, L"pCustomMgr->Get3: B"}}, {L"A=1", L"C=3"}, kNone},
+    {kGetCustomProperty, kGet3, 2, S_OK, S_OK, kNoLine, {L"A=1", L"B=", L"C=3"}, kNone},
+    {kGetCustomProperty, kGet3, 3, E_FAIL, E_FAIL, {{1489, L"pCustomMgr->Get3: C"}}, {L"A=1", L"B=2"}, kNone},
+    {kGetCustomProperty, kGet3, 3, S_OK, S_OK, kNoLine, {L"A=1", L"B=2", L"C="}, kNone},
 
-    {kPutAttributes, kActive, 1, E_FAIL, E_FAIL, {L"1183 iSwApp->get_IActiveDoc2"}, kAll, kNone},
-    {kPutAttributes, kActive, 1, S_OK, S_OK, kNone, kAll, kNone},
-    {kPutAttributes, kExtension, 1, E_FAIL, E_FAIL, {L"1189 pModelDoc2->get_Extension"}, kAll, kNone},
-    {kPutAttributes, kExtension, 1, S_OK, E_POINTER, kNone, kAll, kNone},
+    {kPutAttributes, kActive, 1, E_FAIL, E_FAIL, {{1183, L"iSwApp->get_IActiveDoc2"}}, kAll, kNone},
+    {kPutAttributes, kActive, 1, S_OK, S_OK, kNoLine, kAll, kNone},
+    {kPutAttributes, kExtension, 1, E_FAIL, E_FAIL, {{1189, L"pModelDoc2->get_Extension"}}, kAll, kNone},
+    {kPutAttributes, kExtension, 1, S_OK, E_POINTER, kNoLine, kAll, kNone},
     {kPutAttributes,
      kManager,
      1,
      E_FAIL,
      E_FAIL,
-     {L"1193 pModelDocExtension->get_CustomPropertyManager"},
+     {{1193, L"pModelDocExtension->get_CustomPropertyManager"}},
      kAll,
      kNone},
-    {kPutAttributes, kManager, 1, S_OK, E_POINTER, kNone, kAll, kNone},
-    {kPutAttributes, kGetAll, 1, E_FAIL, E_FAIL, {L"1198 pCustomPropertyManager->GetAll"}, kAll, kNone},
-    {kPutAttributes, kGetAll, 1, S_OK, S_OK, kNone, kAll, kDone},
-    {kPutAttributes, kSet, 1, E_FAIL, E_FAIL, {L"1214 pCustomPropertyManager->Set"}, kAll, kNone},
-    {kPutAttributes, kSet, 1, S_OK, S_OK, kNone, {L"A=1", L"B=y", L"C=z"}, kDone},
+    {kPutAttributes, kManager, 1, S_OK, E_POINTER, kNoLine, kAll, kNone},
+    {kPutAttributes, kGetAll, 1, E_FAIL, E_FAIL, {{1198, L"pCustomPropertyManager->GetAll"}}, kAll, kNone},
+    {kPutAttributes, kGetAll, 1, S_OK, S_OK, kNoLine, kAll, kDone},
+    {kPutAttributes, kSet, 1, E_FAIL, E_FAIL, {{1214, L"pCustomPropertyManager->Set"}}, kAll, kNone},
+    {kPutAttributes, kSet, 1, S_OK, S_OK, kNoLine, {L"A=1", L"B=y", L"C=z"}, kDone},
     {kPutAttributes,
      kSet,
      2,
      E_FAIL,
      E_FAIL,
-     {L"1214 pCustomPropertyManager->Set"},
+     {{1214, L"pCustomPropertyManager->Set"}},
      {L"A=x", L"B=2", L"C=3"},
      kNone},
-    {kPutAttributes, kSet, 2, S_OK, S_OK, kNone, {L"A=x", L"B=2", L"C=z"}, kDone},
+    {kPutAttributes, kSet, 2, S_OK, S_OK, kNoLine, {L"A=x", L"B=2", L"C=z"}, kDone},
     {kPutAttributes,
      kSet,
      3,
      E_FAIL,
      E_FAIL,
-     {L"1214 pCustomPropertyManager->Set"},
+     {{1214, L"pCustomPropertyManager->Set"}},
      {L"A=x", L"B=y", L"C=3"},
      kNone},
-    {kPutAttributes, kSet, 3, S_OK, S_OK, kNone, {L"A=x", L"B=y", L"C=3"}, kDone},
+    {kPutAttributes, kSet, 3, S_OK, S_OK, kNoLine, {L"A=x", L"B=y", L"C=3"}, kDone},
 };
 
-class FailingAccess : public PropertyAccessTest {
+const wchar_t* FunctionOf(Operation operation) {
+  return operation == kGetAttributes       ? L"GetAttributes"
+         : operation == kGetCustomProperty ? L"GetCustomProperty"
+                                           : L"PutAttributes";
+}
+
+/// "PutAttributes_ICustomPropertyManagerSet_2_Fails".
+std::string NameOfCall(const testing::TestParamInfo<FailingCall>& info) {
+  const FailingCall& row = info.param;
+  return Utf8(FunctionOf(row.operation)) + "_" + MethodInName(row.method) + "_" + std::to_string(row.nth) +
+         (row.host_result == S_OK ? "_ReturnsNothing" : "_Fails");
+}
+
+class PropertyAccess : public PropertyAccessFixture {
  protected:
   static constexpr const wchar_t* kValues = LR"({"A":"x","B":"y","C":"z"})";
-
-  static const wchar_t* FunctionOf(Operation operation) {
-    return operation == kGetAttributes       ? L"GetAttributes"
-           : operation == kGetCustomProperty ? L"GetCustomProperty"
-                                             : L"PutAttributes";
-  }
 
   HRESULT Run(Operation operation, const std::shared_ptr<CJsonObject>& json) {
     switch (operation) {
@@ -149,7 +166,7 @@ class FailingAccess : public PropertyAccessTest {
 
   void TearDown() override {
     m_given = nullptr;
-    PropertyAccessTest::TearDown();
+    PropertyAccessFixture::TearDown();
   }
 
   /// The members A, B and C of the object as "NAME=TEXT".
@@ -164,36 +181,35 @@ class FailingAccess : public PropertyAccessTest {
   IModelDoc2Ptr m_given;
 };
 
-class FailingCallOf : public FailingAccess, public testing::WithParamInterface<FailingCall> {};
+class FailingPropertyAccess : public PropertyAccess, public testing::WithParamInterface<FailingCall> {};
 
-TEST_P(FailingCallOf, LeavesWhatTheTableSays) {
+TEST_P(FailingPropertyAccess, HasTheEffectOfTheTable) {
   const FailingCall& row = GetParam();
   const bool writes = row.operation == kPutAttributes;
   const auto document = OpenPartWithThree();
-  m_given = ActiveFace();
+  m_given = ActiveModel();
   const auto json = Json(writes ? kValues : L"{}");
-  m_host->GetFaults().Fail(row.method, row.nth, row.answer);
+  m_host->GetFaults().Fail(row.method, row.nth, row.host_result);
   ExpectBoxes(row.boxes.size());
   HRESULT result = S_OK;
-  const HRESULT raised = RaisedBy([&] { result = Run(row.operation, json); });
-  EXPECT_EQ(row.result == E_POINTER ? raised : result, row.result);
-  EXPECT_EQ(raised, row.result == E_POINTER ? E_POINTER : S_OK);
+  const HRESULT thrown = RaisedBy([&] { result = Run(row.operation, json); });
+  EXPECT_EQ(row.result == E_POINTER ? thrown : result, row.result);
+  EXPECT_EQ(thrown, row.result == E_POINTER ? E_POINTER : S_OK);
   Texts log;
-  for (const std::wstring& line : row.log) {
-    log.push_back(LogLine(std::stoi(line), FunctionOf(row.operation),
-                          line.substr(line.find(L' ') + 1) + L"<hr=0x80004005>"));
+  for (const LoggedError& error : row.log) {
+    log.push_back(ErrorLine(error.line, FunctionOf(row.operation), error.text, E_FAIL));
   }
   EXPECT_EQ(m_home.LogLines(), log);
-  EXPECT_EQ(writes ? PropertiesOf(*document) : MembersOf(*json), row.left);
-  EXPECT_EQ(PropertiesOf(*document), writes ? row.left : kAll);
+  EXPECT_SAME_ENTRIES(writes ? PropertiesOf(*document) : MembersOf(*json), row.left);
+  EXPECT_SAME_ENTRIES(PropertiesOf(*document), writes ? row.left : kAll);
   EXPECT_EQ(Boxes(), row.boxes);
 }
 
-INSTANTIATE_TEST_SUITE_P(, FailingCallOf, testing::ValuesIn(kFailingCalls));
+INSTANTIATE_TEST_SUITE_P(, FailingPropertyAccess, testing::ValuesIn(kFailingCalls), NameOfCall);
 
-TEST_F(FailingAccess, TableHasEveryCallOfEachOperationTwice) {
+TEST_F(PropertyAccess, HasEachOfItsHostCallsTwiceInTheTable) {
   OpenPartWithThree();
-  m_given = ActiveFace();
+  m_given = ActiveModel();
   for (const Operation operation : {kGetAttributes, kGetCustomProperty, kPutAttributes}) {
     m_host->GetJournal().Clear();
     if (operation == kPutAttributes) ExpectBoxes(1);

@@ -6,6 +6,7 @@
 #include <functional>
 #include <string>
 
+#include "list_difference.h"
 #include "properties_fixture.h"
 
 namespace {
@@ -15,13 +16,13 @@ using Seconds = std::chrono::duration<double>;
 
 constexpr int kMany = 10'000;
 
-// How many times as long the work may take for eight times as many; time that grows with the square takes
-// up to 64 times as long.
+// The work for eight times as many properties may take at most so many times as long; quadratic time would
+// take up to 64 times as long.
 constexpr int kTimesAsMany = 8;
 constexpr double kMostGrowth = 11;
 
-/// How many times as long `seconds` takes for `count` as for an eighth of them. A busy machine can slow one
-/// measurement down, so the best of several pairs counts.
+/// The time for `count`, divided by the time for an eighth of it. A busy machine can slow a measurement down,
+/// so the best of several pairs counts.
 double Growth(int count, const std::function<double(int count)>& seconds) {
   constexpr int kPairs = 6;
   const int few = count / kTimesAsMany;
@@ -35,7 +36,7 @@ double Growth(int count, const std::function<double(int count)>& seconds) {
   return growth;
 }
 
-/// Properties of every type, of which only the text says "1.50" or "yes".
+/// Properties of every type. Texts such as "1.50" and "yes" must be kept although the value is 1.5 or true.
 cad_host::CustomProperties AllTypes(int count) {
   constexpr swCustomInfoType_e kTypes[] = {swCustomInfoText, swCustomInfoNumber, swCustomInfoYesOrNo,
                                            swCustomInfoDate};
@@ -49,12 +50,12 @@ cad_host::CustomProperties AllTypes(int count) {
   return properties;
 }
 
-class ManyProperties : public PropertiesTest {
+class ManyProperties : public PropertiesFixture {
  protected:
   void SetUp() override { ConnectAndLogIn(); }
 
-  /// Opens a file with so many properties in place of the one before, and gives the PLM client new values
-  /// for all of them.
+  /// Opens a new file with so many properties, and sets an answer of the PLM client with new values for all
+  /// of them.
   void Make(int count) {
     cad_host::CustomProperties properties;
     m_request = R"(QD_PLMCreateMaterial {"extract_info":{)";
@@ -77,7 +78,7 @@ class ManyProperties : public PropertiesTest {
     Answer("QD_PLMMaterialBackFill", values + "}}");
   }
 
-  /// Picks PlmCreateMaterial and says yes to everything. @return the seconds it took.
+  /// Picks PlmCreateMaterial and answers all boxes with OK. @return the seconds that it took.
   double Run() {
     m_host->GetJournal().Clear();
     ExpectBoxes(3);
@@ -86,7 +87,7 @@ class ManyProperties : public PropertiesTest {
     return Seconds(Clock::now() - start).count();
   }
 
-  /// Saves a document with these properties, closes it and opens it again. @return the seconds it took.
+  /// Saves a document with these properties, closes it and opens it again. @return the seconds that it took.
   double SaveAndReopen(const cad_host::CustomProperties& properties) {
     if (m_document) m_host->Close(m_document);
     m_document = Open(L"part.sldprt", {});
@@ -104,23 +105,23 @@ class ManyProperties : public PropertiesTest {
   Texts m_written;
 };
 
-TEST_F(ManyProperties, AreReadAndWrittenRight) {
+TEST_F(ManyProperties, AreReadAndWrittenCorrectly) {
   Make(kMany);
   Run();
   EXPECT_TRUE(Asked().at(0) == m_request);
-  EXPECT_TRUE(PropertiesOf(*m_document) == m_written);
+  EXPECT_SAME_ENTRIES(PropertiesOf(*m_document), m_written);
 }
 
 TEST_F(ManyProperties, TakeOneCallEachForReadingAndWriting) {
-  constexpr std::size_t kCallsAround = 11;
+  constexpr std::size_t kOtherCalls = 11;
   for (const int count : {kMany / 4, kMany / 2, kMany}) {
     Make(count);
     Run();
-    EXPECT_EQ(m_host->GetJournal().Calls().size(), 2 * static_cast<std::size_t>(count) + kCallsAround);
+    EXPECT_EQ(m_host->GetJournal().Calls().size(), 2 * static_cast<std::size_t>(count) + kOtherCalls);
   }
 }
 
-TEST_F(ManyProperties, TakeTimeThatGrowsWithTheirNumber) {
+TEST_F(ManyProperties, TakeLinearTimeToBeReadAndWritten) {
   const auto run = [this](int count) {
     Make(count);
     return Run();
@@ -128,7 +129,7 @@ TEST_F(ManyProperties, TakeTimeThatGrowsWithTheirNumber) {
   EXPECT_LT(Growth(kMany, run), kMostGrowth);
 }
 
-TEST_F(ManyProperties, AreSavedAndReadAgainAsTheyWere) {
+TEST_F(ManyProperties, AreTheSameAfterTheyAreSavedAndOpenedAgain) {
   const cad_host::CustomProperties properties = AllTypes(kMany);
   SaveAndReopen(properties);
   const cad_host::CustomProperties& read = m_document->model.properties;
@@ -138,7 +139,7 @@ TEST_F(ManyProperties, AreSavedAndReadAgainAsTheyWere) {
   EXPECT_TRUE(std::equal(properties.begin(), properties.end(), read.begin(), read.end(), same));
 }
 
-TEST_F(ManyProperties, TakeTimeThatGrowsWithTheirNumberToBeSavedAndReadAgain) {
+TEST_F(ManyProperties, TakeLinearTimeToBeSavedAndOpenedAgain) {
   const auto save_and_reopen = [this](int count) { return SaveAndReopen(AllTypes(count)); };
   EXPECT_LT(Growth(4 * kMany, save_and_reopen), kMostGrowth);
 }

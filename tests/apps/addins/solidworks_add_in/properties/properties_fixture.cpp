@@ -2,7 +2,7 @@
 
 namespace {
 
-/// A box of the commands; its text and caption are those of the English string table.
+/// A box of the commands, with its text and caption in the English string table.
 struct KnownBox {
   const wchar_t* name;
   const wchar_t* text;
@@ -28,7 +28,7 @@ std::wstring SystemText(HRESULT code) {
   return text.substr(0, text.find_last_not_of(L" \r\n") + 1);
 }
 
-/// Whether the box is the platform's error notice for the code that it names.
+/// Whether the box is the platform's error message for the code in its text.
 bool IsErrorBox(const RecordedMessageBox& box, const std::wstring& log_folder) {
   const std::wstring label = L"\n\nError code: 0x";
   const std::size_t place = box.text.find(label);
@@ -53,8 +53,8 @@ std::wstring NameOf(const RecordedMessageBox& box, const std::wstring& log_folde
 
 }  // namespace
 
-std::shared_ptr<cad_host::Document> PropertiesTest::Open(const std::wstring& name,
-                                                         const cad_host::CustomProperties& properties) {
+std::shared_ptr<cad_host::Document> PropertiesFixture::Open(const std::wstring& name,
+                                                            const cad_host::CustomProperties& properties) {
   cad_host::ModelFile model;
   model.properties = properties;
   auto document = m_host->Open(MakeModel(name, model));
@@ -62,29 +62,25 @@ std::shared_ptr<cad_host::Document> PropertiesTest::Open(const std::wstring& nam
   return document;
 }
 
-std::shared_ptr<cad_host::Document> PropertiesTest::OpenPartWithThree() {
+std::shared_ptr<cad_host::Document> PropertiesFixture::OpenPartWithThree() {
   return Open(L"part.sldprt",
               {{.name = L"A", .text = L"1"}, {.name = L"B", .text = L"2"}, {.name = L"C", .text = L"3"}});
 }
 
-Texts PropertiesTest::PropertiesOf(const cad_host::Document& document) {
+Texts PropertiesFixture::PropertiesOf(const cad_host::Document& document) {
   Texts texts;
   for (const auto& property : document.model.properties)
     texts.push_back(property.name + L"=" + property.text);
   return texts;
 }
 
-Texts PropertiesTest::Boxes() const {
+Texts PropertiesFixture::Boxes() const {
   Texts names;
   const std::wstring log_folder = m_home.Folder().Path(L"log");
   for (const RecordedMessageBox& box : m_boxes->Boxes()) names.push_back(NameOf(box, log_folder));
   return names;
 }
 
-void PropertiesTest::ExpectBoxes(std::size_t count) {
+void PropertiesFixture::ExpectBoxes(std::size_t count) {
   for (std::size_t index = 0; index < count; ++index) m_boxes->Expect(IDOK);
-}
-
-std::wstring LogLine(int line, const std::wstring& function, const std::wstring& text) {
-  return L"errormsg|ERROR|" + std::to_wstring(line) + L"|CSolidWorksAddIn::" + function + L"|" + text;
 }

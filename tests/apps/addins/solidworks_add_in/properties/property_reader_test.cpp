@@ -1,8 +1,11 @@
-// The two readers of custom properties: the raw texts of the active document, and the resolved values of a
-// document that the caller hands in.
+// The two readers of custom properties: GetAttributes reads the raw texts of the active document,
+// GetCustomProperty the resolved values of a document that the caller passes.
 #include <gtest/gtest.h>
 
+#include "list_difference.h"
+#include "log_line.h"
 #include "property_access_fixture.h"
+#include "raised_by.h"
 
 namespace {
 
@@ -11,12 +14,13 @@ constexpr const wchar_t* kGetNames = L"ICustomPropertyManager::GetNames";
 constexpr const wchar_t* kGet2 = L"ICustomPropertyManager::Get2";
 constexpr const wchar_t* kGet3 = L"ICustomPropertyManager::Get3";
 
-/// The places of what GetAll gives.
+/// The positions of the results of GetAll.
 enum GetAllResult { kNames, kTypes, kValues, kCount };
 
-class PropertyReader : public PropertyAccessTest {
+class PropertyReader : public PropertyAccessFixture {
  protected:
-  /// A part whose properties are of every type; W is an expression, and a configuration has its own.
+  /// Opens a part with properties of every type. W is an expression; a configuration has properties of its
+  /// own.
   std::shared_ptr<cad_host::Document> OpenPartOfAllTypes() {
     cad_host::ModelFile model;
     model.properties = {{.name = L"T", .text = L"text"},
@@ -40,46 +44,47 @@ class PropertyReader : public PropertyAccessTest {
 
   std::wstring ReadGiven(HRESULT expected = S_OK) {
     const auto json = Json();
-    const IModelDoc2Ptr document = ActiveFace();
+    const IModelDoc2Ptr document = ActiveModel();
     EXPECT_EQ(m_class->GetCustomProperty(document, json), expected);
     return json->ToJson();
   }
 };
 
-TEST_F(PropertyReader, OfTheActiveDocumentGivesTextsAsTyped) {
+TEST_F(PropertyReader, OfTheActiveDocumentReturnsTextsAsTyped) {
   OpenPartOfAllTypes();
   EXPECT_EQ(ReadActive(),
             LR"({"T":"text","W":"\"SW-Mass@part.sldprt\" kg","N":"12","D":"2024-05-31","Y":"Yes"})");
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-TEST_F(PropertyReader, OfTheActiveDocumentAsksTheDocumentLevelOnceAndThenEachName) {
+TEST_F(PropertyReader, OfTheActiveDocumentMakesOneCallForAllNamesAndOneForEachName) {
   OpenPartWithThree();
   ReadActive();
-  EXPECT_EQ(HostCalls(), (Texts{L"ISldWorks::get_IActiveDoc2()", L"IModelDoc2::get_Extension()",
-                                L"IModelDocExtension::get_CustomPropertyManager(\"\")",
-                                std::wstring(kGetAll) + L"()", std::wstring(kGet2) + L"(\"A\")",
-                                std::wstring(kGet2) + L"(\"B\")", std::wstring(kGet2) + L"(\"C\")"}));
+  EXPECT_SAME_ENTRIES(HostCalls(), Texts{L"ISldWorks::get_IActiveDoc2()", L"IModelDoc2::get_Extension()",
+                                         L"IModelDocExtension::get_CustomPropertyManager(\"\")",
+                                         std::wstring(kGetAll) + L"()", std::wstring(kGet2) + L"(\"A\")",
+                                         std::wstring(kGet2) + L"(\"B\")", std::wstring(kGet2) + L"(\"C\")"});
 }
 
-TEST_F(PropertyReader, OfAGivenDocumentGivesResolvedValues) {
+TEST_F(PropertyReader, OfAGivenDocumentReturnsResolvedValues) {
   OpenPartOfAllTypes();
   EXPECT_EQ(ReadGiven(), LR"({"T":"text","W":"1.25 kg","N":"12","D":"2024-05-31","Y":"Yes"})");
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-TEST_F(PropertyReader, OfAGivenDocumentAsksForCachedValuesOfTheDocumentLevel) {
+TEST_F(PropertyReader, OfAGivenDocumentReadsCachedValuesOfTheDocumentLevel) {
   OpenPartWithThree();
   ReadGiven();
-  EXPECT_EQ(HostCalls(),
-            (Texts{L"IModelDoc2::get_Extension()", L"IModelDocExtension::get_CustomPropertyManager(\"\")",
-                   std::wstring(kGetNames) + L"()", std::wstring(kGet3) + L"(\"A\", true)",
-                   std::wstring(kGet3) + L"(\"B\", true)", std::wstring(kGet3) + L"(\"C\", true)"}));
+  EXPECT_SAME_ENTRIES(
+      HostCalls(),
+      Texts{L"IModelDoc2::get_Extension()", L"IModelDocExtension::get_CustomPropertyManager(\"\")",
+            std::wstring(kGetNames) + L"()", std::wstring(kGet3) + L"(\"A\", true)",
+            std::wstring(kGet3) + L"(\"B\", true)", std::wstring(kGet3) + L"(\"C\", true)"});
 }
 
-TEST_F(PropertyReader, OfAGivenDocumentReadsThatOneAlthoughAnotherIsActive) {
+TEST_F(PropertyReader, OfAGivenDocumentReadsItEvenIfAnotherIsActive) {
   OpenPartWithThree();
-  const IModelDoc2Ptr document = ActiveFace();
+  const IModelDoc2Ptr document = ActiveModel();
   Open(L"other.sldprt", {{.name = L"Other", .text = L"x"}});
   const auto json = Json();
   EXPECT_EQ(m_class->GetCustomProperty(document, json), S_OK);
@@ -95,30 +100,30 @@ TEST_F(PropertyReader, ReadsDrawingsAndAssembliesAlike) {
   }
 }
 
-TEST_F(PropertyReader, GivesNothingWithoutADocument) {
+TEST_F(PropertyReader, ReturnsNothingWithoutADocument) {
   EXPECT_EQ(ReadActive(), L"{}");
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-TEST_F(PropertyReader, RaisesAnInvalidPointerForANullDocument) {
+TEST_F(PropertyReader, ThrowsInvalidPointerForANullDocument) {
   EXPECT_EQ(RaisedBy([&] { m_class->GetCustomProperty(IModelDoc2Ptr(), Json()); }), E_POINTER);
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-TEST_F(PropertyReader, GivesNothingForADocumentWithoutProperties) {
+TEST_F(PropertyReader, ReturnsNothingForADocumentWithoutProperties) {
   Open(L"part.sldprt", {});
   EXPECT_EQ(ReadActive(), L"{}");
   EXPECT_EQ(ReadGiven(), L"{}");
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-TEST_F(PropertyReader, KeepsOtherMembersAndReplacesThoseOfTheSameName) {
+TEST_F(PropertyReader, KeepsOtherMembersAndReplacesMembersOfTheSameName) {
   OpenPartWithThree();
   const auto json = Json(LR"({"kept":7,"B":"before","b":"other"})");
   EXPECT_EQ(m_class->GetAttributes(json), S_OK);
   EXPECT_EQ(json->ToJson(), LR"({"kept":7,"B":"2","b":"other","A":"1","C":"3"})");
   json->SetStringValue(L"C", L"again");
-  EXPECT_EQ(m_class->GetCustomProperty(ActiveFace(), json), S_OK);
+  EXPECT_EQ(m_class->GetCustomProperty(ActiveModel(), json), S_OK);
   EXPECT_EQ(json->ToJson(), LR"({"kept":7,"B":"2","b":"other","A":"1","C":"3"})");
 }
 
@@ -131,13 +136,13 @@ TEST_F(PropertyReader, OfTheActiveDocumentStopsAtTheFirstPropertyThatFails) {
     m_host->GetFaults().Fail(kGet2, nth, E_ACCESSDENIED);
     EXPECT_EQ(ReadActive(E_ACCESSDENIED), read[static_cast<std::size_t>(nth - 1)]);
     EXPECT_EQ(AddInLog(),
-              Texts{LogLine(1170, L"GetAttributes", L"pCustomPropertyManager->Get2<hr=0x80070005>")});
+              Texts{ErrorLine(1170, L"GetAttributes", L"pCustomPropertyManager->Get2", E_ACCESSDENIED)});
     EXPECT_EQ(m_host->GetJournal().Calls(kGet2).size(), static_cast<std::size_t>(nth));
     m_host->GetFaults().Clear();
   }
 }
 
-TEST_F(PropertyReader, OfAGivenDocumentPassesOverWhatFailsAndTellsTheLastResult) {
+TEST_F(PropertyReader, OfAGivenDocumentSkipsWhatFailsAndReturnsTheLastResult) {
   OpenPartWithThree();
   const Texts read = {LR"({"B":"2","C":"3"})", LR"({"A":"1","C":"3"})", LR"({"A":"1","B":"2"})"};
   const Texts names = {L"A", L"B", L"C"};
@@ -145,22 +150,21 @@ TEST_F(PropertyReader, OfAGivenDocumentPassesOverWhatFailsAndTellsTheLastResult)
     m_home.Reset();
     m_host->GetFaults().Fail(kGet3, static_cast<int>(failing) + 1, E_ACCESSDENIED);
     EXPECT_EQ(ReadGiven(failing == 2 ? E_ACCESSDENIED : S_OK), read[failing]);
-    EXPECT_EQ(AddInLog(), Texts{LogLine(1489, L"GetCustomProperty",
-                                        L"pCustomMgr->Get3: " + names[failing] + L"<hr=0x80070005>")});
+    EXPECT_EQ(AddInLog(), Texts{ErrorLine(1489, L"GetCustomProperty", L"pCustomMgr->Get3: " + names[failing],
+                                          E_ACCESSDENIED)});
     m_host->GetFaults().Clear();
   }
 }
 
-TEST_F(PropertyReader, OfAGivenDocumentTellsEachPropertyThatFails) {
+TEST_F(PropertyReader, OfAGivenDocumentLogsEachPropertyThatFails) {
   Open(L"part.sldprt", {{.name = L"材料", .text = L"1"}, {.name = L"a b", .text = L"2"}});
   m_host->GetFaults().Fail(kGet3, cad_host::Faults::kEvery, E_FAIL);
   EXPECT_EQ(ReadGiven(E_FAIL), L"{}");
-  EXPECT_EQ(AddInLog(),
-            (Texts{LogLine(1489, L"GetCustomProperty", L"pCustomMgr->Get3: 材料<hr=0x80004005>"),
-                   LogLine(1489, L"GetCustomProperty", L"pCustomMgr->Get3: a b<hr=0x80004005>")}));
+  EXPECT_EQ(AddInLog(), (Texts{ErrorLine(1489, L"GetCustomProperty", L"pCustomMgr->Get3: 材料", E_FAIL),
+                               ErrorLine(1489, L"GetCustomProperty", L"pCustomMgr->Get3: a b", E_FAIL)}));
 }
 
-TEST_F(PropertyReader, TakesASuccessThatIsNotOkAsASuccess) {
+TEST_F(PropertyReader, AcceptsASuccessCodeOtherThanOk) {
   OpenPartWithThree();
   m_host->GetFaults().ReturnFalse(kGet2, 2);
   EXPECT_EQ(ReadActive(), LR"({"A":"1","B":"","C":"3"})");
@@ -169,7 +173,7 @@ TEST_F(PropertyReader, TakesASuccessThatIsNotOkAsASuccess) {
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-TEST_F(PropertyReader, OfTheActiveDocumentLooksOnlyAtWhatIsInTheArray) {
+TEST_F(PropertyReader, OfTheActiveDocumentReadsNoMoreThanTheArrayHas) {
   OpenPartWithThree();
   m_host->GetFaults().ChangeResults(kGetAll, 1,
                                     [](const auto& results) { *static_cast<long*>(results[kCount]) = 1000; });
@@ -187,7 +191,7 @@ TEST_F(PropertyReader, OfTheActiveDocumentReadsNoMoreThanTheCount) {
   }
 }
 
-/// Makes the names that a call gives something else than an array of texts.
+/// Replaces the names that a call returns with a value of this type.
 cad_host::Faults::Change Names(VARTYPE type) {
   return [type](const std::vector<void*>& results) {
     auto* const names = static_cast<VARIANT*>(results[kNames]);
@@ -199,7 +203,7 @@ cad_host::Faults::Change Names(VARTYPE type) {
   };
 }
 
-TEST_F(PropertyReader, OfTheActiveDocumentTakesNamesThatAreNoArrayOfTextsAsNone) {
+TEST_F(PropertyReader, OfTheActiveDocumentReturnsNothingIfTheNamesAreNotAnArrayOfTexts) {
   OpenPartWithThree();
   for (const VARTYPE type :
        std::initializer_list<VARTYPE>{VT_EMPTY, VT_NULL, VT_I4, VT_ARRAY | VT_I4, VT_ARRAY | VT_VARIANT}) {
@@ -210,19 +214,19 @@ TEST_F(PropertyReader, OfTheActiveDocumentTakesNamesThatAreNoArrayOfTextsAsNone)
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-TEST_F(PropertyReader, OfAGivenDocumentFailsWhereNamesAreNoArrayOfTexts) {
+TEST_F(PropertyReader, OfAGivenDocumentFailsIfTheNamesAreNotAnArrayOfTexts) {
   OpenPartWithThree();
   for (const VARTYPE type : std::initializer_list<VARTYPE>{VT_I4, VT_ARRAY | VT_I4, VT_ARRAY | VT_VARIANT}) {
     m_home.Reset();
     m_host->GetFaults().Clear();
     m_host->GetFaults().ChangeResults(kGetNames, 1, Names(type));
     EXPECT_EQ(ReadGiven(DISP_E_TYPEMISMATCH), L"{}") << type;
-    EXPECT_EQ(AddInLog(), Texts{LogLine(1479, L"GetCustomProperty",
-                                        L"CSolidWorksFileAnalyser::Var2StringList<hr=0x80020005>")});
+    EXPECT_EQ(AddInLog(), Texts{ErrorLine(1479, L"GetCustomProperty",
+                                          L"CSolidWorksFileAnalyser::Var2StringList", DISP_E_TYPEMISMATCH)});
   }
 }
 
-TEST_F(PropertyReader, OfAGivenDocumentTakesNoNamesAsNone) {
+TEST_F(PropertyReader, OfAGivenDocumentReturnsNothingIfThereAreNoNames) {
   OpenPartWithThree();
   for (const VARTYPE type : {VT_EMPTY, VT_NULL}) {
     m_host->GetFaults().Clear();
@@ -232,7 +236,7 @@ TEST_F(PropertyReader, OfAGivenDocumentTakesNoNamesAsNone) {
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-TEST_F(PropertyReader, PassesAnEmptyNameForTheDocumentAndNoNullText) {
+TEST_F(PropertyReader, PassesAnEmptyNameForTheDocumentLevelNotNull) {
   OpenPartWithThree();
   ReadActive();
   ReadGiven();

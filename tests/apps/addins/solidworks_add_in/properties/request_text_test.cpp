@@ -1,31 +1,32 @@
-// The request of PlmCreateMaterial byte for byte, for names and values of every kind.
+// The exact bytes of the request of PlmCreateMaterial, for names and values of every kind.
 #include <gtest/gtest.h>
 
+#include "case_name.h"
 #include "properties_fixture.h"
 
 namespace {
 
 /// A property and its member in the request, in UTF-8.
 struct Member {
-  const char* what;
-  std::wstring name;
+  const char* name;
+  std::wstring property;
   std::wstring value;
   const char* json;
 };
 
-class RequestText : public PropertiesTest, public testing::WithParamInterface<Member> {
+class RequestText : public PropertiesFixture, public testing::WithParamInterface<Member> {
  protected:
   void Send(const cad_host::CustomProperties& properties) {
     ConnectAndLogIn();
-    // In the open document: a file could not hold all of them.
+    // Set in the open document, because a file cannot hold all of them.
     Open(L"part.sldprt", {})->model.properties = properties;
     for (const int button : {IDOK, IDCANCEL}) m_boxes->Expect(button);
     EXPECT_EQ(Pick(L"PlmCreateMaterial").result, S_OK);
   }
 };
 
-TEST_P(RequestText, OfOneProperty) {
-  Send({{.name = GetParam().name, .text = GetParam().value}});
+TEST_P(RequestText, HasThePropertyAsAJsonMember) {
+  Send({{.name = GetParam().property, .text = GetParam().value}});
   EXPECT_EQ(Asked(),
             Requests{std::string(R"(QD_PLMCreateMaterial {"extract_info":{)") + GetParam().json + "}}"});
 }
@@ -59,8 +60,7 @@ const Member kMembers[] = {
     {"Numbers", L"1", L"00.10", R"("1":"00.10")"},
 };
 
-INSTANTIATE_TEST_SUITE_P(, RequestText, testing::ValuesIn(kMembers),
-                         [](const auto& test) { return test.param.what; });
+INSTANTIATE_TEST_SUITE_P(, RequestText, testing::ValuesIn(kMembers), CaseName<Member>);
 
 TEST_F(RequestText, HasPropertiesInTheDocumentsOrder) {
   Send({{.name = L"b", .text = L"1"}, {.name = L"a", .text = L"2"}, {.name = L"c", .text = L"3"}});

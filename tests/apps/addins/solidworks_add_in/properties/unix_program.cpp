@@ -11,7 +11,7 @@ namespace {
 constexpr const wchar_t* kScript = L"shell.sh";
 constexpr const wchar_t* kOutput = L"shell.out";
 constexpr const wchar_t* kStatus = L"shell.status";
-constexpr int kPatience = 300;
+constexpr int kMostPauses = 300;
 constexpr DWORD kPause = 100;  // ms
 
 /// A file for the program's standard handles.
@@ -21,7 +21,8 @@ UniqueHandle OpenInheritable(const std::wstring& path, DWORD access, DWORD dispo
                                &inheritable, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
-/// All handles are given: what Wine starts without them takes this program's own output away from it.
+/// Sets all standard handles: otherwise, under Wine, the new process would take over the output of this
+/// program.
 void Start(const TempFolder& folder) {
   const UniqueHandle input = OpenInheritable(L"NUL", GENERIC_READ, OPEN_EXISTING);
   const UniqueHandle output = OpenInheritable(folder.Path(kOutput), GENERIC_WRITE, CREATE_ALWAYS);
@@ -45,11 +46,11 @@ void Start(const TempFolder& folder) {
 
 std::string RunShell(const TempFolder& folder, const std::string& line) {
   DeleteFileW(folder.Path(kStatus).c_str());
-  // Wine gives no handle to wait for: the status, moved to its place when it is complete, tells the end.
+  // Wine returns no handle for waiting. The program has ended when the file with its status exists.
   folder.Write(kScript, "(" + line + ")\necho $? >shell.ended\nmv shell.ended shell.status\n");
   Start(folder);
   for (int wait = 0; !folder.Exists(kStatus); ++wait) {
-    if (wait == kPatience) throw std::runtime_error("does not end: " + line);
+    if (wait == kMostPauses) throw std::runtime_error("does not end: " + line);
     Sleep(kPause);
   }
   const std::string output = folder.Read(kOutput);

@@ -1,11 +1,12 @@
-/// @file Programs of the system that Wine runs on.
+/// @file Programs of the system on which Wine runs.
 #pragma once
 
 #include <string>
 
 #include "temp_folder.h"
 
-/// Runs a line of the system's shell in `folder` and waits for its end, half a minute at most.
-/// @return what it printed, errors included. @throws std::runtime_error where it cannot be run, does not
-///         end or fails; the message has the line and what it printed.
+/// Runs a line of the system's shell in `folder` and waits until it ends, at most half a minute.
+/// @return its output, with errors. @throws std::runtime_error if it cannot be run, does not end or fails;
+/// the message
+///         has the line and the output.
 std::string RunShell(const TempFolder& folder, const std::string& line);

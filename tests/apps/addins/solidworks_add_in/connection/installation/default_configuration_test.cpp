@@ -1,13 +1,14 @@
-// The add-in without the default configuration that is installed beside it.
+// The add-in if the default configuration beside the DLL is missing.
 #include <algorithm>
 
 #include "CStringHelper.h"
 #include "CZALException.h"
 #include "fresh_dll_fixture.h"
+#include "result_codes.h"
 
 namespace {
 
-class NoDefaultConfiguration : public FreshDllTest {
+class NoDefaultConfiguration : public FreshDllFixture {
  protected:
   void SetUp() override {
     const std::wstring copy = m_folder.MakeFolder(L"add-in") + L"\\solidworks_add_in.dll";
@@ -17,17 +18,17 @@ class NoDefaultConfiguration : public FreshDllTest {
 
   void TearDown() override {
     EXPECT_EQ(m_dll->UnregisterServer(), S_OK);
-    FreshDllTest::TearDown();
+    FreshDllFixture::TearDown();
   }
 };
 
-TEST_F(NoDefaultConfiguration, FailsToConnectAndNamesTheFileThatIsMissing) {
+TEST_F(NoDefaultConfiguration, MakesConnectingFailAndNamesTheMissingFile) {
   const std::wstring view = ConfigurationPath(L"View.json");
   try {
     Connect();
     ADD_FAILURE() << "no exception";
   } catch (const CZALException& exception) {
-    EXPECT_EQ(exception.GetErrorCode(), static_cast<long>(0xA3013001));
+    EXPECT_EQ(exception.GetErrorCode(), hr::kJsonWrongType);
     EXPECT_NE(exception.GetErrorMessage().find(view), std::wstring::npos);
   }
   EXPECT_EQ(m_host->Groups().size(), 0u);

@@ -6,11 +6,11 @@ constexpr const wchar_t* kConfiguration = L"config\\New TAVO SolidWorks AddOn\\"
 
 }  // namespace
 
-FreshDllTest::FreshDllTest() : m_home(L"TAVO_HOME", m_folder.Path()) {
+FreshDllFixture::FreshDllFixture() : m_home(L"TAVO_HOME", m_folder.Path()) {
   m_folder.WriteText(std::wstring(kConfiguration) + L"PlmClient.json", LR"({"pipe":"tavo-no-plm-client"})");
 }
 
-void FreshDllTest::TearDown() {
+void FreshDllFixture::TearDown() {
   if (m_host) {
     EXPECT_TRUE(m_host->HeldReferences().empty());
   }
@@ -20,12 +20,12 @@ void FreshDllTest::TearDown() {
   EXPECT_EQ(GetModuleHandleW(L"solidworks_add_in.dll"), nullptr);
 }
 
-void FreshDllTest::Load(const std::wstring& path) {
+void FreshDllFixture::Load(const std::wstring& path) {
   m_dll.emplace(path);
   EXPECT_EQ(m_dll->RegisterServer(), S_OK);
   m_host.emplace(cad_host::HostOptions{.state_folder = m_folder.Path(L"host")});
 }
 
-std::wstring FreshDllTest::ConfigurationPath(const std::wstring& name) const {
+std::wstring FreshDllFixture::ConfigurationPath(const std::wstring& name) const {
   return m_folder.Path(kConfiguration + name);
 }

@@ -1,4 +1,4 @@
-/// @file The add-in as it is first loaded.
+/// @file The first load of the add-in.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -14,11 +14,11 @@
 #include "module/add_in_dll.h"
 #include "temp_folder.h"
 
-/// The DLL is loaded anew in each test, with a platform folder of the test's own, since it sets its log up
-/// once in its life. There is no PLM client, and no message box is expected.
-class FreshDllTest : public testing::Test {
+/// Each test loads the DLL again and has a platform folder of its own, because the DLL sets up its log only
+/// once while it is loaded. There is no PLM client, and no message box is expected.
+class FreshDllFixture : public testing::Test {
  protected:
-  FreshDllTest();
+  FreshDllFixture();
   void TearDown() override;
 
   /// Loads the DLL, registers it and starts the host.

@@ -1,49 +1,53 @@
-// The add-in where its log cannot be written or is not set up as it should be: everything else works.
+// The add-in if its log cannot be written or its log configuration is wrong: everything else works.
 #include <functional>
 
+#include "case_name.h"
 #include "fresh_dll_fixture.h"
+#include "result_codes.h"
 #include "solidworks_add_in_h.h"
 
 namespace {
 
-/// What is wrong with the log, laid out in a new platform folder.
+/// Something that keeps the log from being written.
 struct Obstacle {
   const char* name;
-  std::function<void(const TempFolder&)> lay;
+  std::function<void(const TempFolder& home)> create;
 };
 
 void PrintTo(const Obstacle& obstacle, std::ostream* stream) { *stream << obstacle.name; }
 
-class UnwritableLog : public FreshDllTest, public testing::WithParamInterface<Obstacle> {};
+class UnwritableLog : public FreshDllFixture, public testing::WithParamInterface<Obstacle> {};
 
-TEST_P(UnwritableLog, KeepsNothingElseFromWorking) {
-  GetParam().lay(m_folder);
+TEST_P(UnwritableLog, DoesNotAffectAnythingElse) {
+  GetParam().create(m_folder);
   Load();
   cad_host::AddIn& add_in = Connect();
   ASSERT_EQ(m_host->Groups().size(), 1u);
   EXPECT_EQ(m_host->Groups()[0]->items.size(), 14u);
-  // A failure that would be logged fails as it does with a log.
-  EXPECT_EQ(m_host->Pick(add_in, L"PlmLogin").code, static_cast<HRESULT>(0xA3013005));
+  // This failure would be logged; without a log, its code is the same.
+  EXPECT_EQ(m_host->Pick(add_in, L"PlmLogin").code, hr::kNoAnswer);
   EXPECT_TRUE(m_host->Disconnect(add_in));
 }
 
 INSTANTIATE_TEST_SUITE_P(
     , UnwritableLog,
-    testing::Values(Obstacle{"a file in the folder's place",
+    testing::Values(Obstacle{"FileInPlaceOfTheFolder",
                              [](const TempFolder& home) { home.Write(L"log", "taken"); }},
-                    Obstacle{"a folder in the file's place",
+                    Obstacle{"FolderInPlaceOfTheFile",
                              [](const TempFolder& home) { home.MakeFolder(L"log\\SolidWorks.log"); }},
-                    Obstacle{"a set-up that names a drive that is not there", [](const TempFolder& home) {
+                    Obstacle{"ConfigurationWithAMissingDrive",
+                             [](const TempFolder& home) {
                                home.Write(L"log\\Log4cplus.properties",
                                           "log4cplus.rootLogger=INFO, file\n"
                                           "log4cplus.appender.file=log4cplus::FileAppender\n"
                                           "log4cplus.appender.file.File=Q:/nowhere/SolidWorks.log\n"
                                           "log4cplus.appender.file.layout=log4cplus::SimpleLayout\n");
-                             }}));
+                             }}),
+    CaseName<Obstacle>);
 
-using LogFolder = FreshDllTest;
+class LogFolder : public FreshDllFixture {};
 
-TEST_F(LogFolder, HasTheLogAndItsSetUp) {
+TEST_F(LogFolder, HasALogEvenIfTheConfigurationCannotBeRead) {
   m_folder.MakeFolder(L"log\\Log4cplus.properties");  // a folder cannot be read
   Load();
   EXPECT_TRUE(m_host->Disconnect(Connect()));
@@ -53,7 +57,7 @@ TEST_F(LogFolder, HasTheLogAndItsSetUp) {
 }
 
 /// The host calls a command of an object that it has not connected.
-TEST_F(LogFolder, HasALogAlsoBeforeAConnection) {
+TEST_F(LogFolder, HasALogBeforeTheFirstConnection) {
   Load();
   IDispatchPtr add_in;
   ASSERT_EQ(CoCreateInstance(CLSID_SwAddin, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&add_in)), S_OK);

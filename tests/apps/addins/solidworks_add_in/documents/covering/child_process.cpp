@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr DWORD kHangs = 60'000;
+constexpr DWORD kTimeout = 60'000;  // ms
 constexpr const wchar_t* kHold = L"--hold";
 
 std::wstring ProgramPath() {
@@ -17,14 +17,14 @@ std::wstring ProgramPath() {
 
 std::wstring EventName() { return L"tavo-file-held-" + std::to_wstring(GetCurrentProcessId()); }
 
-/// Opens the file, shares it with nobody, and waits to be ended.
+/// Opens the file without sharing it, and waits until the process is ended.
 int HoldFile(const std::wstring& path, const std::wstring& event) {
   const UniqueHandle file = OwnHandle(
       CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file) return 1;
   const UniqueHandle held = OwnHandle(OpenEventW(EVENT_MODIFY_STATE, FALSE, event.c_str()));
   SetEvent(held.get());
-  Sleep(kHangs);
+  Sleep(kTimeout);
   return 1;
 }
 
@@ -38,7 +38,7 @@ ChildProcess::ChildProcess(const std::vector<std::wstring>& arguments) {
   PROCESS_INFORMATION process{};
   if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
                       &process)) {
-    throw std::runtime_error("cannot start this program once more");
+    throw std::runtime_error("cannot start this program again");
   }
   const UniqueHandle thread = OwnHandle(process.hThread);
   m_process = OwnHandle(process.hProcess);
@@ -46,11 +46,11 @@ ChildProcess::ChildProcess(const std::vector<std::wstring>& arguments) {
 
 ChildProcess::~ChildProcess() {
   TerminateProcess(m_process.get(), 1);
-  WaitForSingleObject(m_process.get(), kHangs);
+  WaitForSingleObject(m_process.get(), kTimeout);
 }
 
 DWORD ChildProcess::Wait() const {
-  if (WaitForSingleObject(m_process.get(), kHangs) != WAIT_OBJECT_0) {
+  if (WaitForSingleObject(m_process.get(), kTimeout) != WAIT_OBJECT_0) {
     throw std::runtime_error("the child process hangs");
   }
   DWORD code = 0;
@@ -61,7 +61,7 @@ DWORD ChildProcess::Wait() const {
 FileHeldElsewhere::FileHeldElsewhere(const std::wstring& path)
     : m_held(OwnHandle(CreateEventW(nullptr, TRUE, FALSE, EventName().c_str()))),
       m_process({kHold, path, EventName()}) {
-  if (WaitForSingleObject(m_held.get(), kHangs) != WAIT_OBJECT_0) {
+  if (WaitForSingleObject(m_held.get(), kTimeout) != WAIT_OBJECT_0) {
     throw std::runtime_error("the other process did not open the file");
   }
 }

@@ -1,4 +1,4 @@
-/// @file This test program, started once more to do something in a process of its own.
+/// @file This test program, started again to do something in another process.
 #pragma once
 
 #include <windows.h>
@@ -8,24 +8,24 @@
 
 #include "base/unique_handle.h"
 
-/// A child process; it is ended with the object where it still runs.
+/// A child process. The destructor ends it if it still runs.
 class ChildProcess {
  public:
   /// Starts this program with the arguments.
-  /// @throws std::runtime_error where it cannot be started.
+  /// @throws std::runtime_error if it cannot be started.
   explicit ChildProcess(const std::vector<std::wstring>& arguments);
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
   ~ChildProcess();
 
-  /// Waits for its end. @return its exit code. @throws std::runtime_error where it hangs.
+  /// Waits until it ends. @return its exit code. @throws std::runtime_error if it hangs.
   DWORD Wait() const;
 
  private:
   UniqueHandle m_process;
 };
 
-/// A file that another process has open, so that nobody else can open it.
+/// A file that another process has open and does not share.
 class FileHeldElsewhere {
  public:
   explicit FileHeldElsewhere(const std::wstring& path);
@@ -35,6 +35,6 @@ class FileHeldElsewhere {
   ChildProcess m_process;
 };
 
-/// What the program does instead of its tests where its arguments say so.
-/// @param arguments those after the program's name. @return whether they were for a child.
+/// Runs the program as a child process, instead of its tests, if its arguments say so.
+/// @param arguments those after the program's name. @return whether they are for a child process.
 bool RunAsChild(const std::vector<std::wstring>& arguments, int& exit_code);

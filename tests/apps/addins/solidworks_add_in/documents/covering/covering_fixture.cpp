@@ -10,28 +10,14 @@ bool IsFolder(const std::wstring& path) {
   return GetFileAttributesW(SystemPath(path).c_str()) & FILE_ATTRIBUTE_DIRECTORY;
 }
 
-std::wstring LogLine(int line, const std::wstring& function, const std::wstring& text) {
-  return L"errormsg|ERROR|" + std::to_wstring(line) + L"|CSolidWorksAddIn::" + function + L"|" + text;
-}
-
 }  // namespace
 
-std::string CoveringAnswer(const std::vector<std::wstring>& paths) {
-  std::string answer = R"({"ReplaceFileByCovering":[)";
-  for (const std::wstring& path : paths) {
-    answer += answer.ends_with('[') ? "\"" : ",\"";
-    for (const char character : Utf8(path)) answer += character == '\\' ? "\\\\" : std::string(1, character);
-    answer += '"';
-  }
-  return answer + "]}";
-}
-
-CoveringTest::CoveringTest() {
+CoveringFixture::CoveringFixture() {
   m_folder.MakeFolder(L"prj");
   m_folder.MakeFolder(L"dl");
 }
 
-std::wstring CoveringTest::Put(const std::wstring& name, const std::wstring& label) {
+std::wstring CoveringFixture::Put(const std::wstring& name, const std::wstring& label) {
   m_folder.MakeFolder(name.substr(0, name.find_last_of(L'\\')));
   cad_host::ModelFile model;
   model.revision = m_revisions.try_emplace(label, static_cast<long>(m_revisions.size()) + 10).first->second;
@@ -40,24 +26,24 @@ std::wstring CoveringTest::Put(const std::wstring& name, const std::wstring& lab
   return path;
 }
 
-void CoveringTest::Assemble(const std::wstring& name) {
+void CoveringFixture::Assemble(const std::wstring& name) {
   ConnectAndLogIn();
   m_assembly = m_host->Open(MakeModel(L"Top.sldasm"));
   m_component = AddComponent(name);
   m_assembly->selection.push_back({.component = m_component, .point = {}});
 }
 
-std::shared_ptr<cad_host::Component> CoveringTest::AddComponent(const std::wstring& name) {
+std::shared_ptr<cad_host::Component> CoveringFixture::AddComponent(const std::wstring& name) {
   return m_host->AddComponent(*m_assembly, At(name));
 }
 
-cad_host::PickResult CoveringTest::Cover(const std::vector<std::wstring>& paths) {
-  Answer("QD_PLMDataSelector", CoveringAnswer(paths));
+cad_host::PickResult CoveringFixture::Cover(const Texts& paths) {
+  Answer("QD_PLMDataSelector", FilesAnswer({{"ReplaceFileByCovering", paths}}));
   m_host->GetJournal().Clear();
   return Pick(L"OpenDataSelector");
 }
 
-void CoveringTest::CoverTold(const std::wstring& path, const std::wstring& box) {
+void CoveringFixture::CoverExpectingBox(const std::wstring& path, const std::wstring& box) {
   const std::size_t boxes = m_boxes->Boxes().size();
   const std::size_t lines = CoverLines();
   m_boxes->Expect(IDOK);
@@ -70,21 +56,21 @@ void CoveringTest::CoverTold(const std::wstring& path, const std::wstring& box) 
   EXPECT_EQ(m_boxes->Boxes().back().buttons, std::vector<int>{IDOK});
 }
 
-std::size_t CoveringTest::CoverLines() const {
-  const std::vector<std::wstring> lines = AddInLog();
+std::size_t CoveringFixture::CoverLines() const {
+  const Texts lines = AddInLog();
   return static_cast<std::size_t>(std::count_if(lines.begin(), lines.end(), [](const std::wstring& line) {
     return line.find(L"ReplaceCurrentFileByCovering") != std::wstring::npos;
   }));
 }
 
-std::vector<std::wstring> CoveringTest::Files() const {
-  std::vector<std::wstring> files;
+Texts CoveringFixture::Files() const {
+  Texts files;
   ListFiles(L"dl", files);
   ListFiles(L"prj", files);
   return files;
 }
 
-void CoveringTest::ListFiles(const std::wstring& name, std::vector<std::wstring>& files) const {
+void CoveringFixture::ListFiles(const std::wstring& name, Texts& files) const {
   for (const std::wstring& entry : m_folder.List(name)) {
     const std::wstring path = name + L"\\" + entry;
     if (IsFolder(At(path))) {
@@ -95,12 +81,4 @@ void CoveringTest::ListFiles(const std::wstring& name, std::vector<std::wstring>
       files.push_back(path + L" = " + (label == m_labels.end() ? L"?" : label->second));
     }
   }
-}
-
-std::wstring CoveringTest::CoverLine(int line, const std::wstring& text) {
-  return LogLine(line, L"ReplaceCurrentFileByCovering", text);
-}
-
-std::wstring CoveringTest::SwapLine(int line, const std::wstring& text) {
-  return LogLine(line, L"SwapFile", text);
 }

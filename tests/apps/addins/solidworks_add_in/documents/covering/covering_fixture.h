@@ -1,63 +1,94 @@
-/// @file An assembly with a selected component, and a download that is to cover the component's file.
+/// @file An assembly with a selected component, and downloads that cover the component's file.
 #pragma once
 
 #include <gtest/gtest.h>
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
-#include <vector>
 
 #include "add_in_fixture.h"
+#include "log_line.h"
+#include "result_codes.h"
+#include "shown_texts.h"
 
-/// The component's files lie in the folder "prj", the downloads in "dl". Every model file that a test makes
-/// has a label by which Files() knows its content again.
-class CoveringTest : public AddInTest {
+/// The component's files are in the folder "prj", the downloads in "dl". Every model file that a test makes
+/// has a label, by which Files() shows its content.
+class CoveringFixture : public AddInFixture {
  protected:
-  /// Texts of the message boxes.
-  static constexpr const wchar_t* kFailed = L"Model replacement failed.";
-  static constexpr const wchar_t* kNotSupported = L"The Current Model does not Support Replacement";
-  static constexpr const wchar_t* kIsOpening = L"File is opening!";
+  CoveringFixture();
 
-  CoveringTest();
-
-  /// Writes a model file with a revision of its own; folders are made. @return its full path.
+  /// Writes a model file, with a revision of its own for each label, and its folders. @return its full path.
   std::wstring Put(const std::wstring& name, const std::wstring& label);
 
-  /// Connects, logs in, opens an assembly and puts the file `name` into it; the component is selected.
+  /// Connects, logs in, opens an assembly, adds the file `name` as a component and selects it.
   void Assemble(const std::wstring& name);
 
-  /// Puts one more instance into the assembly, not selected.
+  /// Adds one more instance to the assembly; it is not selected.
   std::shared_ptr<cad_host::Component> AddComponent(const std::wstring& name);
 
-  /// The user picks the paths in the data selector, to cover the component with.
-  cad_host::PickResult Cover(const std::vector<std::wstring>& paths);
+  /// The user picks files in the data selector that cover the component.
+  cad_host::PickResult Cover(const Texts& paths);
 
-  /// The same in a case that fails with one message box of the text, which comes before any log line.
-  void CoverTold(const std::wstring& path, const std::wstring& box);
+  /// Covers with a file and fails: one message box is shown before the command logs a line.
+  void CoverExpectingBox(const std::wstring& path, const std::wstring& box);
 
-  /// What lies in "prj" and "dl": files as "dl\A.sldprt = LABEL", folders as "dl\temp\". Sorted.
-  std::vector<std::wstring> Files() const;
+  /// The contents of "prj" and "dl": files as "dl\A.sldprt = LABEL", folders as "dl\temp\". Sorted.
+  Texts Files() const;
 
-  /// The revision of the content that a label stands for.
+  /// The revision of the files with this label.
   long RevisionOf(const std::wstring& label) const { return m_revisions.at(label); }
 
   std::wstring At(const std::wstring& name) const { return m_folder.Path(name); }
 
-  /// A line of the add-in's log from the covering command, and one from the exchange of files in it.
-  static std::wstring CoverLine(int line, const std::wstring& text);
-  static std::wstring SwapLine(int line, const std::wstring& text);
+  // Lines of the log.
+
+  /// An error line of the covering command, and one of the exchange of files in it.
+  static std::wstring CoverLine(int line, const std::wstring& text, std::optional<HRESULT> code = {}) {
+    return ErrorLine(line, L"ReplaceCurrentFileByCovering", text, code);
+  }
+  static std::wstring SwapLine(int line, const std::wstring& text, HRESULT code) {
+    return ErrorLine(line, L"SwapFile", text, code);
+  }
+
+  /// The backup folder `path` was not created.
+  static std::wstring NoBackupFolderLine(const std::wstring& path) {
+    return CoverLine(1049, L"CFileHelper::CreateFolder:" + path, hr::kBackupFolderNotMade);
+  }
+
+  /// The download was not copied beside the component's file; `error` is the system's.
+  static std::wstring NotCopiedLine(const std::wstring& from, const std::wstring& to, int error) {
+    return CoverLine(1082, CopyFailed(from, to, error), hr::kCopyFailed);
+  }
+
+  /// The component's file was not moved to the backup.
+  static std::wstring NotMovedLine(const std::wstring& from, const std::wstring& to, int error) {
+    return SwapLine(
+        1519,
+        L"MoveFileEx from " + from + L" to " + to + L" failed. Get Last Error: " + std::to_wstring(error),
+        hr::kMoveToBackupFailed);
+  }
+
+  /// The files were not exchanged; the line of the exchange comes before this one.
+  static std::wstring SwapFailedLine(const std::wstring& component, const std::wstring& download,
+                                     HRESULT code) {
+    return CoverLine(
+        1120, L"SwapFile failed. Current model file: " + component + L", download file: " + download, code);
+  }
+
+  /// The text of a failed copy.
+  static std::wstring CopyFailed(const std::wstring& from, const std::wstring& to, int error) {
+    return L"CopyFile from " + from + L" to " + to + L" failed. Get Last Error: " + std::to_wstring(error);
+  }
 
   std::shared_ptr<cad_host::Document> m_assembly;
   std::shared_ptr<cad_host::Component> m_component;
 
  private:
   std::size_t CoverLines() const;
-  void ListFiles(const std::wstring& name, std::vector<std::wstring>& files) const;
+  void ListFiles(const std::wstring& name, Texts& files) const;
 
   std::map<std::wstring, long> m_revisions;
   std::map<std::string, std::wstring> m_labels;  // by content
 };
-
-/// An answer of the data selector that names files to cover the component with.
-std::string CoveringAnswer(const std::vector<std::wstring>& paths);

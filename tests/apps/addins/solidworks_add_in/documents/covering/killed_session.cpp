@@ -9,14 +9,14 @@
 
 namespace {
 
-// The functions that stand in for the system's know no object that could count.
+// A global variable, because the functions that replace the system's functions have no object.
 int steps_to_live = 0;
 
 void TakeStep() {
   if (--steps_to_live == 0) TerminateProcess(GetCurrentProcess(), kKilled);
 }
 
-/// Takes a step before the system's function.
+/// Takes a step before it calls the system's function.
 template <auto Function>
 struct Stepping;
 
@@ -28,7 +28,7 @@ struct Stepping<Function> {
   }
 };
 
-class DoomedSession : public CoveringTest {
+class KilledSession : public CoveringFixture {
  public:
   int Run(const std::wstring& assembly, const std::wstring& download, int step) {
     ConnectAndLogIn();
@@ -56,5 +56,5 @@ class DoomedSession : public CoveringTest {
 }  // namespace
 
 int CoverAndDie(const std::wstring& assembly, const std::wstring& download, int step) {
-  return DoomedSession().Run(assembly, download, step);
+  return KilledSession().Run(assembly, download, step);
 }

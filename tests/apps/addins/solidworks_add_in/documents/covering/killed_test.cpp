@@ -1,18 +1,19 @@
-// A host that is killed while a component is covered: whatever the moment, no content is lost.
+// A host that is killed while it covers a component: no content is lost at any moment.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <set>
 
+#include "case_name.h"
 #include "child_process.h"
 #include "covering_fixture.h"
 #include "killed_session.h"
 
 namespace {
 
-using State = std::vector<std::wstring>;
+using State = Texts;
 
-/// A download, and what lies on the disk after each step that changes something there.
+/// A download, and the files after each step that changes them.
 struct Covering {
   const char* name;
   const wchar_t* download;
@@ -20,7 +21,7 @@ struct Covering {
   std::vector<State> states;
 };
 
-class KilledHost : public CoveringTest, public testing::WithParamInterface<Covering> {
+class KilledHost : public CoveringFixture, public testing::WithParamInterface<Covering> {
  protected:
   KilledHost() {
     cad_host::ModelFile assembly;
@@ -28,7 +29,7 @@ class KilledHost : public CoveringTest, public testing::WithParamInterface<Cover
     m_top = MakeModel(L"Top.sldasm", assembly);
   }
 
-  /// Covers in a process that is killed at the step. @return whether it was killed.
+  /// Covers in another process, which is killed at the step. @return whether it was killed.
   bool CoverAndDieAt(int step) {
     for (const wchar_t* left : {L"dl\\temp\\A.sldprt", L"prj\\A.sldprt", L"prj\\B.sldprt"}) {
       DeleteFileW(At(left).c_str());
@@ -46,7 +47,7 @@ class KilledHost : public CoveringTest, public testing::WithParamInterface<Cover
   std::wstring m_top;
 };
 
-TEST_P(KilledHost, LeavesTheOldContentOrTheNewOneWhole) {
+TEST_P(KilledHost, LeavesTheOldOrTheNewContentComplete) {
   const std::vector<State>& states = GetParam().states;
   std::set<State> seen;
   auto last = states.begin();
@@ -86,6 +87,6 @@ INSTANTIATE_TEST_SUITE_P(
                  {{L"dl\\B.sldprt = new", L"prj\\A.sldprt = old"},
                   {L"dl\\B.sldprt = new", L"dl\\temp\\", L"prj\\A.sldprt = old"},
                   {L"dl\\B.sldprt = new", L"dl\\temp\\", L"prj\\A.sldprt = old", L"prj\\B.sldprt = new"}}}),
-    [](const auto& test) { return test.param.name; });
+    CaseName<Covering>);
 
 }  // namespace

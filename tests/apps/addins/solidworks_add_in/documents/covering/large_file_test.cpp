@@ -1,4 +1,5 @@
-// Large model files: whole afterwards, and in hardly more time than the system's own copy takes.
+// Large model files: they are complete afterwards, and covering takes hardly longer than the system's own
+// copy.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -26,7 +27,7 @@ long long SizeOf(HANDLE file) {
   return size.QuadPart;
 }
 
-/// Makes the file `size` bytes long; every megabyte after its first begins with its own number.
+/// Makes the file `size` bytes long; every MiB after the first starts with its own offset.
 void Grow(const std::wstring& path, long long size) {
   const UniqueHandle file = OpenFile(path, GENERIC_READ | GENERIC_WRITE);
   for (LARGE_INTEGER place{.QuadPart = kMiB}; place.QuadPart < size; place.QuadPart += kMiB) {
@@ -67,7 +68,7 @@ double Median(std::vector<double> values) {
   return values[values.size() / 2];
 }
 
-class LargeFile : public CoveringTest {
+class LargeFile : public CoveringFixture {
  protected:
   LargeFile() {
     m_current = Put(L"prj\\A.sldprt", L"old");
@@ -78,9 +79,9 @@ class LargeFile : public CoveringTest {
   std::wstring m_download;
 };
 
-/// Both are measured in turn, each first in every other turn, and the best times are compared: what else the
-/// machine does can only make them longer. A busy machine gets more turns until both have had a quiet one.
-TEST_F(LargeFile, OfOneGibibyteIsCoveredInTheTimeOfTheSystemsOwnCopy) {
+/// Both are measured alternately, and the best times are compared, because other work of the machine can only
+/// make the times longer. On a busy machine there are more turns.
+TEST_F(LargeFile, OfOneGibibyteTakesAsLongAsTheSystemsOwnCopy) {
   constexpr std::size_t kTurns = 4;
   constexpr std::size_t kMostTurns = 24;
   constexpr double kTolerance = 1.05;
@@ -106,7 +107,7 @@ TEST_F(LargeFile, OfOneGibibyteIsCoveredInTheTimeOfTheSystemsOwnCopy) {
             << Best(copies) << " s, ratio " << ratio() << "; medians " << Median(commands) << " s, "
             << Median(copies) << " s\n";
   EXPECT_LE(ratio(), kTolerance);
-  EXPECT_EQ(m_home.LogLines(), std::vector<std::wstring>{});
+  EXPECT_EQ(m_home.LogLines(), Texts{});
   EXPECT_EQ(m_component->loaded_revision, RevisionOf(L"new"));
   EXPECT_TRUE(SameContent(m_download, m_current));
 }

@@ -1,4 +1,4 @@
-// The tests, or what one of them has started this program for once more.
+// Runs the tests, or what a test has started this program again for.
 #include <windows.h>
 // After windows.h, which it needs.
 #include <shellapi.h>

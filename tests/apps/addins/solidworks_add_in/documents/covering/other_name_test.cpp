@@ -1,11 +1,13 @@
-// A download of another name than the component's file: copied beside it, and the host replaces.
+// A download whose name differs from the component's file: it is copied beside that file, and the host
+// replaces the component.
 #include <gtest/gtest.h>
 
 #include "covering_fixture.h"
+#include "list_difference.h"
 
 namespace {
 
-class OtherName : public CoveringTest {
+class OtherName : public CoveringFixture {
  protected:
   OtherName() {
     Put(L"prj\\A.sldprt", L"old");
@@ -15,23 +17,22 @@ class OtherName : public CoveringTest {
   std::wstring m_download;
 };
 
-TEST_F(OtherName, IsCopiedBesideTheComponentAndPutInItsPlace) {
+TEST_F(OtherName, IsCopiedBesideTheComponentAndReplacesIt) {
   Assemble(L"prj\\A.sldprt");
   EXPECT_EQ(Cover({m_download}).result, S_OK);
-  EXPECT_EQ(
+  EXPECT_SAME_ENTRIES(
       HostCalls(),
-      (std::vector<std::wstring>{
-          L"ISldWorks::get_IActiveDoc2()", L"IModelDoc2::GetType()",
-          L"IModelDoc2::QueryInterface(IAssemblyDoc)()", L"IModelDoc2::get_ISelectionManager()",
-          L"ISelectionMgr::GetSelectedObject6(1, -1)", L"IComponent2::QueryInterface(IComponent2)()",
-          L"IComponent2::GetPathName()",
-          L"ISldWorks::GetOpenDocumentByName(\"" + At(L"prj\\B.sldprt") + L"\")",
-          L"IAssemblyDoc::ReplaceComponents2(\"" + At(L"prj\\B.sldprt") + L"\", \"\", true, 0, true)"}));
-  EXPECT_EQ(Files(), (std::vector<std::wstring>{L"dl\\B.sldprt = new", L"dl\\temp\\", L"prj\\A.sldprt = old",
-                                                L"prj\\B.sldprt = new"}));
+      Texts{L"ISldWorks::get_IActiveDoc2()", L"IModelDoc2::GetType()",
+            L"IModelDoc2::QueryInterface(IAssemblyDoc)()", L"IModelDoc2::get_ISelectionManager()",
+            L"ISelectionMgr::GetSelectedObject6(1, -1)", L"IComponent2::QueryInterface(IComponent2)()",
+            L"IComponent2::GetPathName()",
+            L"ISldWorks::GetOpenDocumentByName(\"" + At(L"prj\\B.sldprt") + L"\")",
+            L"IAssemblyDoc::ReplaceComponents2(\"" + At(L"prj\\B.sldprt") + L"\", \"\", true, 0, true)"});
+  EXPECT_SAME_ENTRIES(
+      Files(), Texts{L"dl\\B.sldprt = new", L"dl\\temp\\", L"prj\\A.sldprt = old", L"prj\\B.sldprt = new"});
   EXPECT_EQ(m_component->record.path, At(L"prj\\B.sldprt"));
   EXPECT_EQ(m_component->loaded_revision, RevisionOf(L"new"));
-  EXPECT_EQ(m_home.LogLines(), std::vector<std::wstring>{});
+  EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
 TEST_F(OtherName, ReplacesEveryInstanceAndKeepsTheMates) {
@@ -51,68 +52,63 @@ TEST_F(OtherName, OverwritesAnOlderCopy) {
   Put(L"prj\\B.sldprt", L"older copy");
   Assemble(L"prj\\A.sldprt");
   EXPECT_EQ(Cover({m_download}).result, S_OK);
-  EXPECT_EQ(Files(), (std::vector<std::wstring>{L"dl\\B.sldprt = new", L"dl\\temp\\", L"prj\\A.sldprt = old",
-                                                L"prj\\B.sldprt = new"}));
+  EXPECT_SAME_ENTRIES(
+      Files(), Texts{L"dl\\B.sldprt = new", L"dl\\temp\\", L"prj\\A.sldprt = old", L"prj\\B.sldprt = new"});
   EXPECT_EQ(m_component->loaded_revision, RevisionOf(L"new"));
 }
 
-TEST_F(OtherName, IsNotCopiedOverADocumentThatIsOpen) {
+TEST_F(OtherName, IsNotCopiedOverAnOpenDocument) {
   const std::wstring target = Put(L"prj\\B.sldprt", L"older copy");
   Assemble(L"prj\\A.sldprt");
   m_host->Open(target);
   m_host->Activate(m_assembly);
-  CoverTold(m_download, kIsOpening);
-  EXPECT_EQ(m_home.LogLines(), std::vector<std::wstring>{});
-  EXPECT_EQ(Files(), (std::vector<std::wstring>{L"dl\\B.sldprt = new", L"dl\\temp\\", L"prj\\A.sldprt = old",
-                                                L"prj\\B.sldprt = older copy"}));
+  CoverExpectingBox(m_download, shown::kFileIsOpening);
+  EXPECT_EQ(m_home.LogLines(), Texts{});
+  EXPECT_SAME_ENTRIES(Files(), Texts{L"dl\\B.sldprt = new", L"dl\\temp\\", L"prj\\A.sldprt = old",
+                                     L"prj\\B.sldprt = older copy"});
   EXPECT_EQ(HostCalls().back(), L"ISldWorks::GetOpenDocumentByName(\"" + target + L"\")");
   EXPECT_EQ(m_component->record.path, At(L"prj\\A.sldprt"));
 }
 
-TEST_F(OtherName, IsCopiedAlsoWhereTheHostCannotSayWhatIsOpen) {
+TEST_F(OtherName, IsCopiedIfTheHostFailsToReportOpenDocuments) {
   Assemble(L"prj\\A.sldprt");
   m_host->GetFaults().Fail(L"ISldWorks::GetOpenDocumentByName", 1, E_FAIL);
   EXPECT_EQ(Cover({m_download}).result, S_OK);
   EXPECT_EQ(m_component->record.path, At(L"prj\\B.sldprt"));
-  EXPECT_EQ(m_home.LogLines(), std::vector<std::wstring>{});
+  EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
-TEST_F(OtherName, CannotBeCopiedOntoADocumentOfThisVeryAssembly) {
+TEST_F(OtherName, CannotBeCopiedOverAnotherComponentOfTheAssembly) {
   Put(L"prj\\B.sldprt", L"in use");
   Assemble(L"prj\\A.sldprt");
   AddComponent(L"prj\\B.sldprt");
-  CoverTold(m_download, kFailed);
-  EXPECT_EQ(m_home.LogLines(), std::vector<std::wstring>{CoverLine(
-                                   1082, L"CopyFile from " + m_download + L" to " + At(L"prj\\B.sldprt") +
-                                             L" failed. Get Last Error: 32<hr=0xa3012005>")});
-  EXPECT_EQ(Files(), (std::vector<std::wstring>{L"dl\\B.sldprt = new", L"dl\\temp\\", L"prj\\A.sldprt = old",
-                                                L"prj\\B.sldprt = in use"}));
+  CoverExpectingBox(m_download, shown::kReplacementFailed);
+  EXPECT_EQ(m_home.LogLines(), Texts{NotCopiedLine(m_download, At(L"prj\\B.sldprt"), 32)});
+  EXPECT_SAME_ENTRIES(Files(), Texts{L"dl\\B.sldprt = new", L"dl\\temp\\", L"prj\\A.sldprt = old",
+                                     L"prj\\B.sldprt = in use"});
   EXPECT_EQ(m_host->GetJournal().Calls(L"IAssemblyDoc::ReplaceComponents2").size(), 0u);
 }
 
-TEST_F(OtherName, IsToldWithTheSystemsErrorWhereTheDownloadIsMissing) {
+TEST_F(OtherName, IsLoggedWithTheSystemsErrorIfItIsMissing) {
   Assemble(L"prj\\A.sldprt");
   const std::wstring missing = At(L"dl\\gone.sldprt");
-  CoverTold(missing, kFailed);
-  EXPECT_EQ(m_home.LogLines(), std::vector<std::wstring>{CoverLine(
-                                   1082, L"CopyFile from " + missing + L" to " + At(L"prj\\gone.sldprt") +
-                                             L" failed. Get Last Error: 2<hr=0xa3012005>")});
+  CoverExpectingBox(missing, shown::kReplacementFailed);
+  EXPECT_EQ(m_home.LogLines(), Texts{NotCopiedLine(missing, At(L"prj\\gone.sldprt"), 2)});
   EXPECT_EQ(m_host->GetJournal().Calls(L"ISldWorks::CloseDoc").size(), 0u);
 }
 
-/// A download that lies beside the component already is its own copy target.
-TEST_F(OtherName, IsNotCopiedOntoItself) {
+/// The download is already beside the component's file.
+TEST_F(OtherName, CannotBeCopiedOverItself) {
   const std::wstring download = Put(L"prj\\B.sldprt", L"beside");
   Assemble(L"prj\\A.sldprt");
-  CoverTold(download, kFailed);
-  EXPECT_EQ(m_home.LogLines(),
-            std::vector<std::wstring>{CoverLine(1082, L"CopyFile from " + download + L" to " + download +
-                                                          L" failed. Get Last Error: 32<hr=0xa3012005>")});
-  EXPECT_EQ(Files(), (std::vector<std::wstring>{L"dl\\B.sldprt = new", L"prj\\A.sldprt = old",
-                                                L"prj\\B.sldprt = beside", L"prj\\temp\\"}));
+  CoverExpectingBox(download, shown::kReplacementFailed);
+  EXPECT_EQ(m_home.LogLines(), Texts{NotCopiedLine(download, download, 32)});
+  EXPECT_SAME_ENTRIES(Files(), Texts{L"dl\\B.sldprt = new", L"prj\\A.sldprt = old", L"prj\\B.sldprt = beside",
+                                     L"prj\\temp\\"});
 }
 
-/// The host refuses: the document of the download, not that of the copy, is closed after message and line.
+/// The host replaces nothing: after the message and the log line, the document of the download is closed, not
+/// the document of the copy.
 class RefusedReplacement : public OtherName, public testing::WithParamInterface<HRESULT> {};
 
 TEST_P(RefusedReplacement, ClosesTheDownloadedDocument) {
@@ -120,28 +116,26 @@ TEST_P(RefusedReplacement, ClosesTheDownloadedDocument) {
   m_host->Open(m_download);
   m_host->Activate(m_assembly);
   m_host->GetFaults().Fail(L"IAssemblyDoc::ReplaceComponents2", 1, GetParam());
-  std::vector<std::wstring> log_before_closing;
+  Texts log_before_closing;
   m_host->GetFaults().Before(L"ISldWorks::CloseDoc", 1, [&] { log_before_closing = AddInLog(); });
-  CoverTold(m_download, kFailed);
-  const std::wstring code = GetParam() == S_FALSE ? L"1" : L"80004005";
-  EXPECT_EQ(m_home.LogLines(),
-            std::vector<std::wstring>{CoverLine(1094, L"pAssDoc->ReplaceComponents2<hr=0x" + code + L">")});
+  CoverExpectingBox(m_download, shown::kReplacementFailed);
+  EXPECT_EQ(m_home.LogLines(), Texts{CoverLine(1094, L"pAssDoc->ReplaceComponents2", GetParam())});
   EXPECT_EQ(log_before_closing, m_home.LogLines());
   EXPECT_EQ(HostCalls().back(), L"ISldWorks::CloseDoc(\"" + m_download + L"\")");
   EXPECT_EQ(m_host->FindDocument(m_download), nullptr);
   EXPECT_EQ(m_component->record.path, At(L"prj\\A.sldprt"));
-  EXPECT_EQ(Files(), (std::vector<std::wstring>{L"dl\\B.sldprt = new", L"dl\\temp\\", L"prj\\A.sldprt = old",
-                                                L"prj\\B.sldprt = new"}));
+  EXPECT_SAME_ENTRIES(
+      Files(), Texts{L"dl\\B.sldprt = new", L"dl\\temp\\", L"prj\\A.sldprt = old", L"prj\\B.sldprt = new"});
 }
 
 INSTANTIATE_TEST_SUITE_P(, RefusedReplacement, testing::Values(S_FALSE, E_FAIL),
-                         [](const auto& test) { return test.param == S_FALSE ? "AsFalse" : "WithACode"; });
+                         [](const auto& test) { return test.param == S_FALSE ? "False" : "Failure"; });
 
-TEST_F(OtherName, CountsAsReplacedWhereTheHostSaysFalseInItsResultOnly) {
+TEST_F(OtherName, CountsAsReplacedIfOnlyTheReturnedValueIsFalse) {
   Assemble(L"prj\\A.sldprt");
   m_host->GetFaults().ReturnNothing(L"IAssemblyDoc::ReplaceComponents2");
   EXPECT_EQ(Cover({m_download}).result, S_OK);
-  EXPECT_EQ(m_home.LogLines(), std::vector<std::wstring>{});
+  EXPECT_EQ(m_home.LogLines(), Texts{});
   EXPECT_EQ(m_host->GetJournal().Calls(L"ISldWorks::CloseDoc").size(), 0u);
 }
 

@@ -1,24 +1,24 @@
-// The exchange of files by itself: its codes, and what it leaves on the disk.
+// The exchange of files alone: its codes and the files afterwards.
 #include <gtest/gtest.h>
 
 #include "add_in_fixture.h"
-#include "base/platform_codes.h"
+#include "case_name.h"
+#include "list_difference.h"
+#include "result_codes.h"
 #include "solidworks_add_in.h"
 
 namespace {
 
-using Lines = std::vector<std::wstring>;
-
 struct Exchange {
   const char* name;
-  Lines before;  ///< files, each holding its own name, and folders, which end in a backslash
+  Texts before;  ///< files, each with its own name as content, and folders, which end with a backslash
   const wchar_t* component;
   const wchar_t* download;
-  long code;
-  Lines after;  ///< files as "NAME = CONTENT"
+  HRESULT code;
+  Texts after;  ///< files as "NAME = CONTENT"
 };
 
-void List(const TempFolder& folder, const std::wstring& name, Lines& lines) {
+void List(const TempFolder& folder, const std::wstring& name, Texts& lines) {
   for (const std::wstring& entry : folder.List(name)) {
     const std::wstring path = name.empty() ? entry : name + L"\\" + entry;
     if (GetFileAttributesW(folder.Path(path).c_str()) & FILE_ATTRIBUTE_DIRECTORY) {
@@ -31,7 +31,7 @@ void List(const TempFolder& folder, const std::wstring& name, Lines& lines) {
 
 class SwapFile : public testing::TestWithParam<Exchange> {};
 
-TEST_P(SwapFile, GivesItsCodeAndTakesNothingBack) {
+TEST_P(SwapFile, ReturnsItsCodeAndUndoesNothing) {
   const Exchange& exchange = GetParam();
   const TempFolder folder;
   for (const std::wstring& name : exchange.before) {
@@ -44,14 +44,10 @@ TEST_P(SwapFile, GivesItsCodeAndTakesNothingBack) {
   EXPECT_EQ(CSolidWorksAddIn::SwapFile(folder.Path(L"prj"), exchange.component, folder.Path(L"dl"),
                                        exchange.download, folder.Path(L"old")),
             exchange.code);
-  Lines after;
+  Texts after;
   List(folder, L"", after);
-  EXPECT_EQ(after, exchange.after);
+  EXPECT_SAME_ENTRIES(after, exchange.after);
 }
-
-using platform_code::kCopyFailed;
-using platform_code::kDownloadMissing;
-using platform_code::kMoveToBackupFailed;
 
 INSTANTIATE_TEST_SUITE_P(
     , SwapFile,
@@ -67,7 +63,7 @@ INSTANTIATE_TEST_SUITE_P(
                              L"A",
                              0,
                              {L"dl\\A = dl\\A", L"old\\A = prj\\A", L"prj\\A = dl\\A"}},
-                    Exchange{"KeepsAnOlderBackupWhereThereIsNoFileToMove",
+                    Exchange{"KeepsAnOlderBackupIfThereIsNoFileToMove",
                              {L"dl\\A", L"old\\A", L"prj\\"},
                              L"A",
                              L"A",
@@ -89,45 +85,45 @@ INSTANTIATE_TEST_SUITE_P(
                              {L"dl\\A", L"prj\\A"},
                              L"A",
                              L"A",
-                             kMoveToBackupFailed,
+                             hr::kMoveToBackupFailed,
                              {L"dl\\A = dl\\A", L"prj\\A = prj\\A"}},
                     Exchange{"LooksForTheDownloadAfterTheMove",
                              {L"dl\\", L"old\\", L"prj\\A"},
                              L"A",
                              L"A",
-                             kDownloadMissing,
+                             hr::kDownloadMissing,
                              {L"old\\A = prj\\A"}},
-                    Exchange{"LooksForTheDownloadAlsoWithoutAFileToMove",
+                    Exchange{"LooksForTheDownloadIfThereIsNoFileToMove",
                              {L"dl\\", L"old\\A", L"prj\\"},
                              L"A",
                              L"A",
-                             kDownloadMissing,
+                             hr::kDownloadMissing,
                              {L"old\\A = old\\A"}},
                     Exchange{"CannotCopyWithoutTheComponentsFolder",
                              {L"dl\\A", L"old\\"},
                              L"A",
                              L"A",
-                             kCopyFailed,
+                             hr::kCopyFailed,
                              {L"dl\\A = dl\\A"}},
-                    Exchange{"CannotCopyOntoAFolder",
+                    Exchange{"CannotCopyOverAFolder",
                              {L"dl\\B", L"old\\", L"prj\\A", L"prj\\B\\"},
                              L"A",
                              L"B",
-                             kCopyFailed,
+                             hr::kCopyFailed,
                              {L"dl\\B = dl\\B", L"old\\A = prj\\A"}},
                     Exchange{"CannotCopyAFolder",
                              {L"dl\\A\\", L"old\\", L"prj\\A"},
                              L"A",
                              L"A",
-                             kCopyFailed,
+                             hr::kCopyFailed,
                              {L"old\\A = prj\\A"}},
-                    Exchange{"TakesNamesOfAnyAlphabet",
+                    Exchange{"AcceptsNamesInAnyScript",
                              {L"dl\\零件 😀 é", L"old\\", L"prj\\零件 😀 é"},
                              L"零件 😀 é",
                              L"零件 😀 é",
                              0,
                              {L"dl\\零件 😀 é = dl\\零件 😀 é", L"old\\零件 😀 é = prj\\零件 😀 é",
                               L"prj\\零件 😀 é = dl\\零件 😀 é"}}),
-    [](const auto& test) { return test.param.name; });
+    CaseName<Exchange>);
 
 }  // namespace
