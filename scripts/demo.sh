@@ -10,7 +10,7 @@ Builds the add-in and both simulators, runs the main job for real and prints wha
 TEXT
 }
 
-# wait_for_client LOG PID: until the PLM client serves its pipe; fails where it ended.
+# wait_for_client LOG PID: until the PLM client serves its pipe; fails if it ended.
 wait_for_client() {
   local tries
   for tries in $(seq 100); do

@@ -12,10 +12,10 @@ namespace {
 
 /// The member `name` of `object`; null if there is no such member.
 const rapidjson::Value& Member(const rapidjson::Value& object, const char* name) {
-  static const rapidjson::Value kNull;
-  if (!object.IsObject()) return kNull;
+  static const rapidjson::Value null_value;
+  if (!object.IsObject()) return null_value;
   const auto member = object.FindMember(name);
-  return member == object.MemberEnd() ? kNull : member->value;
+  return member == object.MemberEnd() ? null_value : member->value;
 }
 
 std::string Text(const rapidjson::Value& object, const char* name) {

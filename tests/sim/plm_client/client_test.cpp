@@ -135,7 +135,7 @@ TEST_F(ClientTest, ServesSeveralHostsAtTheSameTime) {
 TEST_F(ClientTest, RefusesInvalidRequestsAndKeepsTheConnection) {
   const Client client({.pipe = m_pipe}, std::ref(m_script));
   const Host host(m_pipe);
-  const char* const kInvalidRequests[] = {
+  const char* const invalid_requests[] = {
       "{",
       "[]",
       R"({"jsonrpc":"2.0","method":"invoke","params":{"command":"A","request":""}})",
@@ -143,7 +143,7 @@ TEST_F(ClientTest, RefusesInvalidRequestsAndKeepsTheConnection) {
       R"({"jsonrpc":"2.0","id":1,"method":"invoke","params":{"command":"A","request":{}}})",
       R"({"jsonrpc":"2.0","id":1,"method":"invoke","params":{"request":""}})",
   };
-  for (const char* const content : kInvalidRequests) {
+  for (const char* const content : invalid_requests) {
     host.Send(Frame(content));
     EXPECT_TRUE(host.ReceiveContent().starts_with(R"({"jsonrpc":"2.0","id":null,"error":{"code":-32600,)"))
         << content;
