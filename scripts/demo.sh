@@ -4,7 +4,8 @@ help_demo() {
   cat <<'TEXT'
 usage: ./dev demo [--fast]
 
-Builds the add-in and both simulators, runs the main job for real and prints what happens.
+Builds the add-in and both simulators, runs the main job for real and prints what happens, in short; at the end
+it names the file with every call.
 
   --fast   does not wait anywhere for a reader (so far the demo never does)
 TEXT
@@ -41,13 +42,19 @@ demo() {
   client=$!
   started+=("$client")
   wait_for_client "$folder/plm_client.log" "$client"
-  scripts/wine "$bin/cad_host.exe" --state 'C:\tavo-demo' demo/session.txt || fail "the session failed"
+  scripts/wine "$bin/cad_host.exe" --state 'C:\tavo-demo' --journal 'C:\tavo-demo\transcript.txt' \
+    demo/session.txt || fail "the session failed; every call is in $folder/transcript.txt"
   kill "$client"
   scripts/wine regsvr32 /u /s "$bin/solidworks_add_in.dll"
 
   stop_wine
-  say "the add-in's log"
+  say "the add-in's log; \"AttributesBackFill failed<hr=0x0>\" is written after each created material, 0x0 is success"
   cat "$folder/home/log/SolidWorks.log"
-  say "where things are"
-  (cd "$root" && find "${folder#"$root"/}" -type f | sort)
+  say "everything lies in ${folder#"$root"/}:"
+  cat <<'TEXT'
+transcript.txt            the full transcript: every call and event, with arguments and results
+download/                 the model files
+plm_client.log            what the PLM client was asked
+home/log/SolidWorks.log   the add-in's log
+TEXT
 }

@@ -19,4 +19,17 @@ class CDisplayErrorMsg {
   /// Sets the function that returns the caption of this module's boxes. If there is none, or it is null, the
   /// caption is "TAVO".
   static void SetCaptionSource(CaptionSource source) noexcept;
+
+  /// What stands before the code and before the log folder, such as "Error code:".
+  struct Labels {
+    std::wstring error_code;
+    std::wstring log_folder;
+  };
+
+  /// Returns the labels, in the language of the thread.
+  using LabelSource = Labels (*)();
+
+  /// Sets the function that returns the labels of this module's boxes. If there is none, or it is null, or a
+  /// label is empty, the label is English.
+  static void SetLabelSource(LabelSource source) noexcept;
 };

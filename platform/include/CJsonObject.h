@@ -9,18 +9,19 @@
 #include "CStringHelper.h"
 #include "CZALException.h"
 #include "base/platform_codes.h"
+#include "detail/json_document.h"
 #include "detail/json_member_index.h"
-#include "detail/rapidjson_config.h"
 
 /// A JSON value: the root of a document of its own, or a view of a value in another object's document.
 ///
 /// Keys and strings are wide strings in this interface and UTF-8 inside. Keys are plain names, compared
-/// exactly; if a name occurs twice, the first member counts. The exported operations handle a missing
-/// member, a member of the wrong type and a value that is not an object in the same way, which each
-/// operation documents; only the inline accessors and GetPropertyStringArrayValue throw.
+/// exactly; if a name occurs twice, the first member counts. If this value is not an object, it has no
+/// members. Every operation but CreateFrom throws std::bad_alloc if memory runs out; the object is then
+/// unchanged.
 class CJsonObject {
  public:
-  using Document = rapidjson::Document;
+  using Document = JsonDocument;
+  using Value = JsonValue;
   using Pointer = std::shared_ptr<CJsonObject>;
 
   /// An empty object `{}` with a document of its own.
@@ -28,7 +29,7 @@ class CJsonObject {
 
   /// A view of `value`, which belongs to `document`. Changes through the view change the parent, until the
   /// parent gets other content or a new member; then a new view is needed. The old view remains safe.
-  CJsonObject(std::shared_ptr<Document> document, rapidjson::Value* value)
+  CJsonObject(std::shared_ptr<Document> document, Value* value)
       : m_pDocument(std::move(document)), m_pValue(value) {}
 
   CJsonObject(const CJsonObject&) = delete;
@@ -36,21 +37,23 @@ class CJsonObject {
   virtual ~CJsonObject() = default;
 
   /// Parses `text` into this object, replacing its content.
-  /// @return false if the text is empty, malformed or nested deeper than 1,000 levels; this object is then
-  ///         empty. Never throws.
+  /// @return false if the text is empty, malformed, nested deeper than 1,000 levels or does not fit into
+  ///         memory; this object is then empty. Never throws.
   bool CreateFrom(const std::wstring& text);
 
   /// Parses the UTF-8 file at `path` into this object, replacing its content; a byte-order mark is
   /// accepted.
   /// @throws CZALException if the file cannot be read or is malformed; it names the path, and the line and
-  ///         column of the first fault. This object is then unchanged.
+  ///         column of the first fault. E_OUTOFMEMORY and the path if memory runs out. This object is then
+  ///         unchanged.
   void CreateFromFile(const std::wstring& path);
 
   /// The compact JSON text: members in order; only the quote, the backslash and control characters are
   /// escaped.
   std::wstring ToJson() const;
 
-  /// The string member `key`; the empty string if it is missing or not a string.
+  /// The string member `key`; the empty string if it is missing or null. A member of another type reads as
+  /// ToJson writes it: `5`, `true`, `{"a":"b"}`.
   std::wstring GetStringValue(const std::wstring& key) const;
 
   /// The integer member `key`; 0 if it is missing, not a number, a fraction or beyond 32 bits.
@@ -60,8 +63,7 @@ class CJsonObject {
   std::pair<bool, bool> GetPropertyBoolValue(const std::wstring& key) const;
 
   /// (found, strings in array order) of the member `key`; (false, empty) if it is missing.
-  /// @throws CZALException 0xA3013001 "json member [KEY] is not Array!" if the member is anything but an
-  ///         array of strings.
+  /// @throws CZALException 0xA3013001 if the member is not an array or an element is not a string.
   std::pair<bool, std::vector<std::wstring>> GetPropertyStringArrayValue(const std::wstring& key) const;
 
   /// Whether the member `key` exists, with any type.
@@ -78,11 +80,12 @@ class CJsonObject {
   /// @throws CZALException 0xA3013000 if the member is missing, 0xA3013001 if it is not an array or an
   ///         element is not an object.
   std::vector<Pointer> GetObjectArray(const std::wstring& key) const {
-    const rapidjson::Value& array = FindMember(key);
+    const Value& array = FindMember(key);
     if (!array.IsArray()) throw WrongType(key, L"Array");
     std::vector<Pointer> objects;
     objects.reserve(array.Size());
-    for (const rapidjson::Value& element : array.GetArray()) {
+    for (const Value& element : array.GetArray()) {
+      if (!element.IsObject()) throw WrongElement(key, L"object");
       objects.push_back(CopyOf(element));
     }
     return objects;
@@ -91,7 +94,7 @@ class CJsonObject {
   /// The object member `key`, with a document of its own that holds a deep copy of the members.
   /// @throws CZALException 0xA3013000 if the member is missing, 0xA3013001 if it is not an object.
   Pointer GetObjectCopy(const std::wstring& key) const {
-    const rapidjson::Value& object = FindMember(key);
+    const Value& object = FindMember(key);
     if (!object.IsObject()) throw WrongType(key, L"Object");
     return CopyOf(object);
   }
@@ -99,7 +102,7 @@ class CJsonObject {
   /// The object member `key` as a view of this object's document.
   /// @throws CZALException 0xA3013000 if the member is missing, 0xA3013001 if it is not an object.
   Pointer GetObjectShared(const std::wstring& key) const {
-    rapidjson::Value& object = FindMember(key);
+    Value& object = FindMember(key);
     if (!object.IsObject()) throw WrongType(key, L"Object");
     return std::make_shared<CJsonObject>(Share(), &object);
   }
@@ -107,7 +110,7 @@ class CJsonObject {
   /// Replaces this object's content with a deep copy of all members of `other`, which must be an object;
   /// either may be a view of a part of the other.
   void CopyFrom(const CJsonObject& other) {
-    rapidjson::Value copy(rapidjson::kObjectType);
+    Value copy(rapidjson::kObjectType);
     CopyMembers(*other.m_pValue, copy);
     *m_pValue = copy;
   }
@@ -117,44 +120,48 @@ class CJsonObject {
     return {platform_code::kJsonWrongType, L"json member [" + key + L"] is not " + type + L"!"};
   }
 
+  static CZALException WrongElement(const std::wstring& key, const wchar_t* type) {
+    return {platform_code::kJsonWrongType, L"json member [" + key + L"] has an element that is no " + type};
+  }
+
   /// The first member `key`; throws 0xA3013000 if it is missing or this is not an object.
-  rapidjson::Value& FindMember(const std::wstring& key) const {
-    rapidjson::Value* member = FindMemberOrNull(key);
+  Value& FindMember(const std::wstring& key) const {
+    Value* member = FindMemberOrNull(key);
     if (!member) {
       throw CZALException(platform_code::kJsonMemberMissing, L"json member [" + key + L"] not exist!");
     }
     return *member;
   }
 
-  rapidjson::Value* FindMemberOrNull(const std::wstring& key) const {
+  Value* FindMemberOrNull(const std::wstring& key) const {
     RAPIDJSON_ASSERT(m_pDocument != nullptr);
     if (!m_pValue->IsObject()) return nullptr;
     return m_members.Find(*m_pValue, CStringHelper::UnicodeToUTF8(key));
   }
 
   /// An object with a document of its own that holds deep copies of the members of `object`.
-  static Pointer CopyOf(const rapidjson::Value& object) {
+  static Pointer CopyOf(const Value& object) {
     auto copy = std::make_shared<CJsonObject>();
     copy->CopyMembers(object, *copy->m_pValue);
     return copy;
   }
 
   /// Adds deep copies of the members of `object` to `target`, a value of this document, in member order.
-  void CopyMembers(const rapidjson::Value& object, rapidjson::Value& target) const {
+  void CopyMembers(const Value& object, Value& target) const {
     auto& allocator = m_pDocument->GetAllocator();
-    for (const auto& member : object.GetObject()) {
-      target.AddMember(CopyValue(member.name, allocator), CopyValue(member.value, allocator), allocator);
+    for (auto member = object.MemberBegin(); member != object.MemberEnd(); ++member) {
+      target.AddMember(CopyValue(member->name, allocator), CopyValue(member->value, allocator), allocator);
     }
   }
 
   /// A deep copy of `value`, strings included.
-  static rapidjson::Value CopyValue(const rapidjson::Value& value, Document::AllocatorType& allocator);
+  static Value CopyValue(const Value& value, Document::AllocatorType& allocator);
 
   /// Replaces the content with `document`. Views of this object, or its parent, keep the document that they
   /// share.
   void ReplaceWith(Document&& document);
 
   std::shared_ptr<Document> m_pDocument;
-  rapidjson::Value* m_pValue;         // within *m_pDocument
+  Value* m_pValue;                    // within *m_pDocument
   mutable JsonMemberIndex m_members;  // of *m_pValue
 };

@@ -13,9 +13,9 @@ class CZALCADPathHelper {
   static long InitCADCfgPath(const std::wstring& name);
 
   /// The path of the configuration file `file`: in the configuration folder if it exists there, else the
-  /// installed default `config\<file>` next to this DLL if that exists, else the path in the
-  /// configuration folder.
-  /// @param name the configuration's name; empty for the one set by InitCADCfgPath.
+  /// administrator's `%PROGRAMDATA%\TAVO\config\<name>\<file>` if that exists, else the installed default
+  /// `config\<file>` beside this DLL if that exists, else the path in the configuration folder.
+  /// @param name the configuration's name; empty for the one chosen by InitCADCfgPath.
   static long GetCADCfgPath(const std::wstring& name, const std::wstring& file, std::wstring& path);
 
   /// The log folder, `<root>\log`, created if it is missing. `path` is set even if the folder cannot be

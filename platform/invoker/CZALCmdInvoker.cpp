@@ -5,16 +5,17 @@
 #include <optional>
 #include <utility>
 
-#include "client_configuration.h"
 #include "client_connector.h"
 #include "errors/caught_exception.h"
 #include "framing.h"
 #include "log/platform_log.h"
 #include "message.h"
+#include "module_services.h"
 #include "no_answer.h"
 #include "pipe_connection.h"
 #include "serving_wait.h"
 
+using invoker::ClientNotReached;
 using invoker::NoAnswer;
 using invoker::PipeConnection;
 using invoker::ServingWait;
@@ -59,46 +60,64 @@ void LogNoAnswer(const std::wstring& command) noexcept {
 
 class CZALCmdInvoker::Impl {
  public:
-  Impl(std::wstring name, std::wstring file)
-      : m_name(std::move(name)), m_file(file.empty() ? kDefaultFile : std::move(file)) {}
+  Impl(std::wstring name, std::wstring file, BusyFlag busy)
+      : m_name(std::move(name)),
+        m_file(file.empty() ? kDefaultFile : std::move(file)),
+        m_busy(busy ? std::move(busy) : std::make_shared<std::atomic<bool>>(false)) {}
 
-  std::wstring Invoke(const std::wstring& command, const std::wstring& json) {
-    const CommandInProgress in_progress(m_busy);
+  std::wstring Invoke(const std::wstring& command, const std::wstring& json,
+                      const CZALCommandOptions& options) {
+    const CommandInProgress in_progress(*m_busy);  // also while the box is shown
+    std::wstring reason;
+    try {
+      return Ask(command, json, options);
+    } catch (const ClientNotReached& failure) {
+      LogNoAnswer(command);
+      if (!options.shows_box) return {};
+      reason = failure.reason;
+    }
+    invoker::ShowClientNotReached(reason);
+    return {};
+  }
+
+ private:
+  std::wstring Ask(const std::wstring& command, const std::wstring& json, const CZALCommandOptions& options) {
     const std::uint64_t id = ++m_lastId;
     // Before connecting: a request that cannot be sent must not open a connection or start the client.
     const std::string request = invoker::MakeFrame(invoker::MakeRequest(id, command, json));
-    ServingWait wait;
-    PipeConnection connection = Connect(wait);
+    ServingWait wait(options.timeout);
+    PipeConnection connection = Connect(options.starts_client, wait);
+    connection.AllowForeground();
     std::wstring answer = connection.Ask(request, id, wait);
     if (connection.IsUsable()) m_kept.emplace(std::move(connection));
     return answer;
   }
 
- private:
   /// The kept connection if it is still usable, else a new one. A connection is kept only after an answer: a
   /// late answer may still arrive on one that failed.
-  PipeConnection Connect(ServingWait& wait) {
+  PipeConnection Connect(bool starts_client, ServingWait& wait) {
     std::optional<PipeConnection> kept = std::exchange(m_kept, std::nullopt);
     if (kept && kept->IsUsable()) return std::move(*kept);
     kept.reset();  // first, for a client that serves one connection at a time
-    return PipeConnection(ConnectToClient(invoker::ReadClientConfiguration(m_name, m_file), wait));
+    return PipeConnection(invoker::ConnectToClient(m_name, m_file, starts_client, wait));
   }
 
   const std::wstring m_name;
   const std::wstring m_file;
-  std::atomic<bool> m_busy = false;
+  const BusyFlag m_busy;
   std::uint64_t m_lastId = 0;
   std::optional<PipeConnection> m_kept;
 };
 
-CZALCmdInvoker::CZALCmdInvoker(std::wstring name, std::wstring file)
-    : m_impl(std::make_unique<Impl>(std::move(name), std::move(file))) {}
+CZALCmdInvoker::CZALCmdInvoker(std::wstring name, std::wstring file, BusyFlag busy)
+    : m_impl(std::make_unique<Impl>(std::move(name), std::move(file), std::move(busy))) {}
 
 CZALCmdInvoker::~CZALCmdInvoker() = default;
 
-std::wstring CZALCmdInvoker::Invoke(const std::wstring& command, std::wstring json) {
+std::wstring CZALCmdInvoker::Invoke(const std::wstring& command, std::wstring json,
+                                    const CZALCommandOptions& options) {
   try {
-    return m_impl->Invoke(command, json);
+    return m_impl->Invoke(command, json, options);
   } catch (...) {
     LogNoAnswer(command);
   }

@@ -2,7 +2,10 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <optional>
+#include <string_view>
+#include <vector>
 
 #include "CJsonObject.h"
 #include "CZALCADPathHelper.h"
@@ -29,7 +32,7 @@ class Members {
   }
 
   std::optional<std::wstring> Text(const char* name) {
-    const rapidjson::Value* value = Find(name);
+    const CJsonObject::Value* value = Find(name);
     if (!value) return std::nullopt;
     if (value->IsString())
       return CStringHelper::UTF8ToUnicode({value->GetString(), value->GetStringLength()});
@@ -38,30 +41,53 @@ class Members {
   }
 
   std::optional<std::chrono::milliseconds> Milliseconds(const char* name) {
-    const rapidjson::Value* value = Find(name);
+    const CJsonObject::Value* value = Find(name);
     if (!value) return std::nullopt;
     if (value->IsUint()) return std::chrono::milliseconds(value->GetUint());
     AddFault(name, L"is not a whole number of milliseconds");
     return std::nullopt;
   }
 
-  /// The faults of the members that were read; empty if there are none.
-  const std::wstring& Faults() const { return m_faults; }
+  /// The faults of the members that were read, and those that nothing has read; empty if there are none.
+  std::wstring Faults() const {
+    std::wstring faults = m_faults;
+    if (!m_root.IsObject()) return faults;
+    for (const auto& member : m_root.GetObject()) {
+      const std::string_view name(member.name.GetString(), member.name.GetStringLength());
+      if (std::ranges::count(m_read, name) == 0) faults += Fault(name, L"is not known");
+    }
+    return faults;
+  }
 
  private:
-  const rapidjson::Value* Find(const char* name) const {
+  const CJsonObject::Value* Find(const char* name) {
+    m_read.emplace_back(name);
     if (!m_root.IsObject()) return nullptr;
     const auto member = m_root.FindMember(name);
     return member == m_root.MemberEnd() ? nullptr : &member->value;
   }
 
-  void AddFault(const char* name, const wchar_t* fault) {
-    m_faults += L" \"" + CStringHelper::UTF8ToUnicode(name) + L"\" " + fault + L";";
+  static std::wstring Fault(std::string_view name, const wchar_t* fault) {
+    return L" \"" + CStringHelper::UTF8ToUnicode(name) + L"\" " + fault + L";";
   }
 
-  const rapidjson::Value& m_root;
+  void AddFault(const char* name, const wchar_t* fault) { m_faults += Fault(name, fault); }
+
+  const CJsonObject::Value& m_root;
+  std::vector<std::string_view> m_read;  // names of members
   std::wstring m_faults;
 };
+
+/// `text` with the values of its environment variables; a variable that does not exist stays as it is
+/// written.
+std::wstring ExpandVariables(const std::wstring& text) {
+  const DWORD size = ExpandEnvironmentStringsW(text.c_str(), nullptr, 0);
+  std::wstring expanded(size, L'\0');
+  const DWORD used = ExpandEnvironmentStringsW(text.c_str(), expanded.data(), size);
+  if (used == 0 || used > size) return text;
+  expanded.resize(used - 1);  // without the null character
+  return expanded;
+}
 
 /// Sets the members that the file at `path` contains. @return the file's faults.
 std::wstring ReadFile(const std::wstring& path, ClientConfiguration& configuration) {
@@ -73,7 +99,7 @@ std::wstring ReadFile(const std::wstring& path, ClientConfiguration& configurati
   }
   Members members(file);
   configuration.pipe = members.Text("pipe").value_or(L"");
-  configuration.program = members.Text("client").value_or(L"");
+  configuration.program = ExpandVariables(members.Text("client").value_or(L""));
   configuration.start_timeout = members.Milliseconds("startTimeoutMs").value_or(configuration.start_timeout);
   return members.Faults();
 }

@@ -1,5 +1,6 @@
 #include "client_connector.h"
 
+#include "client_configuration.h"
 #include "client_program.h"
 #include "pipe_owner.h"
 #include "system_failure.h"
@@ -53,17 +54,39 @@ UniqueHandle StartAndOpen(const ClientConfiguration& configuration, const std::w
   }
 }
 
+/// Opens the pipe, with the client's program if that is needed and allowed.
+UniqueHandle OpenOrStart(const ClientConfiguration& configuration, const std::wstring& path,
+                         bool starts_client, ServingWait& wait) {
+  if (UniqueHandle pipe = Open(path, wait)) return pipe;
+  const std::wstring missing = L"there is no pipe " + path;
+  if (configuration.program.empty()) throw NoAnswer{missing + L", and no client program is configured"};
+  if (!starts_client) throw NoAnswer{missing + L", and this command does not start the client program"};
+  return StartAndOpen(configuration, path, wait);
+}
+
+/// Opens what is configured. @throws ClientNotReached.
+UniqueHandle Reach(const std::wstring& name, const std::wstring& file, bool starts_client,
+                   ServingWait& wait) {
+  try {
+    const ClientConfiguration configuration = ReadClientConfiguration(name, file);
+    const std::wstring path = kPipeFolder + configuration.pipe;
+    UniqueHandle pipe = OpenOrStart(configuration, path, starts_client, wait);
+    if (GetFileType(pipe.get()) != FILE_TYPE_PIPE) throw NoAnswer{path + L" is not a pipe"};
+    return pipe;
+  } catch (const WaitEnded&) {
+    throw;
+  } catch (const NoAnswer& failure) {
+    throw ClientNotReached{failure};
+  }
+}
+
 }  // namespace
 
-UniqueHandle ConnectToClient(const ClientConfiguration& configuration, ServingWait& wait) {
-  const std::wstring path = kPipeFolder + configuration.pipe;
-  UniqueHandle pipe = Open(path, wait);
-  if (!pipe && configuration.program.empty()) {
-    throw NoAnswer{L"there is no pipe " + path + L", and no client program is configured"};
-  }
-  if (!pipe) pipe = StartAndOpen(configuration, path, wait);
-  if (GetFileType(pipe.get()) != FILE_TYPE_PIPE) throw NoAnswer{path + L" is not a pipe"};
+UniqueHandle ConnectToClient(const std::wstring& name, const std::wstring& file, bool starts_client,
+                             ServingWait& wait) {
+  UniqueHandle pipe = Reach(name, file, starts_client, wait);
   CheckPipeOwner(pipe.get());
+  CheckPipeSession(pipe.get());
   return pipe;
 }
 

@@ -1,17 +1,22 @@
 /// @file Connecting to the client.
 #pragma once
 
+#include <string>
+
 #include "base/unique_handle.h"
-#include "client_configuration.h"
 #include "serving_wait.h"
 
 namespace invoker {
 
-/// Opens the client's pipe. If the pipe does not exist, starts the client's program, if one is configured,
-/// and waits for the pipe. If all instances of the pipe are busy, waits for two seconds at most.
-/// @return the pipe, which belongs to this process's user. The server may identify this process, not
-///         impersonate it.
-/// @throws NoAnswer if the client cannot be reached, or the pipe belongs to another user.
-UniqueHandle ConnectToClient(const ClientConfiguration& configuration, ServingWait& wait);
+/// Reads the configuration file `file` of the configuration `name` and opens the client's pipe. If the pipe
+/// does not exist and `starts_client` is set, starts the client's program, if one is configured, and waits
+/// for the pipe. If all instances of the pipe are busy, waits for two seconds at most.
+/// @return the pipe, which belongs to this process's user and is served in this terminal session. The server
+///         may identify this process, not impersonate it.
+/// @throws ClientNotReached if there is no such pipe; NoAnswer if the client closes it at once; WaitEnded if
+/// the user or the timeout of `wait` ended the
+///         wait for it; any exception of a window procedure called meanwhile.
+UniqueHandle ConnectToClient(const std::wstring& name, const std::wstring& file, bool starts_client,
+                             ServingWait& wait);
 
 }  // namespace invoker

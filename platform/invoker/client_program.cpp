@@ -1,6 +1,6 @@
 #include "client_program.h"
 
-#include <filesystem>
+#include <string_view>
 
 #include "base/system_path.h"
 #include "system_failure.h"
@@ -20,12 +20,34 @@ class NoSystemBoxes {
   DWORD m_previous = 0;
 };
 
+bool IsSeparator(wchar_t c) { return c == L'\\' || c == L'/'; }
+
+/// Whether `path` has a drive and a root folder, or begins with two separators (UNC, `\\?\`).
+bool IsFullPath(std::wstring_view path) {
+  if (path.size() < 3) return false;
+  if (IsSeparator(path[0])) return IsSeparator(path[1]) && !IsSeparator(path[2]);
+  return path[1] == L':' && IsSeparator(path[2]);
+}
+
+/// The folder of `program` as a current folder: the system does not take the prefix `\\?\` there.
+std::wstring FolderOf(std::wstring_view program) {
+  constexpr std::wstring_view kPrefix = LR"(\\?\)";
+  constexpr std::wstring_view kUncPrefix = LR"(\\?\UNC\)";
+  std::wstring folder(program.substr(0, program.find_last_of(LR"(\/)")));
+  if (folder.starts_with(kUncPrefix)) {
+    folder.replace(0, kUncPrefix.size(), LR"(\\)");
+  } else if (folder.starts_with(kPrefix)) {
+    folder.erase(0, kPrefix.size());
+  }
+  if (folder.ends_with(L':')) folder += L'\\';  // without it, the drive's current folder
+  return folder;
+}
+
 }  // namespace
 
 UniqueHandle StartClientProgram(const std::wstring& program) {
-  const std::filesystem::path path(program);
-  if (!path.is_absolute()) throw NoAnswer{L"the client program " + program + L" is not a full path"};
-  const std::wstring folder = path.parent_path().wstring();
+  if (!IsFullPath(program)) throw NoAnswer{L"the client program " + program + L" is not a full path"};
+  const std::wstring folder = FolderOf(program);
   std::wstring command_line = L"\"" + program + L"\"";
 
   STARTUPINFOW startup{};

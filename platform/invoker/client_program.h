@@ -7,10 +7,11 @@
 
 namespace invoker {
 
-/// Starts `program`, a full path, without arguments, in its own folder. It inherits no handles, and the
-/// system shows no error box if it cannot be started.
+/// Starts `program` without arguments, in its own folder. It inherits no handles, and the system shows no
+/// error box if it cannot be started.
+/// @param program a full path: with a drive, UNC, or with the prefix `\\?\`.
 /// @return its process.
-/// @throws NoAnswer if it cannot be started.
+/// @throws NoAnswer if the path is not a full one or the program cannot be started.
 UniqueHandle StartClientProgram(const std::wstring& program);
 
 }  // namespace invoker

@@ -1,38 +1,36 @@
 #include "message.h"
 
 #include "CStringHelper.h"
-#include "detail/rapidjson_config.h"
+#include "detail/json_document.h"
 #include "json/json_parser.h"
+#include "json/json_writer.h"
 #include "no_answer.h"
-// After rapidjson_config.h, which must come first.
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
 
 namespace invoker {
 namespace {
 
 constexpr std::size_t kMaxErrorTextLength = 500;
 
-const rapidjson::Value* Find(const rapidjson::Value& object, const char* name) {
+const JsonValue* Find(const JsonValue& object, const char* name) {
   const auto member = object.FindMember(name);
   return member == object.MemberEnd() ? nullptr : &member->value;
 }
 
-std::wstring TextOf(const rapidjson::Value& value) {
+std::wstring TextOf(const JsonValue& value) {
   return CStringHelper::UTF8ToUnicode({value.GetString(), value.GetStringLength()});
 }
 
-bool IsAnswerTo(const rapidjson::Value& message, std::uint64_t id) {
-  const rapidjson::Value* answered = Find(message, "id");
+bool IsAnswerTo(const JsonValue& message, std::uint64_t id) {
+  const JsonValue* answered = Find(message, "id");
   return answered && answered->IsNumber() && answered->GetDouble() == static_cast<double>(id);
 }
 
 /// The client's description of its error, without line breaks.
-std::wstring Describe(const rapidjson::Value& error) {
+std::wstring Describe(const JsonValue& error) {
   std::wstring text = L"the client answered with an error";
-  const rapidjson::Value* code = Find(error, "code");
+  const JsonValue* code = Find(error, "code");
   if (code && code->IsInt()) text += L" " + std::to_wstring(code->GetInt());
-  const rapidjson::Value* message = Find(error, "message");
+  const JsonValue* message = Find(error, "message");
   if (message && message->IsString()) text += L": " + TextOf(*message).substr(0, kMaxErrorTextLength);
   for (wchar_t& c : text) {
     if (c < L' ') c = L' ';
@@ -43,8 +41,8 @@ std::wstring Describe(const rapidjson::Value& error) {
 }  // namespace
 
 std::string MakeRequest(std::uint64_t id, std::wstring_view command, std::wstring_view json) {
-  rapidjson::StringBuffer text;
-  rapidjson::Writer<rapidjson::StringBuffer> writer(text);
+  JsonBuffer text;
+  JsonWriter writer(text);
   const auto write = [&writer](const char* key, std::string_view value) {
     writer.Key(key);
     writer.String(value.data(), static_cast<rapidjson::SizeType>(value.size()));
@@ -64,19 +62,19 @@ std::string MakeRequest(std::uint64_t id, std::wstring_view command, std::wstrin
 }
 
 std::wstring ReadAnswer(std::string_view content, std::uint64_t id) {
-  rapidjson::Document message;
+  JsonDocument message;
   if (ParseJson(content, message)) throw NoAnswer{L"the client sent a message that is not valid JSON"};
-  const rapidjson::Value* version = message.IsObject() ? Find(message, "jsonrpc") : nullptr;
+  const JsonValue* version = message.IsObject() ? Find(message, "jsonrpc") : nullptr;
   if (!version || *version != "2.0") throw NoAnswer{L"the client sent a message that is not JSON-RPC 2.0"};
   if (Find(message, "method"))
     throw NoAnswer{L"the client sent a request or notification instead of the answer"};
   // Checked before the id: a client that could not read the request answers with an error for the id null.
-  const rapidjson::Value* error = Find(message, "error");
+  const JsonValue* error = Find(message, "error");
   if (error && error->IsObject()) throw NoAnswer{Describe(*error)};
   if (!IsAnswerTo(message, id)) throw NoAnswer{L"the client's answer does not have the id of the request"};
 
-  const rapidjson::Value* result = Find(message, "result");
-  const rapidjson::Value* answer = result && result->IsObject() ? Find(*result, "answer") : nullptr;
+  const JsonValue* result = Find(message, "result");
+  const JsonValue* answer = result && result->IsObject() ? Find(*result, "answer") : nullptr;
   if (!answer || !answer->IsString()) throw NoAnswer{L"the client's result has no string in \"answer\""};
   return TextOf(*answer);
 }

@@ -8,10 +8,11 @@
 namespace invoker {
 
 /// The request that sends `command` to the client; `json` is sent as a string, unchanged.
+/// @throws std::bad_alloc.
 std::string MakeRequest(std::uint64_t id, std::wstring_view command, std::wstring_view json);
 
 /// The text in the answer to request `id`.
-/// @throws NoAnswer if `content` is not that answer, or reports an error.
+/// @throws NoAnswer if `content` is not that answer, or reports an error; std::bad_alloc.
 std::wstring ReadAnswer(std::string_view content, std::uint64_t id);
 
 }  // namespace invoker

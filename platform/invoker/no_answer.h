@@ -1,4 +1,4 @@
-/// @file The exception of the invoker's parts.
+/// @file The exceptions of the invoker's parts.
 #pragma once
 
 #include <string>
@@ -9,5 +9,11 @@ namespace invoker {
 struct NoAnswer {
   std::wstring reason;
 };
+
+/// There is no connection to a client.
+struct ClientNotReached : NoAnswer {};
+
+/// The user or the command's timeout ended the wait.
+struct WaitEnded : NoAnswer {};
 
 }  // namespace invoker

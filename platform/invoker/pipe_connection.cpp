@@ -58,6 +58,11 @@ bool PipeConnection::IsUsable() const {
   return m_inSync && PeekNamedPipe(m_pipe.get(), nullptr, 0, nullptr, &unread, nullptr) && unread == 0;
 }
 
+void PipeConnection::AllowForeground() const {
+  ULONG server = 0;
+  if (GetNamedPipeServerProcessId(m_pipe.get(), &server) && server != 0) AllowSetForegroundWindow(server);
+}
+
 std::wstring PipeConnection::Ask(const std::string& request, std::uint64_t id, ServingWait& wait) {
   return ReadAnswer(Exchange(request, wait), id);
 }

@@ -19,6 +19,10 @@ class PipeConnection {
   /// and has sent nothing but its answers.
   bool IsUsable() const;
 
+  /// Allows the client to bring its windows to the foreground, if the system reports its process. The system
+  /// gives this right only for the time until the user's next input, so call it before each request.
+  void AllowForeground() const;
+
   /// Sends `request`, the frame of the request `id`, and waits for the answer.
   /// @throws NoAnswer if the client closes the connection or sends anything but the answer.
   std::wstring Ask(const std::string& request, std::uint64_t id, ServingWait& wait);

@@ -62,8 +62,17 @@ void CheckPipeOwner(HANDLE pipe) {
   const TokenUserInformation user(TokenUser);
   const TokenOwnerInformation default_owner(TokenOwner);
   if (!IsTrustedOwner(owner, user->User.Sid, default_owner->Owner)) {
-    throw NoAnswer{L"the pipe belongs to another user"};
+    throw ClientNotReached{{L"the pipe belongs to another user"}};
   }
+}
+
+void CheckPipeSession(HANDLE pipe) {
+  ULONG of_server = 0;
+  DWORD own = 0;
+  if (!GetNamedPipeServerSessionId(pipe, &of_server) || !ProcessIdToSessionId(GetCurrentProcessId(), &own)) {
+    return;
+  }
+  if (of_server != own) throw ClientNotReached{{L"the pipe is served in another terminal session"}};
 }
 
 }  // namespace invoker

@@ -2,6 +2,9 @@
 
 #include <objbase.h>
 
+#include <algorithm>
+#include <string>
+
 #include "base/unique_handle.h"
 #include "system_failure.h"
 
@@ -15,28 +18,14 @@ bool IsInSingleThreadedApartment() {
   return SUCCEEDED(CoGetApartmentType(&type, &qualifier)) && (type == APTTYPE_STA || type == APTTYPE_MAINSTA);
 }
 
-/// The remaining time of a wait, as system calls take it.
-class Deadline {
- public:
-  explicit Deadline(std::optional<std::chrono::milliseconds> timeout) {
-    if (timeout) m_end = GetTickCount64() + timeout->count();
-  }
+// How often the keys are looked at, in milliseconds. The system's waits do not end for input.
+constexpr DWORD kKeyInterval = 100;
 
-  DWORD Left() const {
-    if (!m_end) return INFINITE;
-    const ULONGLONG now = GetTickCount64();
-    return now < *m_end ? static_cast<DWORD>(*m_end - now) : 0;
-  }
-
- private:
-  std::optional<ULONGLONG> m_end;
-};
-
-std::optional<std::size_t> WaitInApartment(std::initializer_list<HANDLE> handles, const Deadline& deadline,
+std::optional<std::size_t> WaitInApartment(std::initializer_list<HANDLE> handles, DWORD milliseconds,
                                            WaitMessageFilter& filter) {
   DWORD signalled = 0;
   const HRESULT result =
-      CoWaitForMultipleHandles(COWAIT_DEFAULT, deadline.Left(), static_cast<ULONG>(handles.size()),
+      CoWaitForMultipleHandles(COWAIT_DEFAULT, milliseconds, static_cast<ULONG>(handles.size()),
                                const_cast<HANDLE*>(handles.begin()), &signalled);
   filter.RethrowFromWindows();
   if (result == RPC_S_CALLPENDING) return std::nullopt;
@@ -45,8 +34,8 @@ std::optional<std::size_t> WaitInApartment(std::initializer_list<HANDLE> handles
 }
 
 /// Serves sent messages and repaints. For a thread to which COM sends no calls through its message queue.
-std::optional<std::size_t> WaitOutsideApartment(std::initializer_list<HANDLE> handles,
-                                                const Deadline& deadline) {
+std::optional<std::size_t> WaitOutsideApartment(std::initializer_list<HANDLE> handles, DWORD milliseconds) {
+  const Deadline deadline{std::chrono::milliseconds(milliseconds)};
   const auto count = static_cast<DWORD>(handles.size());
   for (;;) {
     const DWORD result =
@@ -60,15 +49,39 @@ std::optional<std::size_t> WaitOutsideApartment(std::initializer_list<HANDLE> ha
 
 }  // namespace
 
-ServingWait::ServingWait() {
+Deadline::Deadline(std::optional<std::chrono::milliseconds> timeout) {
+  if (timeout) m_end = GetTickCount64() + static_cast<ULONGLONG>(timeout->count());
+}
+
+DWORD Deadline::Left() const {
+  if (!m_end) return INFINITE;
+  const ULONGLONG now = GetTickCount64();
+  return now < *m_end ? static_cast<DWORD>(*m_end - now) : 0;
+}
+
+ServingWait::ServingWait(std::optional<std::chrono::milliseconds> timeout)
+    : m_timeout(timeout), m_deadline(timeout) {
   if (IsInSingleThreadedApartment()) m_filter.emplace();
 }
 
 std::optional<std::size_t> ServingWait::Until(std::initializer_list<HANDLE> handles,
                                               std::optional<std::chrono::milliseconds> timeout) {
   const Deadline deadline(timeout);
-  DispatchSentMessagesAndPaint();  // the system's waits react to new messages only
-  return m_filter ? WaitInApartment(handles, deadline, *m_filter) : WaitOutsideApartment(handles, deadline);
+  for (;;) {
+    if (m_input.DropKeys()) throw WaitEnded{{L"cancelled by the user"}};
+    DispatchSentMessagesAndPaint();  // the system's waits react to new messages only
+    const DWORD milliseconds = std::min({deadline.Left(), m_deadline.Left(), kKeyInterval});
+    if (const auto signalled = WaitOnce(handles, milliseconds)) return signalled;
+    if (m_deadline.Left() == 0) {
+      throw WaitEnded{{L"there was no answer within " + std::to_wstring(m_timeout->count()) + L" ms"}};
+    }
+    if (deadline.Left() == 0) return std::nullopt;
+  }
+}
+
+std::optional<std::size_t> ServingWait::WaitOnce(std::initializer_list<HANDLE> handles, DWORD milliseconds) {
+  return m_filter ? WaitInApartment(handles, milliseconds, *m_filter)
+                  : WaitOutsideApartment(handles, milliseconds);
 }
 
 bool ServingWait::Pause(std::chrono::milliseconds time, HANDLE handle) {

@@ -5,13 +5,16 @@
 
 #include <string>
 
+#include "base/system_text.h"
 #include "no_answer.h"
 
 namespace invoker {
 
-/// The reason `what`, followed by the system's code: "... (error 5)".
+/// The reason `what`, followed by the system's text, if it has one, and code: "...: Access denied. (error
+/// 5)".
 inline NoAnswer SystemFailure(const std::wstring& what, DWORD code = GetLastError()) {
-  return {what + L" (error " + std::to_wstring(code) + L")"};
+  const std::wstring text = SystemText(code);
+  return {what + (text.empty() ? L"" : L": " + text) + L" (error " + std::to_wstring(code) + L")"};
 }
 
 /// The reason for a call on the pipe that failed with `code`, usually because the client has closed it.

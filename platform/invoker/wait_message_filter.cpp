@@ -6,6 +6,8 @@
 #include <exception>
 #include <utility>
 
+#include "module_services.h"
+
 using Microsoft::WRL::ComPtr;
 
 namespace invoker {
@@ -26,7 +28,7 @@ void DispatchSentMessagesAndPaint() {
 }
 
 /// The COM object. A host that replaces it may keep it as the previous filter and restore it long after the
-/// wait. So after the wait it only forwards calls to the host's filter.
+/// wait. So after the wait it only forwards calls to the host's filter, and it keeps the module loaded.
 class WaitMessageFilter::Filter final : public IMessageFilter {
  public:
   /// @return whether the filter is registered now.
@@ -91,6 +93,7 @@ class WaitMessageFilter::Filter final : public IMessageFilter {
     }
   }
 
+  const ModuleLock m_lock;
   std::atomic<ULONG> m_references = 0;
   bool m_waiting = true;
   ComPtr<IMessageFilter> m_hostFilter;

@@ -1,33 +1,57 @@
 #include "CJsonObject.h"
 
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
-
+#include <array>
+#include <cstring>
 #include <new>
 
 #include "json/json_parser.h"
+#include "json/json_writer.h"
 #include "json_file.h"
-
-using rapidjson::Document;
 
 namespace {
 
-std::wstring Text(const rapidjson::Value& value) {
+// Windows calls it E_OUTOFMEMORY.
+constexpr long kOutOfMemory = static_cast<long>(0x8007000E);
+
+std::wstring Text(const JsonValue& value) {
   return CStringHelper::UTF8ToUnicode({value.GetString(), value.GetStringLength()});
 }
 
+std::wstring Written(const JsonValue& value) {
+  JsonBuffer buffer;
+  JsonWriter writer(buffer);
+  value.Accept(writer);
+  return CStringHelper::UTF8ToUnicode({buffer.GetString(), buffer.GetSize()});
+}
+
 /// A deep copy of a value as a document. RapidJSON's own copy does not copy constant strings.
-class CopiedDocument : public Document {
+class CopiedDocument : public JsonDocument {
  public:
-  CopiedDocument(const rapidjson::Value& value, AllocatorType& allocator) : Document(&allocator) {
-    const auto generator = [&](Document&) { return value.Accept(*this); };
+  CopiedDocument(const JsonValue& value, AllocatorType& allocator) : JsonDocument(&allocator) {
+    const auto generator = [&](JsonDocument&) { return value.Accept(*this); };
     Populate(generator);
   }
   bool String(const char* text, rapidjson::SizeType length, bool) {
-    return Document::String(text, length, true);
+    return JsonDocument::String(text, length, true);
   }
   bool Key(const char* text, rapidjson::SizeType length, bool) { return String(text, length, true); }
 };
+
+/// Adds a member to `value`, which becomes an object if it is not one. If memory runs out, `value` is
+/// unchanged.
+void AddMember(JsonValue& value, JsonValue& name, JsonValue& member, JsonMemory& allocator) {
+  // RapidJSON sets the new capacity of an object before it allocates the memory for it. The old memory is
+  // neither changed nor freed, so that the bytes of the value are all that must be restored.
+  std::array<char, sizeof(JsonValue)> before;
+  std::memcpy(before.data(), static_cast<const void*>(&value), before.size());
+  try {
+    if (!value.IsObject()) value.SetObject();
+    value.AddMember(name, member, allocator);
+  } catch (const std::bad_alloc&) {
+    std::memcpy(static_cast<void*>(&value), before.data(), before.size());
+    throw;
+  }
+}
 
 }  // namespace
 
@@ -47,40 +71,42 @@ bool CJsonObject::CreateFrom(const std::wstring& text) {
   }
 }
 
-void CJsonObject::CreateFromFile(const std::wstring& path) { ReplaceWith(ReadJsonFile(path)); }
-
-std::wstring CJsonObject::ToJson() const {
-  rapidjson::StringBuffer buffer;
-  rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
-  m_pValue->Accept(writer);
-  return CStringHelper::UTF8ToUnicode({buffer.GetString(), buffer.GetSize()});
+void CJsonObject::CreateFromFile(const std::wstring& path) {
+  try {
+    ReplaceWith(ReadJsonFile(path));
+  } catch (const std::bad_alloc&) {
+    throw CZALException(kOutOfMemory, L"cannot read \"" + path + L"\": out of memory");
+  }
 }
 
+std::wstring CJsonObject::ToJson() const { return Written(*m_pValue); }
+
 std::wstring CJsonObject::GetStringValue(const std::wstring& key) const {
-  const rapidjson::Value* member = FindMemberOrNull(key);
-  return member && member->IsString() ? Text(*member) : std::wstring();
+  const Value* member = FindMemberOrNull(key);
+  if (!member || member->IsNull()) return {};
+  return member->IsString() ? Text(*member) : Written(*member);
 }
 
 long CJsonObject::GetLongValue(const std::wstring& key) const {
-  const rapidjson::Value* member = FindMemberOrNull(key);
+  const Value* member = FindMemberOrNull(key);
   return member && member->IsInt() ? member->GetInt() : 0;
 }
 
 std::pair<bool, bool> CJsonObject::GetPropertyBoolValue(const std::wstring& key) const {
-  const rapidjson::Value* member = FindMemberOrNull(key);
+  const Value* member = FindMemberOrNull(key);
   if (!member || !member->IsBool()) return {false, false};
   return {true, member->GetBool()};
 }
 
 std::pair<bool, std::vector<std::wstring>> CJsonObject::GetPropertyStringArrayValue(
     const std::wstring& key) const {
-  const rapidjson::Value* member = FindMemberOrNull(key);
+  const Value* member = FindMemberOrNull(key);
   if (!member) return {false, {}};
   if (!member->IsArray()) throw WrongType(key, L"Array");
   std::vector<std::wstring> texts;
   texts.reserve(member->Size());
-  for (const rapidjson::Value& element : member->GetArray()) {
-    if (!element.IsString()) throw WrongType(key, L"Array");
+  for (const Value& element : member->GetArray()) {
+    if (!element.IsString()) throw WrongElement(key, L"string");
     texts.push_back(Text(element));
   }
   return {true, std::move(texts)};
@@ -92,19 +118,20 @@ void CJsonObject::SetStringValue(const std::wstring& key, const std::wstring& va
   auto& allocator = m_pDocument->GetAllocator();
   const auto text = [&allocator](const std::wstring& wide) {
     const std::string utf8 = CStringHelper::UnicodeToUTF8(wide);
-    return rapidjson::Value(utf8.data(), static_cast<rapidjson::SizeType>(utf8.size()), allocator);
+    return Value(utf8.data(), static_cast<rapidjson::SizeType>(utf8.size()), allocator);
   };
-  if (!m_pValue->IsObject()) m_pValue->SetObject();
-  if (rapidjson::Value* member = FindMemberOrNull(key)) {
-    *member = text(value);
+  Value new_value = text(value);
+  if (Value* member = FindMemberOrNull(key)) {
+    *member = new_value;
   } else {
-    m_pValue->AddMember(text(key), text(value), allocator);
+    Value name = text(key);
+    AddMember(*m_pValue, name, new_value, allocator);
   }
 }
 
-rapidjson::Value CJsonObject::CopyValue(const rapidjson::Value& value, Document::AllocatorType& allocator) {
+JsonValue CJsonObject::CopyValue(const Value& value, Document::AllocatorType& allocator) {
   CopiedDocument copy(value, allocator);
-  return rapidjson::Value(std::move(static_cast<rapidjson::Value&>(copy)));
+  return Value(std::move(static_cast<Value&>(copy)));
 }
 
 void CJsonObject::ReplaceWith(Document&& document) {

@@ -1,23 +1,22 @@
 #include "detail/json_member_index.h"
 
 using rapidjson::SizeType;
-using rapidjson::Value;
 
 namespace {
 
 // Up to this number a linear search is as fast.
 constexpr SizeType kFewMembers = 32;
 
-std::string_view NameOf(const Value::Member& member) {
+std::string_view NameOf(const JsonValue::Member& member) {
   return {member.name.GetString(), member.name.GetStringLength()};
 }
 
 }  // namespace
 
-Value* JsonMemberIndex::Find(Value& object, std::string_view name) {
+JsonValue* JsonMemberIndex::Find(JsonValue& object, std::string_view name) {
   if (object.MemberCount() <= kFewMembers) {
     const auto length = static_cast<SizeType>(name.size());
-    const auto found = object.FindMember(Value(rapidjson::StringRef(name.data(), length)));
+    const auto found = object.FindMember(JsonValue(rapidjson::StringRef(name.data(), length)));
     return found == object.MemberEnd() ? nullptr : &found->value;
   }
   Update(object);
@@ -33,7 +32,7 @@ void JsonMemberIndex::Clear() {
 
 /// A document does not reuse the memory of members before it is destroyed. So members at another address are
 /// different members; members at the same address are the same, and new ones may follow them.
-void JsonMemberIndex::Update(Value& object) {
+void JsonMemberIndex::Update(JsonValue& object) {
   const void* const members = &*object.MemberBegin();
   if (members != m_members || object.MemberCount() < m_count) Clear();
   m_members = members;

@@ -4,13 +4,16 @@
 #include <rapidjson/memorystream.h>
 #include <rapidjson/reader.h>
 
+#include <algorithm>
 #include <charconv>
-#include <cmath>
+#include <string>
 #include <utility>
 
-using rapidjson::Document;
+#include "json_number.h"
 
 namespace {
+
+using Reader = rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, ThrowingAllocator>;
 
 constexpr int kMaximumLevels = 1000;
 
@@ -38,14 +41,16 @@ std::optional<std::size_t> FindLoneLowSurrogate(std::string_view text) {
 }
 
 /// A document that receives the parts of a text from the parser. It rejects some that the parser accepts.
-class ParsedDocument : public Document {
+class ParsedDocument : public JsonDocument {
  public:
-  explicit ParsedDocument(std::string_view text) : m_text(text), m_stream(text.data(), text.size()) {}
+  /// `parsed` is what the parser reads; it differs from `text` in numbers only, not in their lengths.
+  ParsedDocument(std::string_view text, std::string_view parsed)
+      : m_text(text), m_stream(parsed.data(), parsed.size()) {}
 
   /// Parses the whole text. @return nothing, or the first fault.
   std::optional<JsonFault> Read() {
     std::optional<JsonFault> fault;
-    const auto generator = [&](Document&) {
+    const auto generator = [&](JsonDocument&) {
       fault = Parse();
       return !fault;
     };
@@ -53,30 +58,28 @@ class ParsedDocument : public Document {
     return fault;
   }
 
-  bool StartObject() { return Enter() && Document::StartObject(); }
-  bool StartArray() { return Enter() && Document::StartArray(); }
+  bool StartObject() { return Enter() && JsonDocument::StartObject(); }
+  bool StartArray() { return Enter() && JsonDocument::StartArray(); }
   bool EndObject(rapidjson::SizeType count) {
     --m_level;
-    return Document::EndObject(count);
+    return JsonDocument::EndObject(count);
   }
   bool EndArray(rapidjson::SizeType count) {
     --m_level;
-    return Document::EndArray(count);
+    return JsonDocument::EndArray(count);
   }
 
-  /// The number that ends at the stream's position; the last digits of `approximate` may be wrong.
-  bool Double(double approximate) {
+  /// The number that ends at the stream's position. RapidJSON's own result may be wrong.
+  bool Double(double) {
     const std::string_view before = m_text.substr(0, m_stream.Tell());
     const std::string_view number = before.substr(before.find_last_not_of("+-.0123456789eE") + 1);
-    double exact = approximate;  // remains 0 or infinity for a number beyond the range
-    std::from_chars(number.data(), number.data() + number.size(), exact);
-    if (std::isfinite(exact)) return Document::Double(exact);
+    if (const auto nearest = NearestDouble(number)) return JsonDocument::Double(*nearest);
     return Refuse(rapidjson::GetParseError_En(rapidjson::kParseErrorNumberTooBig));
   }
 
  private:
   std::optional<JsonFault> Parse() {
-    rapidjson::Reader reader;
+    Reader reader;
     const rapidjson::ParseResult result = reader.Parse<kParseFlags>(m_stream, *this);
     const std::size_t end = result.IsError() ? result.Offset() : m_stream.Tell();
 
@@ -108,8 +111,17 @@ class ParsedDocument : public Document {
 
 }  // namespace
 
-std::optional<JsonFault> ParseJson(std::string_view text, Document& document) {
-  ParsedDocument parsed(text);
+TextPosition PositionInText(std::string_view text, std::size_t offset) {
+  const std::string_view before = text.substr(0, offset);
+  const std::string_view in_line = before.substr(before.rfind('\n') + 1);
+  const auto is_first_byte = [](char c) { return (c & 0xC0) != 0x80; };
+  return {1 + static_cast<std::size_t>(std::ranges::count(before, '\n')),
+          1 + static_cast<std::size_t>(std::ranges::count_if(in_line, is_first_byte))};
+}
+
+std::optional<JsonFault> ParseJson(std::string_view text, JsonDocument& document) {
+  const std::optional<std::string> changed = WithoutExtremeNumbers(text);
+  ParsedDocument parsed(text, changed ? *changed : text);
   const std::optional<JsonFault> fault = parsed.Read();
   if (!fault) document = std::move(parsed);
   return fault;

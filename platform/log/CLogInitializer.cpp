@@ -1,5 +1,7 @@
 #include "CLogInitializer.h"
 
+#include <windows.h>
+
 #include <log4cplus/appender.h>
 #include <log4cplus/hierarchy.h>
 #include <log4cplus/logger.h>
@@ -12,6 +14,12 @@
 
 namespace {
 constinit std::atomic<bool> is_running = false;
+constinit std::atomic<bool> is_failure_reported = false;
+
+// Logs once in the debugger why there is no log: every command tries to start it.
+void ReportToDebugger(const wchar_t* line) {
+  if (!is_failure_reported.exchange(true)) OutputDebugStringW(line);
+}
 
 // Closing a file throws if its locale could not encode some text; the second attempt succeeds. In a
 // destructor this exception would terminate the host.
@@ -38,14 +46,20 @@ bool CLogInitializer::Initialized() noexcept { return is_running; }
 bool CLogInitializer::Initialize(const std::wstring& folder, const std::wstring& application,
                                  const std::wstring& propertiesFile) noexcept {
   if (Initialized()) return true;
-  if (folder.empty()) return false;
+  if (folder.empty()) {
+    ReportToDebugger(
+        L"there is no log folder, because neither TAVO_HOME nor APPDATA is set; events go to the debugger\n");
+    return false;
+  }
   try {
     const std::vector<std::wstring> faults = ConfigureLog(folder, application, propertiesFile);
     m_isOwner = true;
     is_running = true;
+    is_failure_reported = false;
     for (const std::wstring& fault : faults) LogPlatformError(fault);
     return true;
   } catch (...) {
+    ReportToDebugger(L"the log cannot be started: out of memory; events go to the debugger\n");
     return false;
   }
 }

@@ -13,6 +13,7 @@
 #include "CFilePathHelper.h"
 #include "CStringHelper.h"
 #include "base/system_path.h"
+#include "base/system_text.h"
 #include "base/unique_handle.h"
 
 namespace {
@@ -81,13 +82,14 @@ std::string WithSystemLineEnds(const std::string& text) {
   return result;
 }
 
-// @return whether the file could be opened; what cannot be written is lost.
-bool AppendTo(const std::wstring& path, const std::string& bytes) {
+// @return ERROR_SUCCESS, or why the bytes could not be written.
+DWORD AppendTo(const std::wstring& path, const std::string& bytes) {
   const UniqueHandle file = Open(path, FILE_APPEND_DATA, OPEN_ALWAYS);
-  if (!file) return false;
+  if (!file) return GetLastError();
   DWORD written = 0;
-  WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
-  return true;
+  const BOOL is_written =
+      WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+  return is_written ? ERROR_SUCCESS : GetLastError();
 }
 }  // namespace
 
@@ -100,13 +102,31 @@ SharedFileAppender::SharedFileAppender(const log4cplus::helpers::Properties& pro
 }
 
 void SharedFileAppender::append(const log4cplus::spi::InternalLoggingEvent& event) {
-  const std::string line = WithSystemLineEnds(CStringHelper::UnicodeToUTF8(formatEvent(event)));
+  const std::wstring text = formatEvent(event);
+  const DWORD error = Write(WithSystemLineEnds(CStringHelper::UnicodeToUTF8(text)));
+  if (error != ERROR_SUCCESS) WriteToDebugger(text, error);
+  m_lastError = error;
+}
+
+// @return ERROR_SUCCESS, or why the line could not be written.
+DWORD SharedFileAppender::Write(const std::string& line) const {
   const FileLock lock(m_mutex.get());
   if (lock.IsHeld() && ExceedsMaximumWith(line.size())) Roll();
-  if (AppendTo(m_file, line)) return;
+  const DWORD error = AppendTo(m_file, line);
+  if (error == ERROR_SUCCESS) return error;
   std::wstring folder, file_name;
   CFilePathHelper::SplitFilePath(m_file, folder, file_name);
-  if (CFileHelper::CreateFolder(folder, false)) AppendTo(m_file, line);
+  return CFileHelper::CreateFolder(folder, false) ? AppendTo(m_file, line) : error;
+}
+
+// The reason comes once, before the first event that it concerns.
+void SharedFileAppender::WriteToDebugger(const std::wstring& text, DWORD error) {
+  if (error != m_lastError) {
+    const std::wstring reason = L"the log file " + m_file + L" cannot be written: " + SystemText(error) +
+                                L" (" + std::to_wstring(error) + L"); events go to the debugger\n";
+    OutputDebugStringW(reason.c_str());
+  }
+  OutputDebugStringW(text.c_str());
 }
 
 bool SharedFileAppender::ExceedsMaximumWith(std::size_t added) const {

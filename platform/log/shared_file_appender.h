@@ -1,6 +1,8 @@
 /// @file A log file that several processes may write.
 #pragma once
 
+#include <windows.h>
+
 #include <log4cplus/appender.h>
 
 #include <string>
@@ -16,7 +18,7 @@
 ///
 /// Properties: File; MaxFileSize in bytes, or with KB or MB (10MB); MaxBackupIndex, the number of old files
 /// `<File>.1` (the newest) and up (5). A missing folder is created. If the file cannot be written, the event
-/// is lost and the next event tries again.
+/// goes to the debugger, after a line that says why, and the next event tries again.
 class SharedFileAppender : public log4cplus::Appender {
  public:
   explicit SharedFileAppender(const log4cplus::helpers::Properties& properties);
@@ -31,11 +33,14 @@ class SharedFileAppender : public log4cplus::Appender {
   std::wstring OldFile(unsigned number) const { return m_file + L"." + std::to_wstring(number); }
   bool ExceedsMaximumWith(std::size_t added) const;
   void Roll() const;
+  DWORD Write(const std::string& line) const;
+  void WriteToDebugger(const std::wstring& text, DWORD error);
 
   std::wstring m_file;
   unsigned long long m_maxFileSize;
   unsigned m_maxBackupIndex = 5;
-  UniqueHandle m_mutex;  // shared by the processes that write this file
+  DWORD m_lastError = ERROR_SUCCESS;  // why the last event could not be written
+  UniqueHandle m_mutex;               // shared by the processes that write this file
 };
 
 /// The appender's name in a properties file.

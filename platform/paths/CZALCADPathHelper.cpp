@@ -41,7 +41,13 @@ std::wstring ModuleFolder() {
   return folder;
 }
 
-// The default that is installed next to the module; empty if its folder is not known.
+// `place` in the administrator's folder; empty if the system does not say where that is.
+std::wstring AdministratorsPath(const std::wstring& place) {
+  const std::wstring folder = EnvironmentVariable(L"PROGRAMDATA");
+  return folder.empty() ? folder : folder + L"\\TAVO" + place;
+}
+
+// The default that is installed beside the module; empty where its folder is not known.
 std::wstring InstalledPath(const std::wstring& file) {
   const std::wstring folder = ModuleFolder();
   return folder.empty() ? folder : folder + L"\\config\\" + file;
@@ -59,14 +65,15 @@ long CZALCADPathHelper::InitCADCfgPath(const std::wstring& name) {
 long CZALCADPathHelper::GetCADCfgPath(const std::wstring& name, const std::wstring& file,
                                       std::wstring& path) {
   const std::wstring root = RootFolder();
-  const std::wstring own = root + L"\\config\\" + (name.empty() ? ChosenName() : name) + L"\\" + file;
-  const std::wstring installed = InstalledPath(file);
-  if (root.empty()) {
-    path = IsFile(installed) ? installed : std::wstring();
-    return kNoRoot;
+  const std::wstring place = L"\\config\\" + (name.empty() ? ChosenName() : name) + L"\\" + file;
+  const std::wstring own = root.empty() ? root : root + place;
+  path = own;
+  for (const std::wstring& candidate : {own, AdministratorsPath(place), InstalledPath(file)}) {
+    if (!IsFile(candidate)) continue;
+    path = candidate;
+    break;
   }
-  path = !IsFile(own) && IsFile(installed) ? installed : own;
-  return S_OK;
+  return root.empty() ? kNoRoot : S_OK;
 }
 
 long CZALCADPathHelper::GetCADCfgLogPath(std::wstring& path) {

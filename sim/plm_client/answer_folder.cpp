@@ -27,10 +27,11 @@ std::string ReadWhole(const std::filesystem::path& path) {
 
 }  // namespace
 
-FiledAnswer AnswerFolder::Next(const std::string& command) {
+FiledAnswer AnswerFolder::Next(const std::string& command, int connection) {
   if (!IsPlainName(command)) return {};
   const std::lock_guard lock(m_mutex);
-  const std::string numbered = command + "." + std::to_string(++m_calls[command]) + ".json";
+  const int call = ++m_calls[{connection, command}];
+  const std::string numbered = command + "." + std::to_string(call) + ".json";
   for (const std::string& name : {numbered, command + ".json"}) {
     const std::filesystem::path path = m_folder / name;
     if (std::filesystem::exists(path)) return {ReadWhole(path), name};

@@ -35,17 +35,26 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE handle, DWORD reason, void*) {
   return TRUE;
 }
 
-/// S_OK if no object exists, no lock is held and no thread is inside a method.
+/// S_OK if no object lives, no lock is held and no thread is inside a method.
 STDAPI DllCanUnloadNow() {
-  const bool unused =
-      CSolidWorksAddInApp::Instance().CanUnload() && CSolidWorksAddInModule::Instance().LockCount() == 0;
-  return unused ? S_OK : S_FALSE;
+  return EndExceptions(L"DllCanUnloadNow", [] {
+    const bool unused =
+        CSolidWorksAddInApp::Instance().CanUnload() && CSolidWorksAddInModule::Instance().LockCount() == 0;
+    return unused ? S_OK : S_FALSE;
+  });
 }
 
 STDAPI DllGetClassObject(REFCLSID id, REFIID iid, void** object) {
-  return CSolidWorksAddInModule::Instance().GetClassObject(id, iid, object);
+  if (object) *object = nullptr;
+  return EndExceptions(L"DllGetClassObject",
+                       [&] { return CSolidWorksAddInModule::Instance().GetClassObject(id, iid, object); });
 }
 
-STDAPI DllRegisterServer() { return CSolidWorksAddInModule::Instance().Register(); }
+STDAPI DllRegisterServer() {
+  return EndExceptions(L"DllRegisterServer", [] { return CSolidWorksAddInModule::Instance().Register(); });
+}
 
-STDAPI DllUnregisterServer() { return CSolidWorksAddInModule::Instance().Unregister(); }
+STDAPI DllUnregisterServer() {
+  return EndExceptions(L"DllUnregisterServer",
+                       [] { return CSolidWorksAddInModule::Instance().Unregister(); });
+}

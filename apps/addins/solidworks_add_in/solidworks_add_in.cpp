@@ -2,12 +2,29 @@
 
 #include "CDisplayErrorMsg.h"
 #include "module/application.h"
+#include "module/com_module.h"
 #include "module/dispatch.h"
+#include "module/string_table.h"
+#include "resources/resource_ids.h"
 
 const char kAddInSourceFile[] = __FILE__;
 
+namespace {
+
+std::wstring Title() { return CSolidWorksAddInApp::Instance().Title(); }
+
+std::wstring ClientDidNotAnswer() {
+  return LoadResourceString(CSolidWorksAddInModule::Instance().ModuleHandle(), IDS_CLIENT_DID_NOT_ANSWER);
+}
+
+}  // namespace
+
 CSolidWorksAddIn::CSolidWorksAddIn() {
-  CDisplayErrorMsg::SetCaptionSource([] { return CSolidWorksAddInApp::Instance().Title(); });
+  CDisplayErrorMsg::SetCaptionSource(Title);
+  CZALCmdInvoker::SetBoxTexts(ClientDidNotAnswer, Title);
+  CZALCmdInvoker::SetModuleLock([]() noexcept { CSolidWorksAddInModule::Instance().Lock(); },
+                                []() noexcept { CSolidWorksAddInModule::Instance().Unlock(); });
+  CDisplayErrorMsg::SetLabelSource([] { return CSolidWorksAddInApp::Instance().ErrorBoxLabels(); });
 }
 
 CSolidWorksAddIn::~CSolidWorksAddIn() {

@@ -24,17 +24,16 @@ class CDrawingHelper;
 /// The one object of the add-in. The host creates it, connects and disconnects it through ISwAddin, and
 /// calls the methods of ISolidWorksAddIn by name when the user picks an item of the menu or toolbar.
 ///
-/// All calls come on the host's user-interface thread. The class is implemented in one .cpp file per concern.
-/// Command methods do not catch exceptions; Invoke, which the host calls, catches them all.
+/// All calls come on the host's user-interface thread. The class is spread over one .cpp file per
+/// concern. Its methods let exceptions go; the guards that the host holds (module/guards.h) end them.
 class CSolidWorksAddIn : public ISolidWorksAddIn, public ISwAddin {
  public:
+  using Interfaces = InterfaceList<ISolidWorksAddIn, ISwAddin>;
+
   CSolidWorksAddIn();
   CSolidWorksAddIn(const CSolidWorksAddIn&) = delete;
   CSolidWorksAddIn& operator=(const CSolidWorksAddIn&) = delete;
   virtual ~CSolidWorksAddIn();
-
-  /// The interfaces of the object; see ComObject.
-  void* FindInterface(REFIID iid) noexcept { return FindInterfaceOf<ISolidWorksAddIn, ISwAddin>(this, iid); }
 
   /// @name IDispatch (solidworks_add_in.cpp)
   STDMETHODIMP GetTypeInfoCount(UINT* count) override;
@@ -139,14 +138,18 @@ class CSolidWorksAddIn : public ISolidWorksAddIn, public ISwAddin {
   void Connect(IDispatch* host, long cookie);
 
   // command_interface.cpp
-  void BuildCommandInterface();
+  /// @return the path of View.json.
+  std::wstring BuildCommandInterface();
   void BuildMenu(const std::wstring& view_file);
 
   // plm_commands.cpp
-  std::wstring SendCommand(const wchar_t* command, std::wstring request = {});
+  std::wstring SendCommand(const wchar_t* command, std::wstring request = {},
+                           const CZALCommandOptions& options = {});
   std::wstring LoginText() const;
 
   // login.cpp
+  void LogOut(const CZALCommandOptions& options);
+  void LogOutBeforeDisconnect();
   void DropLoginResult();
 
   // data_selector.cpp
@@ -173,6 +176,10 @@ class CSolidWorksAddIn : public ISolidWorksAddIn, public ISwAddin {
   ApplicationEventAdvice m_eventAdvice;
 
   std::shared_ptr<CZALCmdInvoker> m_invok;
+  // Shared by all invokers of this object: if the host connects the add-in again while a command waits, the
+  // new invoker must not start a second command within the first. Not one flag for the module, because
+  // another add-in object may wait for its own client.
+  const CZALCmdInvoker::BusyFlag m_commandWaits = std::make_shared<std::atomic<bool>>(false);
   std::atomic<bool> m_loggedIn = false;
   std::shared_ptr<CDrawingHelper> m_drawingHelper;
   std::shared_ptr<CJsonObject> m_loginResult;

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "detail/rapidjson_config.h"
+#include "detail/json_document.h"
 
 /// Finds members of one object by name in a time that does not grow with their number; RapidJSON's own search
 /// checks every member. It notices if all members were replaced or members were added, but not if single
@@ -12,13 +12,13 @@
 class JsonMemberIndex {
  public:
   /// The value of the first member `name` of `object`; null if it is missing.
-  rapidjson::Value* Find(rapidjson::Value& object, std::string_view name);
+  JsonValue* Find(JsonValue& object, std::string_view name);
 
   /// Call this when the memory of the object's members may be reused.
   void Clear();
 
  private:
-  void Update(rapidjson::Value& object);
+  void Update(JsonValue& object);
 
   // The keys refer to the text of the members' own names.
   std::unordered_map<std::string_view, rapidjson::SizeType> m_places;

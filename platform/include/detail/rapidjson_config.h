@@ -2,8 +2,8 @@
 /// same in every translation unit.
 #pragma once
 
-/// A failed assertion of RapidJSON throws CZALException 0xA3013001, which names the expression, header path
-/// and line. Assertions are active in every build and never terminate the host.
+/// A failed assertion of RapidJSON throws CZALException 0xA3013001, which names the expression, the header
+/// (its path in RapidJSON) and the line. Assertions are active in every build and never terminate the host.
 [[noreturn]] void RaiseRapidJsonAssertion(const char* expression, const char* file, int line);
 
 #define RAPIDJSON_ASSERT(expression) \

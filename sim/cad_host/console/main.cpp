@@ -23,9 +23,10 @@ constexpr int kExpectationsFailed = 1;
 constexpr int kFailed = 2;
 
 constexpr const char* kUsage =
-    R"(usage: cad_host [--state FOLDER] [--revision R] [--journal FILE] SCRIPT
+    R"(usage: cad_host [--state FOLDER] [--revision R] [--journal FILE] [--full] SCRIPT
 
-Runs the commands of SCRIPT ("-": the standard input), one per line, and prints the journal of the host:
+Runs the commands of SCRIPT ("-": the standard input), one per line, and prints them with the journal of the
+host: its calls of the add-in ("->") and, below each, the add-in's calls of the host. The commands:
   connect [TITLE|CLSID]   disconnect   pick ITEM   items   tabs
   open PATH   new part|assembly|drawing   save [PATH]   activate NAME   close NAME
   insert PATH [at X Y Z]   select component NAME|face|nothing [at X Y Z]   components
@@ -40,12 +41,16 @@ Words with blanks must be in quotes; a quote in such a word is written twice.
   --state FOLDER   where command tabs and saved command ids are kept from one run to the next
   --revision R     the host's revision number, 31.0.0 if not given
   --journal FILE   writes the whole journal to FILE
+  --full           prints the whole journal, every answer and every expectation; otherwise calls that only
+                   ask for something or set one property (put_...), events, answers and expectations
+                   that are met are left out, and three or more calls of one method become one line
 
 Exit code: 0; 1 if an expectation failed; 2 if the script could not be run to its end.
 )";
 
 struct Arguments {
   HostOptions options;
+  Output output = Output::kFolded;
   std::wstring journal;
   std::wstring script;
 };
@@ -59,7 +64,9 @@ std::optional<Arguments> Parse(const std::vector<std::wstring>& words) {
                                 : word == L"--revision" ? &arguments.options.revision
                                 : word == L"--journal"  ? &arguments.journal
                                                         : nullptr;
-    if (value && ++place < words.size()) {
+    if (word == L"--full") {
+      arguments.output = Output::kFull;
+    } else if (value && ++place < words.size()) {
       *value = words[place];
     } else if (!value && arguments.script.empty() && !word.starts_with(L"--")) {
       arguments.script = word;
@@ -82,7 +89,7 @@ void WriteJournalFile(const std::wstring& path, Host& host) {
 int Run(const Arguments& arguments) {
   std::vector<Command> script = ReadScript(arguments.script);
   Host host(arguments.options);
-  Session session(host, std::cout);
+  Session session(host, std::cout, arguments.output);
   try {
     for (Command& command : script) session.Run(command);
     session.End();

@@ -1,7 +1,11 @@
 #include "session.h"
 
+#include <algorithm>
+#include <array>
+
 #include "CStringHelper.h"
 #include "exception_text.h"
+#include "folded_journal.h"
 
 namespace cad_host {
 namespace {
@@ -10,6 +14,14 @@ constexpr const wchar_t* kIndent = L"    ";
 
 // This command is not repeated in the transcript, because its output is there.
 constexpr std::wstring_view kPrint = L"print ";
+
+// Commands that a folded transcript leaves out: what they do shows elsewhere.
+constexpr std::array<std::wstring_view, 2> kSilent = {L"answer ", L"expect "};
+
+bool IsSilent(const std::wstring& command) {
+  return std::any_of(kSilent.begin(), kSilent.end(),
+                     [&](std::wstring_view verb) { return command.starts_with(verb); });
+}
 
 /// Each line of `text`, indented.
 std::wstring Indented(const std::wstring& text) {
@@ -23,11 +35,12 @@ std::wstring Indented(const std::wstring& text) {
 
 }  // namespace
 
-Session::Session(Host& host, std::ostream& transcript)
-    : m_host(host), m_transcript(transcript), m_answers(host.GetJournal()) {}
+Session::Session(Host& host, std::ostream& transcript, Output output)
+    : m_host(host), m_transcript(transcript), m_output(output), m_answers(host.GetJournal()) {}
 
 void Session::Run(Command& command) {
-  if (!command.Text().starts_with(kPrint)) Write(L"> " + command.Text());
+  const bool silent = m_output == Output::kFolded && IsSilent(command.Text());
+  if (!silent && !command.Text().starts_with(kPrint)) Write(L"> " + command.Text());
   const Handler handler = Find(Verbs(), command.Take(L"a command"), command);
   try {
     (this->*handler)(command);
@@ -52,6 +65,10 @@ Session::Handler Session::Find(std::span<const Verb> verbs, const std::wstring& 
 void Session::End() {
   while (!m_host.ConnectedAddIns().empty()) m_host.Disconnect(*m_host.ConnectedAddIns().back());
   WriteJournal();
+  if (m_leftOut > 0) {
+    Write(L"(" + std::to_wstring(m_leftOut) + L" of " + std::to_wstring(m_written) +
+          L" calls and events are not shown; --full shows all)");
+  }
   const auto leftover = [this](const std::wstring& text) {
     ++m_failed;
     Write(L"FAILED: " + text);
@@ -94,9 +111,23 @@ void Session::Write(const std::wstring& text) {
 }
 
 void Session::WriteJournal() {
-  const std::wstring text = Indented(m_host.GetJournal().Text(m_written));
-  m_transcript << CStringHelper::UnicodeToUTF8(text) << std::flush;
+  FoldedJournal journal;
+  if (m_output == Output::kFolded) {
+    journal = FoldJournal(m_host.GetJournal().Entries(), m_written, EnableMethods());
+  } else {
+    journal.text = m_host.GetJournal().Text(m_written);
+  }
+  m_transcript << CStringHelper::UnicodeToUTF8(Indented(journal.text)) << std::flush;
+  m_leftOut += journal.left_out;
   m_written = m_host.GetJournal().Entries().size();
+}
+
+std::set<std::wstring> Session::EnableMethods() const {
+  std::set<std::wstring> methods;
+  for (const auto& group : m_host.Groups()) {
+    for (const CommandItem& item : group->items) methods.insert(item.enable_method);
+  }
+  return methods;
 }
 
 Point TakePoint(Command& command) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <ostream>
+#include <set>
 #include <span>
 #include <string>
 
@@ -11,17 +12,23 @@
 
 namespace cad_host {
 
+/// How much a session writes.
+enum class Output {
+  kFull,    ///< every command and the whole journal
+  kFolded,  ///< the story: the journal as FoldJournal shortens it, no answers, no expectations that are met
+};
+
 /// Runs one command after the other and writes the command and the journal of the host.
 class Session {
  public:
-  Session(Host& host, std::ostream& transcript);
+  Session(Host& host, std::ostream& transcript, Output output = Output::kFull);
 
   /// @throws HostError naming the file and the line if the command is unknown, incomplete or fails. An
   ///         expectation that fails is only counted and written; the session goes on.
   void Run(Command& command);
 
-  /// Disconnects all add-ins and counts as failed expectations: references that add-ins did not release,
-  /// faults that never happened, answers that no message box used.
+  /// Disconnects all add-ins, writes how much of the journal was left out, and counts as failed expectations:
+  /// references that add-ins did not release, faults that never happened, answers that no message box used.
   void End();
 
   int FailedExpectations() const { return m_failed; }
@@ -76,11 +83,14 @@ class Session {
   void Check(const Command& command, bool met, const std::wstring& otherwise);
   void Write(const std::wstring& text);
   void WriteJournal();
+  std::set<std::wstring> EnableMethods() const;
 
   Host& m_host;
   std::ostream& m_transcript;
+  const Output m_output;
   MessageBoxAnswers m_answers;
   std::size_t m_written = 0;  // journal entries in the transcript
+  std::size_t m_leftOut = 0;  // of these, entries that a folded transcript does not show
   int m_failed = 0;
 };
 

@@ -236,7 +236,9 @@ void Session::ShowTabs(Command& command) {
 }
 
 // print TEXT
-void Session::Print(Command& command) { Write(L"\n== " + command.TakeRest()); }
+void Session::Print(Command& command) {
+  Write((m_output == Output::kFull ? L"\n== " : L"== ") + command.TakeRest());
+}
 
 // expect ...
 void Session::Expect(Command& command) {

@@ -8,7 +8,6 @@
 #include "base/file_attributes.h"
 #include "base/system_path.h"
 #include "cad_host/host_error.h"
-#include "files/compound_file.h"
 #include "files/paths.h"
 #include "host_values.h"
 
@@ -39,7 +38,6 @@ OpenResult Documents::Open(const OpenRequest& request) {
   const swDocumentTypes_e type = DocumentTypeOfName(path);
   if (type == swDocNONE) return Refused(swInvalidFileTypeError, path, L"not the name of a document");
   if (type != request.type) return Refused(swInvalidFileTypeError, path, L"asked for as another type");
-  if (!CompoundFile::IsOne(path)) return Refused(swGenericError, path, L"not a compound file");
 
   m_observer.OnFileOpenPre(path);
   OpenRequest full = request;
@@ -124,13 +122,18 @@ void Documents::Save(Document& document, const std::wstring& path) {
     throw HostError(target + L": not the name of a " + DocumentTypeName(document.Type()));
   }
   ModelFile model = document.model;
-  ++model.revision;
   for (const auto& component : document.components) model.components.push_back(component->record);
   {
     const auto hold = m_holds.Find(target);
     const FileHold::Pause writing(hold.get());
-    WriteModelFile(target, model);
+    if (document.path.empty()) {
+      ++model.revision;
+      WriteModelFile(target, model);
+    } else {
+      SaveModelFile(target, document.path, model);
+    }
   }
+  document.model.kind = model.kind;
   document.model.revision = model.revision;
   document.path = target;
   document.title = FileNameOf(target);

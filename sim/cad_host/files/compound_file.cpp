@@ -9,13 +9,14 @@ namespace {
 
 constexpr DWORD kReadMode = STGM_READ | STGM_SHARE_DENY_WRITE;
 constexpr DWORD kWriteMode = STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE;
+constexpr DWORD kChangeMode = STGM_READWRITE | STGM_SHARE_EXCLUSIVE;
 constexpr DWORD kElementReadMode = STGM_READ | STGM_SHARE_EXCLUSIVE;
 
 }  // namespace
 
 CompoundFile::CompoundFile(std::wstring path, DWORD mode, HRESULT result, const IStoragePtr& storage)
     : m_path(std::move(path)), m_mode(mode), m_storage(storage) {
-  Check(result, m_mode == kWriteMode ? L"cannot write" : L"is not a document or cannot be read");
+  Check(result, m_mode == kReadMode ? L"is not a document or cannot be read" : L"cannot write");
 }
 
 void CompoundFile::Check(HRESULT result, const wchar_t* step) const {
@@ -24,11 +25,11 @@ void CompoundFile::Check(HRESULT result, const wchar_t* step) const {
 
 bool CompoundFile::IsOne(const std::wstring& path) { return StgIsStorageFile(path.c_str()) == S_OK; }
 
-CompoundFile CompoundFile::Create(const std::wstring& path) {
+CompoundFile CompoundFile::Create(const std::wstring& path, const std::wstring& shown) {
   IStoragePtr storage;
   const HRESULT result = StgCreateStorageEx(path.c_str(), kWriteMode, STGFMT_STORAGE, 0, nullptr, nullptr,
                                             IID_PPV_ARGS(&storage));
-  return {path, kWriteMode, result, storage};
+  return {shown, kWriteMode, result, storage};
 }
 
 CompoundFile CompoundFile::OpenToRead(const std::wstring& path) {
@@ -38,15 +39,33 @@ CompoundFile CompoundFile::OpenToRead(const std::wstring& path) {
   return {path, kReadMode, result, storage};
 }
 
+CompoundFile CompoundFile::OpenToChange(const std::wstring& path, const std::wstring& shown) {
+  IStoragePtr storage;
+  const HRESULT result = StgOpenStorageEx(path.c_str(), kChangeMode, STGFMT_STORAGE, 0, nullptr, nullptr,
+                                          IID_PPV_ARGS(&storage));
+  return {shown, kChangeMode, result, storage};
+}
+
+bool CompoundFile::Has(const wchar_t* name) const {
+  IStreamPtr stream;
+  if (SUCCEEDED(m_storage->OpenStream(name, nullptr, kElementReadMode, 0, &stream))) return true;
+  IStoragePtr storage;
+  return SUCCEEDED(m_storage->OpenStorage(name, nullptr, kElementReadMode, nullptr, 0, &storage));
+}
+
 Records CompoundFile::ReadTable(const wchar_t* name) const { return DecodeRecords(ReadStream(name)); }
 
 std::string CompoundFile::ReadStream(const wchar_t* name) const {
   IStreamPtr stream;
-  if (FAILED(m_storage->OpenStream(name, nullptr, kElementReadMode, 0, &stream))) return {};
+  const HRESULT opened = m_storage->OpenStream(name, nullptr, kElementReadMode, 0, &stream);
+  if (opened == STG_E_FILENOTFOUND) return {};
+  Check(opened, name);
   STATSTG description{};
   Check(stream->Stat(&description, STATFLAG_NONAME), name);
   std::string bytes(description.cbSize.LowPart, '\0');
-  Check(stream->Read(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr), name);
+  ULONG read = 0;
+  Check(stream->Read(bytes.data(), static_cast<ULONG>(bytes.size()), &read), name);
+  if (read != bytes.size()) Check(STG_E_READFAULT, name);
   return bytes;
 }
 
@@ -57,7 +76,9 @@ void CompoundFile::WriteTable(const wchar_t* name, const Records& records) const
 void CompoundFile::WriteStream(const wchar_t* name, std::string_view bytes) const {
   IStreamPtr stream;
   Check(m_storage->CreateStream(name, kWriteMode, 0, 0, &stream), name);
-  Check(stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr), name);
+  ULONG written = 0;
+  Check(stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), &written), name);
+  if (written != bytes.size()) Check(STG_E_WRITEFAULT, name);
 }
 
 }  // namespace cad_host

@@ -1,22 +1,32 @@
 #include "cad_host/model_file.h"
 
+#include <algorithm>
 #include <array>
+#include <cstdint>
+#include <fstream>
 
+#include "base/file_attributes.h"
+#include "base/system_path.h"
 #include "cad_host/host_error.h"
 #include "compound_file.h"
 #include "paths.h"
 #include "property_set.h"
+#include "replacement_file.h"
 
 namespace cad_host {
 namespace {
 
-// Streams of a model file. "Model" has the type and the revision; only a file with it is a model file.
+// Streams of a file of this host. "Model" has the type and the revision; only a file with it is a file of
+// this host.
 constexpr const wchar_t* kModelStream = L"Model";
 constexpr const wchar_t* kConfigurationsStream = L"Configurations";
 constexpr const wchar_t* kQuantitiesStream = L"Quantities";
 constexpr const wchar_t* kComponentsStream = L"Components";
 constexpr const wchar_t* kMatesStream = L"Mates";
 constexpr const wchar_t* kViewsStream = L"Views";
+
+constexpr std::array kOwnStreams = {kModelStream,      kConfigurationsStream, kQuantitiesStream,
+                                    kComponentsStream, kMatesStream,          kViewsStream};
 
 struct TypeNames {
   swDocumentTypes_e type;
@@ -83,10 +93,7 @@ Records ViewTable(const ModelFile& model) {
   return records;
 }
 
-}  // namespace
-
-void WriteModelFile(const std::wstring& path, const ModelFile& model) {
-  const CompoundFile file = CompoundFile::Create(path);
+void WriteTables(const CompoundFile& file, const ModelFile& model) {
   file.WriteTable(kModelStream, {{DocumentTypeName(model.type), std::to_wstring(model.revision)}});
   file.WriteTable(kConfigurationsStream, ConfigurationTable(model));
   file.WriteTable(kQuantitiesStream, QuantityTable(model));
@@ -95,19 +102,12 @@ void WriteModelFile(const std::wstring& path, const ModelFile& model) {
   for (const MateRecord& mate : model.mates) mates.push_back({mate.name, mate.first, mate.second});
   file.WriteTable(kMatesStream, mates);
   file.WriteTable(kViewsStream, ViewTable(model));
-  WriteProperties(file, model.properties);
+  WritePropertiesAsTyped(file, model.properties);
+  file.Commit();
 }
 
-ModelFile ReadModelFile(const std::wstring& path) {
-  const CompoundFile file = CompoundFile::OpenToRead(path);
-  const Records header = file.ReadTable(kModelStream);
-  if (header.empty()) throw HostError(path + L": a compound file, but no model in it");
-  ModelFile model;
-  for (const TypeNames& type : kTypes) {
-    if (FieldOf(header[0], 0) == type.name) model.type = type.type;
-  }
-  model.revision = NumberOf(header[0], 1);
-  model.properties = ReadProperties(file);
+void ReadTables(const CompoundFile& file, ModelFile& model) {
+  model.properties = ReadPropertiesAsTyped(file);
   ReadConfigurations(file.ReadTable(kConfigurationsStream), model);
   for (const Record& record : file.ReadTable(kQuantitiesStream)) {
     model.quantities[FieldOf(record, 0)] = FieldOf(record, 1);
@@ -121,6 +121,112 @@ ModelFile ReadModelFile(const std::wstring& path) {
   }
   for (const Record& record : file.ReadTable(kViewsStream)) {
     model.views.push_back({FieldOf(record, 0), FieldOf(record, 1), PointOf(record, 2)});
+  }
+}
+
+/// Reads type and revision. @return false if no program of this kind wrote the file.
+bool ReadHeader(const CompoundFile& file, ModelFile& model) {
+  const Records header = file.ReadTable(kModelStream);
+  if (header.empty()) return false;
+  for (const TypeNames& type : kTypes) {
+    if (FieldOf(header[0], 0) != type.name) continue;
+    model.type = type.type;
+    model.revision = NumberOf(header[0], 1);
+    return true;
+  }
+  return false;
+}
+
+/// A number that changes with the file's bytes (FNV-1a).
+long RevisionOfBytes(const std::wstring& path) {
+  constexpr std::uint32_t kStart = 2166136261;
+  constexpr std::uint32_t kFactor = 16777619;
+  constexpr std::uint32_t kNotNegative = 0x7fffffff;
+  std::ifstream file(SystemPath(path).c_str(), std::ios::binary);
+  std::uint32_t hash = kStart;
+  std::array<char, 64 * 1024> bytes;
+  while (file) {
+    file.read(bytes.data(), bytes.size());
+    std::for_each(bytes.begin(), bytes.begin() + file.gcount(),
+                  [&](char byte) { hash = (hash ^ static_cast<unsigned char>(byte)) * kFactor; });
+  }
+  if (!file.eof()) throw HostError(path + L": cannot be read");
+  return static_cast<long>(hash & kNotNegative);
+}
+
+/// A file of another program, without its properties.
+ModelFile ForeignModel(const std::wstring& path, FileKind kind) {
+  const swDocumentTypes_e type = DocumentTypeOfName(path);
+  if (type == swDocNONE) throw HostError(path + L": is not a document");
+  ModelFile model;
+  model.type = type;
+  model.kind = kind;
+  model.revision = RevisionOfBytes(path);
+  return model;
+}
+
+/// Whether a file of another program cannot keep everything in `model`.
+bool NeedsTables(const ModelFile& model) {
+  return !model.configurations.empty() || !model.quantities.empty() || !model.components.empty() ||
+         !model.mates.empty() || !model.views.empty();
+}
+
+/// Changes the properties of another program's file, and adds the streams of this host if they are needed.
+void SaveForeign(const CompoundFile& file, const std::wstring& path, ModelFile& model) {
+  if (!NeedsTables(model)) {
+    WriteProperties(file, model.properties);
+    return file.Commit();
+  }
+  for (const wchar_t* const name : kOwnStreams) {
+    if (!file.Has(name)) continue;
+    throw HostError(path + L": cannot be saved with components or quantities: another program's \"" + name +
+                    L"\" is in the file");
+  }
+  model.kind = FileKind::kModel;
+  model.revision = 1;
+  WriteTables(file, model);
+}
+
+}  // namespace
+
+void WriteModelFile(const std::wstring& path, const ModelFile& model) {
+  ReplacementFile replacement(path);
+  WriteTables(CompoundFile::Create(replacement.Path(), path), model);
+  replacement.Replace();
+}
+
+void SaveModelFile(const std::wstring& path, const std::wstring& source, ModelFile& model) {
+  if (model.kind == FileKind::kOpaque) {
+    throw HostError(source +
+                    L": cannot be saved, because it is not a compound file: this host cannot change it");
+  }
+  ModelFile saved = model;
+  ReplacementFile replacement(path);
+  replacement.CopyFrom(source);
+  {
+    const CompoundFile file = CompoundFile::OpenToChange(replacement.Path(), path);
+    if (saved.kind == FileKind::kModel) {
+      ++saved.revision;
+      WriteTables(file, saved);
+    } else {
+      SaveForeign(file, source, saved);
+    }
+  }
+  if (saved.kind == FileKind::kCompound) saved.revision = RevisionOfBytes(replacement.Path());
+  replacement.Replace();
+  model.kind = saved.kind;
+  model.revision = saved.revision;
+}
+
+ModelFile ReadModelFile(const std::wstring& path) {
+  if (IsFile(path) && !CompoundFile::IsOne(path)) return ForeignModel(path, FileKind::kOpaque);
+  const CompoundFile file = CompoundFile::OpenToRead(path);
+  ModelFile model;
+  if (ReadHeader(file, model)) {
+    ReadTables(file, model);
+  } else {
+    model = ForeignModel(path, FileKind::kCompound);
+    model.properties = ReadProperties(file);
   }
   return model;
 }

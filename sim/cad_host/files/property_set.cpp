@@ -2,10 +2,12 @@
 
 #include <windows.h>
 
+#include <optional>
 #include <stdexcept>
 #include <string_view>
 #include <unordered_map>
 
+#include "property_set_editor.h"
 #include "property_set_reader.h"
 #include "property_set_texts.h"
 #include "property_set_writer.h"
@@ -26,17 +28,30 @@ std::wstring DecodeCodePage(std::string_view bytes, unsigned code_page) {
   return text;
 }
 
+/// Empty if the text does not read back the same.
+std::optional<std::string> EncodeCodePage(std::wstring_view text, unsigned code_page) {
+  const int size = static_cast<int>(text.size());
+  std::string bytes;
+  const int length = WideCharToMultiByte(code_page, 0, text.data(), size, nullptr, 0, nullptr, nullptr);
+  bytes.resize(static_cast<std::size_t>(length));
+  WideCharToMultiByte(code_page, 0, text.data(), size, bytes.data(), length, nullptr, nullptr);
+  if (DecodeCodePage(bytes, code_page) != text) return std::nullopt;
+  return bytes;
+}
+
 bool SameValue(const CustomProperty& a, const CustomProperty& b) {
   return a.type == b.type && a.text == b.text;
 }
 
-/// @param stored `properties` as they read back, in the same order.
+/// @param stored `properties` as they read back, in any order.
 Records AsTypedTable(const CustomProperties& properties, const CustomProperties& stored) {
+  std::unordered_map<std::wstring_view, const CustomProperty*> by_name;
+  for (const CustomProperty& property : stored) by_name.emplace(property.name, &property);
   Records records;
-  for (std::size_t index = 0; index < properties.size(); ++index) {
-    const CustomProperty& typed = properties[index];
-    const CustomProperty& value = stored[index];
-    if (SameValue(typed, value)) continue;
+  for (const CustomProperty& typed : properties) {
+    const auto found = by_name.find(typed.name);
+    if (found == by_name.end() || SameValue(typed, *found->second)) continue;
+    const CustomProperty& value = *found->second;
     records.push_back(
         {value.name, std::to_wstring(value.type), value.text, std::to_wstring(typed.type), typed.text});
   }
@@ -67,20 +82,42 @@ void RestoreAsTyped(const Records& records, CustomProperties& properties) {
 
 CustomProperties ReadProperties(const CompoundFile& file) {
   try {
-    CustomProperties properties = ReadUserDefinedSection(file.ReadPropertySet(), DecodeCodePage);
-    RestoreAsTyped(file.ReadTable(kAsTypedStream), properties);
-    return properties;
+    return ReadUserDefinedSections(file.ReadPropertySet(), DecodeCodePage);
   } catch (const std::out_of_range&) {
     file.Check(HRESULT_FROM_WIN32(ERROR_INVALID_DATA), L"custom properties");
     throw;
   }
 }
 
+CustomProperties ReadPropertiesAsTyped(const CompoundFile& file) {
+  CustomProperties properties = ReadProperties(file);
+  RestoreAsTyped(file.ReadTable(kAsTypedStream), properties);
+  return properties;
+}
+
 void WriteProperties(const CompoundFile& file, const CustomProperties& properties) {
-  if (properties.empty()) return;
-  const std::string set = UserDefinedSection(properties);
-  file.WritePropertySet(set);
-  file.WriteTable(kAsTypedStream, AsTypedTable(properties, ReadUserDefinedSection(set, DecodeCodePage)));
+  const std::string old_set = file.ReadPropertySet();
+  if (old_set.empty() && properties.empty()) return;
+  try {
+    const std::string set =
+        old_set.empty() ? UserDefinedSection(properties)
+                        : EditUserDefinedSections(old_set, properties, DecodeCodePage, EncodeCodePage);
+    if (set != old_set) file.WritePropertySet(set);
+  } catch (const std::out_of_range&) {
+    file.Check(HRESULT_FROM_WIN32(ERROR_INVALID_DATA), L"custom properties");
+    throw;
+  } catch (const UnspellableName& failure) {
+    const std::wstring step = L"its code page " + std::to_wstring(failure.code_page) +
+                              L" cannot spell the name of the property \"" + failure.name + L"\"";
+    file.Check(HRESULT_FROM_WIN32(ERROR_NO_UNICODE_TRANSLATION), step.c_str());
+    throw;
+  }
+}
+
+void WritePropertiesAsTyped(const CompoundFile& file, const CustomProperties& properties) {
+  WriteProperties(file, properties);
+  const Records records = AsTypedTable(properties, ReadProperties(file));
+  if (!properties.empty() || file.Has(kAsTypedStream)) file.WriteTable(kAsTypedStream, records);
 }
 
 bool FitsType(const std::wstring& text, swCustomInfoType_e type) {

@@ -7,14 +7,21 @@
 namespace cad_host {
 
 /// The document's custom properties; empty if the file has no such property set. Can also read what other
-/// programs write: any text, number, date or yes/no.
+/// programs write: any text, number, date or yes/no, in any code page and in several sections.
 /// @throws HostError naming the file if the property set is cut off.
 CustomProperties ReadProperties(const CompoundFile& file);
 
-/// Writes the document's custom properties. They read back unchanged. A file without properties gets no
-/// property set.
-/// @throws HostError naming the file if it cannot be written.
+/// Like ReadProperties for a file of this host: each property as it was typed.
+CustomProperties ReadPropertiesAsTyped(const CompoundFile& file);
+
+/// Writes the document's custom properties. Everything else in the property set keeps its bytes. A file
+/// without properties gets no property set.
+/// @throws HostError naming the file if it cannot be written, is cut off, or is in a code page that cannot
+///         spell the name of a new property.
 void WriteProperties(const CompoundFile& file, const CustomProperties& properties);
+
+/// Like WriteProperties; ReadPropertiesAsTyped reads the properties back unchanged.
+void WritePropertiesAsTyped(const CompoundFile& file, const CustomProperties& properties);
 
 /// Whether a property of this type can have this text; an expression fits every type.
 bool FitsType(const std::wstring& text, swCustomInfoType_e type);

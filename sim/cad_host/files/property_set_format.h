@@ -29,12 +29,16 @@ inline constexpr std::size_t kPropertyPlaceSize = 8;
 inline constexpr std::uint32_t kDictionaryId = 0;  ///< the names of the properties by id
 inline constexpr std::uint32_t kCodePageId = 1;    ///< of the names and of the texts that are not wide
 inline constexpr std::uint32_t kFirstId = 2;
+inline constexpr std::uint32_t kFirstReservedId = 0x80000000;  ///< from here on reserved again
 
 /// Types of values; each value follows its type.
 inline constexpr std::uint32_t kTypeShort = 2;
 inline constexpr std::uint32_t kTypeNumber = 3;
 inline constexpr std::uint32_t kTypeDouble = 5;
+inline constexpr std::uint32_t kTypeBstr = 8;  ///< like kTypeText
 inline constexpr std::uint32_t kTypeBool = 11;
+inline constexpr std::uint32_t kTypeUnsigned = 19;
+inline constexpr std::uint32_t kTypeLongNumber = 20;
 inline constexpr std::uint32_t kTypeText = 30;      ///< in the section's code page, after its length in bytes
 inline constexpr std::uint32_t kTypeWideText = 31;  ///< UTF-16, after its length in units
 inline constexpr std::uint32_t kTypeFileTime = 64;

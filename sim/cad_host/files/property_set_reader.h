@@ -1,4 +1,4 @@
-/// @file Reads the user-defined section of a property set stream.
+/// @file Reads the user-defined sections of a property set stream.
 ///
 /// Wine's own property sets are not used for this: they read only the first section of a stream and lose
 /// texts and names in other code pages than the system's. Other programs write both.
@@ -14,11 +14,12 @@ namespace cad_host {
 /// Turns bytes of a code page, by its number, into text.
 using CodePageDecoder = std::wstring (*)(std::string_view bytes, unsigned code_page);
 
-/// The named properties of the section, in the order of their ids: any text, whole number, fraction, date or
-/// yes/no. Values of other types read as the empty text.
+/// The named properties of all user-defined sections, section by section, in the order of their ids: any
+/// text, number, date or yes/no. Values of other types read as the empty text. A name that an earlier section
+/// has is left out.
 /// @param stream a property set stream; an empty one has no properties.
 /// @param decode called for texts and names in other code pages than UTF-16.
 /// @throws std::out_of_range if the stream is cut off.
-CustomProperties ReadUserDefinedSection(std::string_view stream, CodePageDecoder decode);
+CustomProperties ReadUserDefinedSections(std::string_view stream, CodePageDecoder decode);
 
 }  // namespace cad_host

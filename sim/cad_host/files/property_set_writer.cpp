@@ -49,19 +49,6 @@ std::string TextValue(const std::wstring& text) {
   return Padded(bytes);
 }
 
-std::string ValueOf(const CustomProperty& property) {
-  const std::wstring& text = property.text;
-  if (property.type == swCustomInfoNumber) {
-    if (const auto whole = WholeNumberOf(text)) return Value(kTypeNumber, *whole);
-    if (const auto fraction = FractionOf(text)) return Value(kTypeDouble, *fraction);
-  } else if (property.type == swCustomInfoYesOrNo) {
-    if (const auto yes = YesOrNoOf(text)) return Value(kTypeBool, *yes ? VARIANT_TRUE : VARIANT_FALSE);
-  } else if (property.type == swCustomInfoDate) {
-    if (const auto date = DateOf(text)) return Value(kTypeFileTime, *date);
-  }
-  return TextValue(text);
-}
-
 /// The names by property id.
 std::string Dictionary(const CustomProperties& properties) {
   std::string bytes;
@@ -89,7 +76,7 @@ std::string Section(const CustomProperties& properties) {
   add(kDictionaryId, Dictionary(properties));
   add(kCodePageId, Value(kTypeShort, kCodePage));
   std::uint32_t id = kFirstId;
-  for (const CustomProperty& property : properties) add(id++, ValueOf(property));
+  for (const CustomProperty& property : properties) add(id++, PropertyValueBytes(property));
   std::string bytes;
   Append(bytes, static_cast<DWORD>(head + values.size()));
   Append(bytes, static_cast<DWORD>(count));
@@ -97,6 +84,19 @@ std::string Section(const CustomProperties& properties) {
 }
 
 }  // namespace
+
+std::string PropertyValueBytes(const CustomProperty& property) {
+  const std::wstring& text = property.text;
+  if (property.type == swCustomInfoNumber) {
+    if (const auto whole = WholeNumberOf(text)) return Value(kTypeNumber, *whole);
+    if (const auto fraction = FractionOf(text)) return Value(kTypeDouble, *fraction);
+  } else if (property.type == swCustomInfoYesOrNo) {
+    if (const auto yes = YesOrNoOf(text)) return Value(kTypeBool, *yes ? VARIANT_TRUE : VARIANT_FALSE);
+  } else if (property.type == swCustomInfoDate) {
+    if (const auto date = DateOf(text)) return Value(kTypeFileTime, *date);
+  }
+  return TextValue(text);
+}
 
 std::string UserDefinedSection(const CustomProperties& properties) {
   std::string bytes;

@@ -14,4 +14,7 @@ namespace cad_host {
 /// as a value of that type if its text can be converted, otherwise (such as an expression) as text.
 std::string UserDefinedSection(const CustomProperties& properties);
 
+/// The type and the value of a property as UserDefinedSection stores them, padded to whole units of 4 bytes.
+std::string PropertyValueBytes(const CustomProperty& property);
+
 }  // namespace cad_host

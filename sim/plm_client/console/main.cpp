@@ -35,14 +35,16 @@ std::vector<std::wstring> Arguments() {
   return {arguments.get() + 1, arguments.get() + count};
 }
 
-/// `text` on one line, shortened if it is long.
+/// `text` on one line, without the blanks that begin its lines, shortened if it is long.
 std::string Excerpt(const std::string& text) {
   constexpr std::size_t kLongest = 400;
   if (text.empty()) return "nothing";
   std::string line;
+  bool at_begin = false;
   for (const char character : text.substr(0, kLongest)) {
     const bool breaks = character == '\n' || character == '\r';
-    if (!breaks) line += character;
+    at_begin = breaks || (at_begin && character == ' ');
+    if (!at_begin) line += character;
   }
   return text.size() > kLongest ? line + "... (" + std::to_string(text.size()) + " bytes)" : line;
 }
@@ -60,7 +62,7 @@ class FolderHandler {
   std::unique_lock<std::mutex> HoldRequests() { return std::unique_lock(m_mutex); }
 
   plm_client::Reply Handle(const plm_client::Request& request) {
-    const plm_client::FiledAnswer answer = m_answers.Next(request.command);
+    const plm_client::FiledAnswer answer = m_answers.Next(request.command, request.connection);
     const std::lock_guard lock(m_mutex);
     Record(request);
     if (!m_quiet) Print(request, answer);

@@ -11,8 +11,9 @@ A PLM client without a person: answers the add-in's commands with the content of
 
   --answers FOLDER       the folder of the answers: QD_PLMLogin.json answers every QD_PLMLogin. Files named
                          QD_PLMLogin.1.json, QD_PLMLogin.2.json and so on answer the first, the second ...
-                         call; calls beyond them get QD_PLMLogin.json. A command without a file gets the
-                         empty answer, as if the person had closed the panel.
+                         call on a connection; calls beyond them get QD_PLMLogin.json. They begin anew with
+                         each connection, that is with each session of a host. A command without a file gets
+                         the empty answer, as if the person had closed the panel.
   --pipe NAME            the pipe's name, without \\.\pipe\; default: tavo-plm-client-<SID of the user>
   --record FILE          appends each request to FILE, one line of JSON with "command" and "request"
   --until-idle SECONDS   ends when no host has been connected for this long; default: at Ctrl-C

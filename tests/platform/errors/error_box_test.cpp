@@ -72,6 +72,23 @@ TEST_F(ErrorBox, TakesItsCaptionFromTheModule) {
   EXPECT_EQ(boxes.Boxes()[1].caption, L"TAVO");
 }
 
+TEST_F(ErrorBox, TakesItsLabelsFromTheModule) {
+  CDisplayErrorMsg::SetLabelSource([] { return CDisplayErrorMsg::Labels{L"错误代码:", L"日志文件夹:"}; });
+  MessageBoxRecorder boxes({IDOK, IDOK, IDOK});
+  CDisplayErrorMsg::Display({E_FAIL, L"text"}, MB_ICONERROR);
+  CDisplayErrorMsg::SetLabelSource([] { return CDisplayErrorMsg::Labels{}; });
+  CDisplayErrorMsg::Display({E_FAIL, L"text"}, MB_ICONERROR);
+  CDisplayErrorMsg::SetLabelSource(nullptr);
+  CDisplayErrorMsg::Display({E_FAIL, L"text"}, MB_ICONERROR);
+
+  const std::wstring log = m_home.Path() + L"\\log";
+  const std::wstring english = L"text\n\nError code: 0x80004005\nLog folder: " + log;
+  ASSERT_EQ(boxes.Boxes().size(), 3u);
+  EXPECT_EQ(boxes.Boxes()[0].text, L"text\n\n错误代码: 0x80004005\n日志文件夹: " + log);
+  EXPECT_EQ(boxes.Boxes()[1].text, english);
+  EXPECT_EQ(boxes.Boxes()[2].text, english);
+}
+
 TEST_F(ErrorBox, DisablesTheHostsWindowsWhileItIsOpen) {
   HWND host = CreateWindowW(L"Static", L"host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 100, 100, nullptr,
                             nullptr, nullptr, nullptr);

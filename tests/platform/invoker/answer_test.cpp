@@ -1,10 +1,13 @@
 #include "case_name.h"
+#include "failing_memory.h"
 #include "invoker_fixture.h"
 
 using plm_client::Reply;
 using namespace std::chrono_literals;
 
 namespace {
+
+constexpr std::size_t k64MiB = 64 * 1024 * 1024;
 
 class Answer : public InvokerFixture {};
 
@@ -52,6 +55,68 @@ TEST_F(Answer, OfNearly64MiBIsReturnedWhole) {
   const std::string text(64 * 1024 * 1024 - 100, 'x');
   m_script.Always("QD_PLMQuery", Reply::Text(text));
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), std::wstring(text.begin(), text.end()));
+  EXPECT_TRUE(PlatformLines().empty());
+}
+
+TEST_F(Answer, ThatDoesNotFitIntoMemoryIsNoAnswer) {
+  // Parsed values need eight times the memory of this text, so that only the parser runs out of memory.
+  std::string content = R"({"jsonrpc":"2.0","id":1,"result":{"answer":"x","more":[0)";
+  for (int i = 0; i < 512 * 1024; ++i) content += ",0";
+  content += "]}}";
+  StartClient();
+  m_script.Always("QD_PLMQuery", Reply::Text("next"));
+  m_script.InTurn("QD_PLMQuery",
+                  {Reply::Bytes("Content-Length: " + std::to_string(content.size()) + "\r\n\r\n" + content)});
+  std::optional<FailingMemory> no_memory(4 * 1024 * 1024);
+
+  const std::wstring answer = Invoke(L"QD_PLMQuery");
+
+  no_memory.reset();
+  EXPECT_EQ(answer, L"");
+  ExpectOneLine(L"QD_PLMQuery", L"out of memory");
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"next");
+}
+
+/// `size` bytes: `begin`, as many characters x as are needed, and `end`.
+std::string Filled(std::size_t size, std::string_view begin, std::string_view end) {
+  std::string text(begin);
+  text.resize(size - end.size(), 'x');
+  return text.append(end);
+}
+
+TEST_F(Answer, InAFrameOfExactly64MiBIsReturnedWhole) {
+  StartClient();
+  constexpr std::string_view kBegin = R"({"jsonrpc":"2.0","id":1,"result":{"answer":")";
+  constexpr std::string_view kEnd = R"("}})";
+  m_script.Always("QD_PLMQuery", Reply::Message(Filled(k64MiB, kBegin, kEnd)));
+  const std::wstring answer = Invoke(L"QD_PLMQuery");
+  EXPECT_EQ(answer.size(), k64MiB - kBegin.size() - kEnd.size());
+  EXPECT_EQ(answer.find_first_not_of(L'x'), std::wstring::npos);
+  EXPECT_TRUE(PlatformLines().empty());
+}
+
+TEST_F(Answer, IsRequestedInAFrameOf64MiBAtMost) {
+  StartClient();
+  m_script.Always("QD_PLMLogin", Reply::Text("x"));
+  constexpr std::size_t kRest = 90;  // bytes of the content besides the request's text
+  EXPECT_EQ(m_invoker.Invoke(L"QD_PLMLogin", std::wstring(k64MiB - kRest, L'x')), L"x");
+  EXPECT_EQ(m_invoker.Invoke(L"QD_PLMLogin", std::wstring(k64MiB - kRest + 1, L'x')), L"");
+  ExpectOneLine(L"QD_PLMLogin", L"the request is over 64 MiB");
+  const std::vector<plm_client::Request> requests = m_client->Requests();
+  ASSERT_EQ(requests.size(), 1u);
+  EXPECT_TRUE(requests[0].frame.starts_with("Content-Length: 67108864\r\n\r\n"));
+  EXPECT_EQ(requests[0].text.size(), k64MiB - kRest);
+}
+
+TEST_F(Answer, BesideAnErrorThatIsNotAnObjectIsReturned) {
+  StartClient();
+  m_script.Always("QD_PLMQuery",
+                  Reply::Message(R"({"jsonrpc":"2.0","id":1,"error":null,"result":{"answer":"x"}})"));
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
+  m_script.Always("QD_PLMQuery",
+                  Reply::Message(R"({"jsonrpc":"2.0","id":2,"error":5,"result":{"answer":"y"}})"));
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"y");
+  EXPECT_EQ(m_client->ConnectionCount(), 1);
   EXPECT_TRUE(PlatformLines().empty());
 }
 

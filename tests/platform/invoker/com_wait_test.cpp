@@ -1,11 +1,12 @@
 #include <windows.h>
 // After windows.h, which they need.
-#include <oaidl.h>
+#include <objidl.h>
 #include <wrl/client.h>
 
 #include <future>
 
 #include "heap_blocks.h"
+#include "host_object.h"
 #include "host_thread.h"
 #include "import_patch.h"
 #include "invoker_fixture.h"
@@ -18,35 +19,6 @@ using plm_client::Request;
 using namespace std::chrono_literals;
 
 namespace {
-
-/// An object of the host. It records the thread on which it is called, and runs an action of the test there.
-class HostObject final : public IDispatch {
- public:
-  std::function<void()> action = [] {};
-  DWORD called_on = 0;
-
-  ULONG STDMETHODCALLTYPE AddRef() override { return 2; }  // not counted: a variable of the test
-  ULONG STDMETHODCALLTYPE Release() override { return 1; }
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-    const bool known = id == __uuidof(IUnknown) || id == __uuidof(IDispatch);
-    *object = known ? static_cast<IDispatch*>(this) : nullptr;
-    return known ? S_OK : E_NOINTERFACE;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-    called_on = GetCurrentThreadId();
-    action();
-    *count = 42;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
-                                   UINT*) override {
-    return E_NOTIMPL;
-  }
-};
 
 /// The message filter of the host.
 class HostFilter final : public IMessageFilter {
@@ -193,6 +165,50 @@ TEST_F(ComWait, KeepsAFilterThatTheHostRegistersMeanwhile) {
   EXPECT_EQ(replaced->MessagePending(nullptr, 0, PENDINGTYPE_TOPLEVEL), PENDINGMSG_CANCELCALL);
   EXPECT_EQ(filter.pending, 1);
   EXPECT_EQ(replaced.Reset(), 0u) << "there is no other reference";
+}
+
+/// Counts the locks of the module during its lifetime.
+class CountedModuleLocks {
+ public:
+  CountedModuleLocks() {
+    locks = 0;
+    CZALCmdInvoker::SetModuleLock([]() noexcept { ++locks; }, []() noexcept { --locks; });
+  }
+  CountedModuleLocks(const CountedModuleLocks&) = delete;
+  CountedModuleLocks& operator=(const CountedModuleLocks&) = delete;
+  ~CountedModuleLocks() { CZALCmdInvoker::SetModuleLock(nullptr, nullptr); }
+
+  int Count() const { return locks; }
+
+ private:
+  static inline int locks;
+};
+
+TEST_F(ComWait, LocksTheModuleAsLongAsTheHostKeepsItsFilter) {
+  // given a host that replaces the filter of the wait and keeps it
+  const CountedModuleLocks locks;
+  HostFilter other;
+  other.pending_answer = PENDINGMSG_WAITDEFPROCESS;
+  ComPtr<IMessageFilter> kept, found;
+  m_object.action = [&] { CoRegisterMessageFilter(&other, &kept); };
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"served 42");
+  CoRegisterMessageFilter(nullptr, &found);
+
+  // then the module is locked until the host releases it
+  ASSERT_TRUE(kept);
+  EXPECT_EQ(locks.Count(), 1);
+  EXPECT_EQ(kept->HandleInComingCall(CALLTYPE_TOPLEVEL, nullptr, 0, nullptr), SERVERCALL_ISHANDLED);
+  kept.Reset();
+  EXPECT_EQ(locks.Count(), 0);
+}
+
+TEST_F(ComWait, LocksTheModuleOnlyMeanwhileIfTheHostKeepsNothing) {
+  const CountedModuleLocks locks;
+  int during_the_wait = 0;
+  m_object.action = [&] { during_the_wait = locks.Count(); };
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"served 42");
+  EXPECT_EQ(during_the_wait, 1);
+  EXPECT_EQ(locks.Count(), 0);
 }
 
 TEST_F(ComWait, ThrowsNoExceptionOfAWindowThroughCom) {

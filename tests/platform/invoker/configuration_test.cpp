@@ -27,16 +27,36 @@ TEST_F(Configuration, ThatIsMissingHasTheDefaults) {
   EXPECT_TRUE(PlatformLines().empty());
 }
 
-TEST_F(Configuration, IsReadWithAByteOrderMarkAndUnknownMembers) {
+TEST_F(Configuration, IsReadWithAByteOrderMark) {
   Configure(
       "\xEF\xBB\xBF"
-      "{\"other\":[1],\"pipe\":\"\xE6\xB5\x8B #1 "
+      "{\"pipe\":\"\xE6\xB5\x8B #1 "
       "'x'\",\"client\":\"C:\\\\PLM\\\\client.exe\",\"startTimeoutMs\":7}");
   const auto configuration = Read();
   EXPECT_EQ(configuration.pipe, L"\u6D4B #1 'x'");
   EXPECT_EQ(configuration.program, L"C:\\PLM\\client.exe");
   EXPECT_EQ(configuration.start_timeout, milliseconds(7));
   EXPECT_TRUE(PlatformLines().empty());
+}
+
+TEST_F(Configuration, ReplacesEnvironmentVariablesInTheProgram) {
+  const ScopedEnvironment folder(L"TAVO_TEST_PLM", L"C:\\\u6D4B PLM");
+  Configure(R"({"client":"%TAVO_TEST_PLM%\\bin\\%TAVO_TEST_MISSING%\\client.exe"})");
+  EXPECT_EQ(Read().program, L"C:\\\u6D4B PLM\\bin\\%TAVO_TEST_MISSING%\\client.exe");
+  EXPECT_TRUE(PlatformLines().empty());
+}
+
+TEST_F(Configuration, WithUnknownMembersIsReadAndLoggedInTheLineOfTheOtherFaults) {
+  Configure(R"({"other":[1],"pipe":"a","Client":"C:\\client.exe","startTimeoutMs":"1"})");
+  const auto configuration = Read();
+  EXPECT_EQ(configuration.pipe, L"a");
+  EXPECT_EQ(configuration.program, L"");
+  const std::vector<std::wstring> lines = PlatformLines();
+  ASSERT_EQ(lines.size(), 1u);
+  EXPECT_TRUE(lines[0].ends_with(
+      L"PlmClient.json: \"startTimeoutMs\" is not a whole number of milliseconds; \"other\" is "
+      L"not known; \"Client\" is not known;"))
+      << testing::PrintToString(lines[0]);
 }
 
 TEST_F(Configuration, WithoutAMemberHasItsDefault) {
@@ -84,6 +104,7 @@ const Fault kFaults[] = {
     {"OneWrongType", R"({"pipe":"a","client":{}})", {L"\"client\""}, L"a"},
     {"NegativeTime", R"({"startTimeoutMs":-1})", {L"\"startTimeoutMs\""}},
     {"FractionOfTime", R"({"startTimeoutMs":1.5})", {L"\"startTimeoutMs\""}},
+    {"UnknownMember", R"({"pipes":"a"})", {L"\"pipes\" is not known"}},
     {"TimeBeyond32Bits", R"({"startTimeoutMs":4294967296})", {L"\"startTimeoutMs\""}},
 };
 INSTANTIATE_TEST_SUITE_P(, ConfigurationFaults, testing::ValuesIn(kFaults), CaseName<Fault>);
@@ -152,6 +173,7 @@ TEST_F(Configuration, IsTheInstalledFileIfTheFolderHasNoFile) {
   // then a file in the configuration folder replaces it
   m_folder.Write(LR"(config\Test\)" + installed.Name(), R"({"pipe":"tavo-no-such-pipe"})");
   CZALCmdInvoker other(L"Test", installed.Name());
+  m_boxes.Expect(IDOK);
   EXPECT_EQ(other.Invoke(L"QD_PLMQuery", L""), L"");
   ExpectOneLine(L"QD_PLMQuery", L"there is no pipe \\\\.\\pipe\\tavo-no-such-pipe");
 }

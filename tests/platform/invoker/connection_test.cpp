@@ -1,6 +1,7 @@
 #include <thread>
 
 #include "handle_count.h"
+#include "import_patch.h"
 #include "invoker_fixture.h"
 #include "raw_server.h"
 
@@ -149,7 +150,7 @@ TEST_F(Connection, IsSeparateForEachInvoker) {
 TEST_F(Connection, WithoutAPipeAndAProgramFailsAtOnce) {
   ConfigurePipe();
   const Stopwatch watch;
-  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
+  EXPECT_EQ(InvokeUnreached(L"QD_PLMQuery"), L"");
   EXPECT_LT(watch.Milliseconds(), kAtOnce);
   ExpectOneLine(L"QD_PLMQuery", L"there is no pipe");
 }
@@ -159,7 +160,7 @@ TEST_F(Connection, ToABusyPipeTimesOutAfterTwoSeconds) {
   const UniqueHandle other = OpenPipe(m_pipe);
   ASSERT_TRUE(other);
   const Stopwatch watch;
-  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
+  EXPECT_EQ(InvokeUnreached(L"QD_PLMQuery"), L"");
   EXPECT_GE(watch.Milliseconds(), 1'900u);
   EXPECT_LT(watch.Milliseconds(), 2'000 + kAtOnce);
   ExpectOneLine(L"QD_PLMQuery", L"stayed busy for two seconds");
@@ -180,10 +181,80 @@ TEST_F(Connection, ToABusyPipeIsMadeAsSoonAsItIsFree) {
 
 TEST_F(Connection, LogsALineForEachFailedCommand) {
   ConfigurePipe();
-  Invoke(L"QD_PLMQuery");
+  InvokeUnreached(L"QD_PLMQuery");
   ExpectOneLine(L"QD_PLMQuery", L"there is no pipe");
-  Invoke(L"QD_PLMTaskManage");
+  InvokeUnreached(L"QD_PLMTaskManage");
   ExpectOneLine(L"QD_PLMTaskManage", L"there is no pipe");
+}
+
+/// For the life of the object, the system reports the process of a pipe's server, and the processes that get
+/// the foreground are recorded.
+class ForegroundRights {
+ public:
+  /// @param server the process id, 0 if the system reports none.
+  explicit ForegroundRights(ULONG server) {
+    server_process = server;
+    allowed.clear();
+  }
+
+  const std::vector<DWORD>& Allowed() const { return allowed; }
+
+ private:
+  static BOOL WINAPI ReportServer(HANDLE, ULONG* process) {
+    *process = server_process;
+    return TRUE;
+  }
+  static BOOL WINAPI Record(DWORD process) {
+    allowed.push_back(process);
+    return TRUE;
+  }
+
+  static inline ULONG server_process;
+  static inline std::vector<DWORD> allowed;
+  const ImportPatch m_server{GetModuleHandleW(nullptr), "GetNamedPipeServerProcessId", &ReportServer};
+  const ImportPatch m_allow{GetModuleHandleW(nullptr), "AllowSetForegroundWindow", &Record};
+};
+
+TEST_F(Connection, LetsTheClientComeToTheForegroundBeforeEachRequest) {
+  const ForegroundRights rights(4711);
+  std::vector<std::size_t> allowed_at_request;
+  StartClient([&](const plm_client::Request&, std::stop_token) {
+    allowed_at_request.push_back(rights.Allowed().size());
+    return Reply::Text("x");
+  });
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
+  EXPECT_EQ(rights.Allowed(), (std::vector<DWORD>{4711, 4711, 4711}));
+  EXPECT_EQ(allowed_at_request, (std::vector<std::size_t>{1, 2, 3}));
+}
+
+TEST_F(Connection, GivesNoForegroundRightIfTheSystemDoesNotKnowTheClient) {
+  const ForegroundRights rights(0);
+  StartClient();
+  Invoke(L"QD_PLMQuery");
+  EXPECT_EQ(m_client->Requests().size(), 1u);
+  EXPECT_TRUE(rights.Allowed().empty());
+}
+
+TEST_F(Connection, IsClosedAfterTheTimeoutOfACommand) {
+  StartClient();
+  m_script.Always("QD_PLMLogout", Reply::Nothing());
+  m_script.Always("QD_PLMQuery", Reply::Text("x"));
+  const Stopwatch watch;
+  EXPECT_EQ(m_invoker.Invoke(L"QD_PLMLogout", L"", {.timeout = 500ms}), L"");
+  EXPECT_GE(watch.Milliseconds(), 450u);
+  EXPECT_LT(watch.Milliseconds(), 500 + kAtOnce);
+  ExpectOneLine(L"QD_PLMLogout", L"there was no answer within 500 ms");
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
+  EXPECT_EQ(m_client->ConnectionCount(), 2);
+}
+
+TEST_F(Connection, ToABusyPipeEndsWithTheTimeoutOfTheCommand) {
+  StartClient(plm_client::Settings{.instances = 1});
+  const UniqueHandle other = OpenPipe(m_pipe);
+  const Stopwatch watch;
+  EXPECT_EQ(m_invoker.Invoke(L"QD_PLMLogout", L"", {.timeout = 300ms}), L"");
+  EXPECT_LT(watch.Milliseconds(), 300 + kAtOnce);
+  ExpectOneLine(L"QD_PLMLogout", L"there was no answer within 300 ms");
 }
 
 TEST_F(Connection, LeaksNoHandleInManyCommands) {

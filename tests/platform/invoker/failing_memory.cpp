@@ -9,15 +9,20 @@
 namespace {
 
 std::atomic<DWORD> failing_thread = 0;  // no thread has this id
+std::atomic<std::size_t> failing_size = 0;
 
 }  // namespace
 
-FailingMemory::FailingMemory() { failing_thread = GetCurrentThreadId(); }
+FailingMemory::FailingMemory(std::size_t size) {
+  failing_size = size;
+  failing_thread = GetCurrentThreadId();
+}
 FailingMemory::~FailingMemory() { failing_thread = 0; }
 
 // These replace the operators of the whole test program.
 void* operator new(std::size_t size) {
-  void* memory = failing_thread == GetCurrentThreadId() ? nullptr : std::malloc(size ? size : 1);
+  const bool fails = failing_thread == GetCurrentThreadId() && size >= failing_size;
+  void* memory = fails ? nullptr : std::malloc(size ? size : 1);
   if (!memory) throw std::bad_alloc();
   return memory;
 }

@@ -11,11 +11,13 @@
 #include "CLogInitializer.h"
 #include "CZALCmdInvoker.h"
 #include "environment.h"
+#include "message_boxes.h"
 #include "plm_client/client.h"
 #include "plm_client/script.h"
 #include "temp_folder.h"
 
-/// A temporary platform root with its log, an invoker, and a scripted client if the test starts one.
+/// A temporary platform root with its log, an invoker, and a scripted client if the test starts one. A
+/// message box that a test does not expect fails the test.
 class InvokerFixture : public testing::Test {
  protected:
   InvokerFixture();
@@ -38,6 +40,12 @@ class InvokerFixture : public testing::Test {
   /// Invokes a command with an empty request.
   std::wstring Invoke(const std::wstring& command) { return m_invoker.Invoke(command, L""); }
 
+  /// Invokes a command for which the client cannot be reached. Expects one message box and closes it.
+  std::wstring InvokeUnreached(const std::wstring& command) {
+    m_boxes.Expect(IDOK);
+    return Invoke(command);
+  }
+
   /// The lines of the logger "platform" so far, without level and logger.
   std::vector<std::wstring> PlatformLines() const;
 
@@ -51,6 +59,7 @@ class InvokerFixture : public testing::Test {
   plm_client::Script m_script;
   std::optional<plm_client::Client> m_client;
   CZALCmdInvoker m_invoker{L"Test", L""};
+  MessageBoxRecorder m_boxes;
 
  private:
   ScopedEnvironment m_home;

@@ -3,6 +3,7 @@
 #include <sddl.h>
 
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -35,6 +36,7 @@ TEST(PipeOwner, IsTrustedIfItIsTheUserOrTheOwnerOfTheUsersNewObjects) {
   EXPECT_FALSE(invoker::IsTrustedOwner(stranger.Get(), user.Get(), user.Get()));
   EXPECT_FALSE(invoker::IsTrustedOwner(administrators.Get(), user.Get(), user.Get()));
   EXPECT_FALSE(invoker::IsTrustedOwner(everyone.Get(), user.Get(), administrators.Get()));
+  EXPECT_TRUE(invoker::IsTrustedOwner(nullptr, user.Get(), user.Get()));
 }
 
 struct OtherOwner {
@@ -49,7 +51,7 @@ class PipeOfAnotherUser : public InvokerFixture, public testing::WithParamInterf
 TEST_P(PipeOfAnotherUser, GetsNoRequestAndNoClientIsStarted) {
   StartClient(plm_client::Settings{.security = GetParam().security});
   ConfigurePipe(R"(,"client":"C:\\no such program.exe")");
-  EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
+  EXPECT_EQ(InvokeUnreached(L"QD_PLMLogin"), L"");
   ExpectOneLine(L"QD_PLMLogin", L"the pipe belongs to another user");
   EXPECT_TRUE(m_client->Requests().empty());
 }
@@ -70,6 +72,46 @@ TEST_F(PipeOfThisUser, IsUsedEvenWithoutASecurityDescriptor) {
     WriteAll(connection, "Content-Length: " + std::to_string(content.size()) + "\r\n\r\n" + content);
   });
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"x");
+}
+
+/// For the life of the object, the system reports that the server of each pipe is in this terminal session.
+class SessionOfServer {
+ public:
+  /// @param session nothing if the system does not know it.
+  explicit SessionOfServer(std::optional<ULONG> session) { reported = session; }
+
+ private:
+  static BOOL WINAPI Report(HANDLE, ULONG* session) {
+    if (reported) *session = *reported;
+    return reported.has_value();
+  }
+
+  static inline std::optional<ULONG> reported;
+  const ImportPatch m_patch{GetModuleHandleW(nullptr), "GetNamedPipeServerSessionId", &Report};
+};
+
+TEST_F(PipeOfThisUser, GetsNoRequestIfItsServerIsInAnotherTerminalSession) {
+  DWORD own = 0;
+  ASSERT_TRUE(ProcessIdToSessionId(GetCurrentProcessId(), &own));
+  StartClient();
+  ConfigurePipe(R"(,"client":"C:\\no such program.exe")");
+  const SessionOfServer other(own + 1);
+  EXPECT_EQ(InvokeUnreached(L"QD_PLMLogin"), L"");
+  ExpectOneLine(L"QD_PLMLogin", L"the pipe is served in another terminal session");
+  EXPECT_TRUE(m_client->Requests().empty());
+}
+
+TEST_F(PipeOfThisUser, IsUsedIfItsServerIsInThisSessionOrTheSystemDoesNotKnow) {
+  DWORD own = 0;
+  ASSERT_TRUE(ProcessIdToSessionId(GetCurrentProcessId(), &own));
+  StartClient();
+  m_script.Always("QD_PLMLogin", plm_client::Reply::Text("x"));
+  for (const std::optional<ULONG> session : {std::optional<ULONG>(own), std::optional<ULONG>()}) {
+    const SessionOfServer reported(session);
+    m_client->Disconnect();
+    AwaitOpenConnections(0);
+    EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"x");
+  }
 }
 
 /// Records the flags with which this program opens pipes, for the life of the object.

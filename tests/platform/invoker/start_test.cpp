@@ -1,14 +1,23 @@
+#include <windows.h>
+// After windows.h, which they need.
+#include <ole2.h>
+#include <wrl/client.h>
+
 #include <future>
 #include <sstream>
 #include <thread>
 
 #include "CStringHelper.h"
+#include "base/system_text.h"
 #include "base/unique_handle.h"
+#include "environment.h"
+#include "host_object.h"
 #include "host_thread.h"
+#include "import_patch.h"
 #include "invoker_fixture.h"
-#include "message_boxes.h"
 #include "plm_client/json_text.h"
 #include "raw_server.h"
+#include "system_function.h"
 
 namespace {
 
@@ -31,6 +40,19 @@ class ClientStart : public InvokerFixture {
     m_folder.Write(kFolder + LR"(\behaviour.txt)", verb + " " + CStringHelper::UnicodeToUTF8(m_pipe));
     ASSERT_TRUE(CopyFileW(BuiltProgram().c_str(), Program().c_str(), TRUE));
     ConfigureProgram(Program(), further_members);
+  }
+
+  /// Bytes through which another process can get an interface pointer to `object`.
+  static std::string MarshalForProcesses(IDispatch& object) {
+    Microsoft::WRL::ComPtr<IStream> stream;
+    HGLOBAL memory = nullptr;
+    CreateStreamOnHGlobal(nullptr, TRUE, &stream);
+    EXPECT_EQ(S_OK, CoMarshalInterface(stream.Get(), __uuidof(IDispatch), &object, MSHCTX_LOCAL, nullptr,
+                                       MSHLFLAGS_NORMAL));
+    GetHGlobalFromStream(stream.Get(), &memory);
+    const std::string bytes(static_cast<const char*>(GlobalLock(memory)), GlobalSize(memory));
+    GlobalUnlock(memory);
+    return bytes;
   }
 
   void ConfigureProgram(const std::wstring& path, std::string_view further_members = {}) {
@@ -127,7 +149,7 @@ TEST_F(ClientStart, PassesNoHandleToTheClient) {
 TEST_F(ClientStart, FailsAtOnceIfTheProgramEnds) {
   Install("end");
   const Stopwatch watch;
-  EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
+  EXPECT_EQ(InvokeUnreached(L"QD_PLMLogin"), L"");
   EXPECT_LT(watch.Milliseconds(), kAtOnce);
   ExpectOneLine(L"QD_PLMLogin", Program() + L" ended without serving the pipe");
 }
@@ -135,7 +157,7 @@ TEST_F(ClientStart, FailsAtOnceIfTheProgramEnds) {
 TEST_F(ClientStart, TimesOutAsConfigured) {
   Install("hang", ",\"startTimeoutMs\":700");
   const Stopwatch watch;
-  EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
+  EXPECT_EQ(InvokeUnreached(L"QD_PLMLogin"), L"");
   EXPECT_GE(watch.Milliseconds(), 700u);
   EXPECT_LT(watch.Milliseconds(), 700 + kAtOnce);
   ExpectOneLine(L"QD_PLMLogin", Program() + L" did not serve the pipe");
@@ -148,42 +170,52 @@ TEST_F(ClientStart, ServesTheThreadsWindowsMeanwhile) {
     Sleep(300);
     return window.Send().has_value() && window.Repaint();
   });
-  EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
+  EXPECT_EQ(InvokeUnreached(L"QD_PLMLogin"), L"");
   EXPECT_EQ(served.wait_for(std::chrono::seconds(0)), std::future_status::ready);
   DrainMessages();
   EXPECT_TRUE(served.get());
 }
 
-/// A client that serves one host at a time, and another host that connects as soon as the pipe exists.
+/// A client that serves one host at a time, and another host that connects as soon as the pipe exists: before
+/// the call that starts the program returns.
 class ClientStartBesideAnotherHost : public ClientStart {
  protected:
   ClientStartBesideAnotherHost() {
+    running = this;
     Install("serve-one");
-    m_window.OnSent([this] {
-      const Stopwatch watch;
-      while (!m_otherHost && watch.Milliseconds() < 10'000) {
-        Sleep(10);
-        m_otherHost = OpenPipe(m_pipe);
-      }
-      m_onConnected();
-      return 1;
-    });
-    // The message stays in this thread's queue until the invoker has started the client and serves the
-    // thread's windows for the first time. So the other host always connects first.
-    std::thread([this] { SendNotifyMessageW(m_window.Handle(), HostWindow::kSent, 0, 0); }).join();
   }
 
   UniqueHandle m_otherHost;
   std::function<void()> m_onConnected = [] {};
 
  private:
-  HostWindow m_window;
+  static BOOL WINAPI StartAndConnect(LPCWSTR program, LPWSTR command_line, LPSECURITY_ATTRIBUTES process,
+                                     LPSECURITY_ATTRIBUTES thread, BOOL inherits, DWORD flags,
+                                     LPVOID environment, LPCWSTR folder, LPSTARTUPINFOW startup,
+                                     LPPROCESS_INFORMATION started) {
+    if (!kCreateProcess(program, command_line, process, thread, inherits, flags, environment, folder, startup,
+                        started)) {
+      return FALSE;
+    }
+    const Stopwatch watch;
+    while (!running->m_otherHost && watch.Milliseconds() < 10'000) {
+      Sleep(10);
+      running->m_otherHost = OpenPipe(running->m_pipe);
+    }
+    running->m_onConnected();
+    return TRUE;
+  }
+
+  static inline const auto kCreateProcess =
+      SystemFunction<decltype(CreateProcessW)>(L"kernel32.dll", "CreateProcessW");
+  static inline ClientStartBesideAnotherHost* running;
+  const ImportPatch m_patch{GetModuleHandleW(nullptr), "CreateProcessW", &StartAndConnect};
 };
 
 TEST_F(ClientStartBesideAnotherHost, WaitsTwoSecondsForTheBusyPipe) {
   Stopwatch watch;
   m_onConnected = [&] { watch = Stopwatch(); };
-  EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
+  EXPECT_EQ(InvokeUnreached(L"QD_PLMLogin"), L"");
   EXPECT_GE(watch.Milliseconds(), 1'900u);
   EXPECT_LT(watch.Milliseconds(), 2'000 + kAtOnce);
   EXPECT_TRUE(m_otherHost);
@@ -219,33 +251,152 @@ TEST_F(ClientStart, HappensAgainAfterTheClientDied) {
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"served");
 }
 
-TEST_F(ClientStart, OfAMissingProgramFailsWithoutABox) {
-  MessageBoxRecorder boxes;
+TEST_F(ClientStart, OfAMissingProgramFailsAtOnce) {
   ConfigureProgram(m_folder.Path(L"missing.exe"));
   const Stopwatch watch;
-  EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
+  EXPECT_EQ(InvokeUnreached(L"QD_PLMLogin"), L"");
   EXPECT_LT(watch.Milliseconds(), kAtOnce);
-  ExpectOneLine(L"QD_PLMLogin", m_folder.Path(L"missing.exe") + L" cannot be started (error 2)");
+  ExpectOneLine(L"QD_PLMLogin", m_folder.Path(L"missing.exe") + L" cannot be started: " +
+                                    SystemText(ERROR_FILE_NOT_FOUND) + L" (error 2)");
 }
 
-TEST_F(ClientStart, OfAFileThatIsNotAProgramFailsWithoutABox) {
-  MessageBoxRecorder boxes;
+TEST_F(ClientStart, OfAFileThatIsNotAProgramFails) {
   ConfigureProgram(m_folder.Write(L"client.exe", "no program"));
-  EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
+  EXPECT_EQ(InvokeUnreached(L"QD_PLMLogin"), L"");
   ExpectOneLine(L"QD_PLMLogin", L"client.exe cannot be started");
 }
 
-TEST_F(ClientStart, LeavesTheThreadsErrorModeAsItWas) {
+/// For the life of the object, every start of a program fails; its arguments are recorded.
+class FailingStarts {
+ public:
+  struct Start {
+    std::wstring program, command_line, folder;
+    DWORD error_mode;
+  };
+
+  FailingStarts() { starts.clear(); }
+
+  const std::vector<Start>& Starts() const { return starts; }
+
+ private:
+  static BOOL WINAPI Record(LPCWSTR program, LPWSTR command_line, LPSECURITY_ATTRIBUTES,
+                            LPSECURITY_ATTRIBUTES, BOOL, DWORD, LPVOID, LPCWSTR folder, LPSTARTUPINFOW,
+                            LPPROCESS_INFORMATION) {
+    starts.push_back({program, command_line, folder, GetThreadErrorMode()});
+    SetLastError(ERROR_BAD_NETPATH);
+    return FALSE;
+  }
+
+  static inline std::vector<Start> starts;
+  const ImportPatch m_patch{GetModuleHandleW(nullptr), "CreateProcessW", &Record};
+};
+
+TEST_F(ClientStart, KeepsTheSystemFromShowingBoxesAndRestoresTheThreadsErrorMode) {
   const DWORD before = GetThreadErrorMode();
-  ConfigureProgram(m_folder.Path(L"missing.exe"));
-  Invoke(L"QD_PLMLogin");
+  ASSERT_EQ(before & SEM_FAILCRITICALERRORS, 0u);
+  const FailingStarts failing;
+  ConfigureProgram(L"C:\\PLM\\client.exe");
+  InvokeUnreached(L"QD_PLMLogin");
+  ASSERT_EQ(failing.Starts().size(), 1u);
+  const DWORD expected = SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX;
+  EXPECT_EQ(failing.Starts()[0].error_mode & expected, expected);
   EXPECT_EQ(GetThreadErrorMode(), before);
+}
+
+TEST_F(ClientStart, TakesFullPathsOfEachKind) {
+  const struct {
+    const wchar_t* program;
+    const wchar_t* folder;
+  } cases[] = {
+      {LR"(C:\PLM\client.exe)", LR"(C:\PLM)"},
+      {LR"(C:\client.exe)", LR"(C:\)"},
+      {LR"(\\server\share\PLM\client.exe)", LR"(\\server\share\PLM)"},
+      {LR"(\\?\C:\PLM\client.exe)", LR"(C:\PLM)"},
+      {LR"(\\?\C:\client.exe)", LR"(C:\)"},
+      {LR"(\\?\UNC\server\share\PLM\client.exe)", LR"(\\server\share\PLM)"},
+  };
+  for (const auto& path : cases) {
+    const FailingStarts failing;
+    ConfigureProgram(path.program);
+    EXPECT_EQ(InvokeUnreached(L"QD_PLMLogin"), L"");
+    ExpectOneLine(L"QD_PLMLogin",
+                  path.program + (L" cannot be started: " + SystemText(ERROR_BAD_NETPATH)) + L" (error 53)");
+    ASSERT_EQ(failing.Starts().size(), 1u);
+    EXPECT_EQ(failing.Starts()[0].program, path.program);
+    EXPECT_EQ(failing.Starts()[0].command_line, L"\"" + std::wstring(path.program) + L"\"");
+    EXPECT_EQ(failing.Starts()[0].folder, path.folder);
+  }
+}
+
+TEST_F(ClientStart, HappensForAPathWithThePrefixForLongPaths) {
+  Install("serve");
+  ConfigureProgram(LR"(\\?\)" + Program());
+  EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"served");
+  const std::vector<std::wstring> found = Found();
+  ASSERT_EQ(found.size(), 3u);
+  EXPECT_EQ(found[2], m_folder.Path(kFolder));
+}
+
+TEST_F(ClientStart, HappensForAPathWithAnEnvironmentVariable) {
+  Install("serve");
+  const ScopedEnvironment folder(L"TAVO_TEST_PLM", m_folder.Path());
+  ConfigureProgram(L"%TAVO_TEST_PLM%\\" + kFolder + L"\\PLM client.exe");
+  EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"served");
+}
+
+TEST_F(ClientStart, DoesNotHappenForACommandThatDoesNotStartTheClient) {
+  Install("serve");
+  m_boxes.Expect(IDOK);
+  EXPECT_EQ(m_invoker.Invoke(L"QD_PLMLogout", L"", {.starts_client = false}), L"");
+  ExpectOneLine(L"QD_PLMLogout", L"this command does not start the client program");
+  EXPECT_TRUE(Found().empty());
+  EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"served");
+  EXPECT_EQ(m_invoker.Invoke(L"QD_PLMLogout", L"", {.starts_client = false}), L"served");
+}
+
+TEST_F(ClientStart, WithATimeoutOfZeroIsNotAwaited) {
+  Install("serve", ",\"startTimeoutMs\":0");
+  const Stopwatch watch;
+  EXPECT_EQ(InvokeUnreached(L"QD_PLMLogin"), L"");
+  EXPECT_LT(watch.Milliseconds(), kAtOnce);
+  ExpectOneLine(L"QD_PLMLogin", L"did not serve the pipe");
+
+  // then the program runs, and a later command reaches it
+  for (int i = 0; i < 500 && !OpenPipe(m_pipe); ++i) Sleep(10);
+  EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"served");
+}
+
+TEST_F(ClientStart, IsNotAwaitedAnyMoreAfterEsc) {
+  Install("hang");
+  const HostWindow window;
+  const std::jthread person([&] {
+    Sleep(300);
+    PostMessageW(window.Handle(), WM_KEYDOWN, VK_ESCAPE, 0);
+  });
+  const Stopwatch watch;
+  EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
+  EXPECT_LT(watch.Milliseconds(), 300 + kAtOnce);
+  ExpectOneLine(L"QD_PLMLogin", L"cancelled by the user");
+}
+
+TEST_F(ClientStart, ServesComCallsOfTheStartedClient) {
+  // given an object of the host that another process can call
+  const Apartment apartment{COINIT_APARTMENTTHREADED};
+  HostObject object;
+  Install("call");
+  m_folder.Write(kFolder + LR"(\object.bin)", MarshalForProcesses(object));
+
+  // when the client calls it before it answers
+  EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"served 42");
+
+  EXPECT_EQ(object.called_on, GetCurrentThreadId());
+  CoDisconnectObject(&object, 0);
 }
 
 TEST_F(ClientStart, NeedsAFullPath) {
   for (const wchar_t* path : {L"cmd.exe", L"..\\client.exe", L"C:client.exe", L"\\client.exe"}) {
     ConfigureProgram(path);
-    EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"");
+    EXPECT_EQ(InvokeUnreached(L"QD_PLMLogin"), L"");
     ExpectOneLine(L"QD_PLMLogin", L"is not a full path");
   }
 }

@@ -14,6 +14,8 @@ namespace {
 
 constexpr ULONGLONG kAtOnce = 1'000;  // milliseconds, long enough for a busy machine
 
+constexpr UINT kOther = WM_APP + 2;  // a message that is not input
+
 struct ThreadKind {
   const char* name;
   std::optional<COINIT> apartment;
@@ -53,35 +55,118 @@ TEST_P(Wait, RepaintsTheThreadsWindows) {
   EXPECT_EQ(painted, 3);
 }
 
-TEST_P(Wait, LeavesInputInTheQueue) {
-  // given input that was there before, and input that comes during the wait
+TEST_P(Wait, DropsInputThatArrivesAndLeavesAllOtherMessagesInOrder) {
+  // given a key from before, and input between other messages during the wait
   PostMessageW(m_window.Handle(), WM_KEYDOWN, VK_RETURN, 0);
   StartClientThat([&] {
-    PostMessageW(m_window.Handle(), WM_KEYDOWN, VK_ESCAPE, 0);
-    PostMessageW(m_window.Handle(), WM_LBUTTONDOWN, MK_LBUTTON, 0);
+    PostMessageW(m_window.Handle(), kOther, 1, 0);
+    for (const UINT input : {WM_NCMOUSEMOVE, WM_NCLBUTTONDOWN, WM_KEYDOWN, WM_CHAR, WM_KEYUP, WM_SYSKEYDOWN,
+                             WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_MOUSEWHEEL}) {
+      PostMessageW(m_window.Handle(), input, 'A', 0);
+    }
+    PostMessageW(m_window.Handle(), kOther, 2, 0);
     m_window.Send();
     m_window.Repaint();
+    PostMessageW(m_window.Handle(), WM_LBUTTONDOWN, MK_LBUTTON, 0);
+    PostMessageW(m_window.Handle(), kOther, 3, 0);
   });
 
   // when a command waits
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"answered");
 
-  // then no input was handled, and all of it is still in the queue, in order
+  // then nothing was handled, and only the other messages and the earlier key are in the queue
   EXPECT_EQ(m_window.InputCount(), 0);
   MSG message;
-  for (const UINT expected : {WM_KEYDOWN, WM_KEYDOWN, WM_LBUTTONDOWN}) {
-    ASSERT_TRUE(PeekMessageW(&message, m_window.Handle(), WM_KEYFIRST, WM_MOUSELAST, PM_REMOVE));
-    EXPECT_EQ(message.message, expected);
+  for (const WPARAM expected : {1, 2, 3}) {
+    ASSERT_TRUE(PeekMessageW(&message, m_window.Handle(), kOther, kOther, PM_REMOVE));
+    EXPECT_EQ(message.wParam, expected);
   }
+  ASSERT_TRUE(PeekMessageW(&message, m_window.Handle(), WM_NCMOUSEMOVE, WM_MOUSELAST, PM_REMOVE));
+  EXPECT_EQ(message.message, static_cast<UINT>(WM_KEYDOWN));
+  EXPECT_EQ(message.wParam, static_cast<WPARAM>(VK_RETURN));
+  EXPECT_FALSE(PeekMessageW(&message, m_window.Handle(), WM_NCMOUSEMOVE, WM_MOUSELAST, PM_REMOVE));
 }
 
-TEST_P(Wait, LeavesTheQuitMessageInTheQueue) {
-  PostQuitMessage(5);
-  StartClientThat([&] { m_window.Send(); });
+TEST_P(Wait, PutsEarlierInputBackInItsOrder) {
+  constexpr UINT kEarlier[] = {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_KEYDOWN, WM_NCLBUTTONDOWN};
+  for (const UINT input : kEarlier) {
+    PostMessageW(m_window.Handle(), input, 0, 0);
+    Sleep(20);  // so that the times of the messages differ
+  }
+  StartClientThat([&] { PostMessageW(m_window.Handle(), WM_KEYDOWN, 'A', 0); });
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"answered");
   MSG message;
-  ASSERT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+  for (const UINT expected : kEarlier) {
+    ASSERT_TRUE(PeekMessageW(&message, m_window.Handle(), WM_NCMOUSEMOVE, WM_MOUSELAST, PM_REMOVE));
+    EXPECT_EQ(message.message, expected);
+  }
+  EXPECT_FALSE(PeekMessageW(&message, m_window.Handle(), WM_NCMOUSEMOVE, WM_MOUSELAST, PM_REMOVE));
+}
+
+TEST_P(Wait, LeavesTheQuitMessageInTheQueueBehindOtherMessages) {
+  PostQuitMessage(5);
+  StartClientThat([&] {
+    PostMessageW(m_window.Handle(), WM_KEYDOWN, 'A', 0);
+    PostMessageW(m_window.Handle(), kOther, 1, 0);
+    m_window.Send();
+  });
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"answered");
+  MSG message;
+  ASSERT_TRUE(PeekMessageW(&message, nullptr, WM_KEYFIRST, kOther, PM_REMOVE));
+  EXPECT_EQ(message.message, kOther);
+  ASSERT_TRUE(PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE));
+  EXPECT_EQ(message.message, static_cast<UINT>(WM_QUIT));
   EXPECT_EQ(message.wParam, 5u);
+}
+
+TEST_P(Wait, EndsWithoutAnAnswerIfTheUserPressesEsc) {
+  StartClient([&](const Request& request, std::stop_token) {
+    if (request.command == "QD_PLMTaskManage") return Reply::Text("answered");
+    PostMessageW(m_window.Handle(), kOther, 1, 0);
+    PostMessageW(m_window.Handle(), WM_KEYDOWN, 'A', 0);
+    PostMessageW(m_window.Handle(), WM_KEYDOWN, VK_ESCAPE, 0);
+    return Reply::Nothing();
+  });
+  const Stopwatch watch;
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
+  EXPECT_LT(watch.Milliseconds(), kAtOnce);
+  ExpectOneLine(L"QD_PLMQuery", L"cancelled by the user");
+
+  // then Esc does nothing else, and the next command uses a new connection
+  MSG message;
+  EXPECT_TRUE(PeekMessageW(&message, m_window.Handle(), kOther, kOther, PM_REMOVE));
+  EXPECT_FALSE(PeekMessageW(&message, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE));
+  EXPECT_EQ(Invoke(L"QD_PLMTaskManage"), L"answered");
+  EXPECT_EQ(m_client->ConnectionCount(), 2);
+}
+
+TEST_P(Wait, DoesNotEndForAnEscFromBefore) {
+  PostMessageW(m_window.Handle(), WM_KEYDOWN, VK_ESCAPE, 0);
+  StartClientThat([] { Sleep(300); });
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"answered");
+  MSG message;
+  EXPECT_TRUE(PeekMessageW(&message, m_window.Handle(), WM_KEYDOWN, WM_KEYDOWN, PM_REMOVE));
+}
+
+TEST_P(Wait, ReturnsNoAnswerForASecondCommandOfAnInvokerWithTheSameFlag) {
+  // given two invokers of one owner, and a window procedure that uses the second
+  const auto busy = std::make_shared<std::atomic<bool>>(false);
+  CZALCmdInvoker first(L"Test", L"", busy);
+  CZALCmdInvoker other(L"Test", L"", busy);
+  std::wstring second = L"not invoked";
+  m_window.OnSent([&] {
+    second = other.Invoke(L"QD_PLMTaskManage", L"");
+    return 1;
+  });
+  StartClientThat([&] { m_window.Send(); });
+
+  EXPECT_EQ(first.Invoke(L"QD_PLMQuery", L""), L"answered");
+
+  EXPECT_EQ(second, L"");
+  ExpectOneLine(L"QD_PLMTaskManage", L"another command is still waiting");
+  EXPECT_EQ(m_client->Requests().size(), 1u);
+  m_window.OnSent([] { return 1; });
+  EXPECT_EQ(other.Invoke(L"QD_PLMQuery", L""), L"answered");
 }
 
 TEST_P(Wait, ReturnsNoAnswerAtOnceForASecondCommand) {
@@ -116,7 +201,7 @@ TEST_P(Wait, ForABusyPipeServesTheWindowToo) {
     Sleep(200);
     return m_window.Send().has_value() && m_window.Repaint();
   });
-  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
+  EXPECT_EQ(InvokeUnreached(L"QD_PLMQuery"), L"");
   EXPECT_EQ(served.wait_for(std::chrono::seconds(0)), std::future_status::ready);
   EXPECT_TRUE(served.get());
 }

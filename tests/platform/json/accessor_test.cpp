@@ -21,6 +21,16 @@ TEST(ObjectArray, OfAnEmptyArrayIsEmpty) {
   EXPECT_TRUE(Parse(LR"({"Menu":[]})")->GetObjectArray(L"Menu").empty());
 }
 
+TEST(ObjectArray, IsRefusedIfAnElementIsNotAnObject) {
+  for (const wchar_t* text :
+       {LR"({"Menu":[1]})", LR"({"Menu":[{"a":"x"},[]]})", LR"({"Menu":[null]})", LR"({"Menu":["x"]})"}) {
+    const auto json = Parse(text);
+    ExpectException(kWrongType, L"json member [Menu] has an element that is no object",
+                    [&] { json->GetObjectArray(L"Menu"); });
+    EXPECT_EQ(json->ToJson(), text) << "the object is unchanged";
+  }
+}
+
 TEST(ObjectArray, OutlivesItsParent) {
   auto json = Parse(LR"({"Menu":[{"name":"a text of more than fourteen bytes"}]})");
   const auto objects = json->GetObjectArray(L"Menu");
@@ -173,7 +183,7 @@ TEST(CopyFrom, CopiesStringsThatAreHeldByReference) {
   std::string text = "held by reference";
   CJsonObject json;
   auto& document = *json.Share();
-  rapidjson::Value array(rapidjson::kArrayType);
+  CJsonObject::Value array(rapidjson::kArrayType);
   array.PushBack(rapidjson::StringRef(text.data(), text.size()), document.GetAllocator());
   document.AddMember(rapidjson::StringRef(text.data(), text.size()), array, document.GetAllocator());
   CJsonObject copy;

@@ -6,24 +6,20 @@ namespace {
 void ExpectAssertion(const CZALException& exception, const std::wstring& expression) {
   EXPECT_EQ(exception.GetErrorCode(), kWrongType);
   const std::wstring& message = exception.GetErrorMessage();
-  EXPECT_TRUE(message.starts_with(L"json assertion \"" + expression + L"\" failed in "))
-      << testing::PrintToString(message);
-  EXPECT_NE(message.find(L"rapidjson/document.h, line "), std::wstring::npos)
+  EXPECT_TRUE(message.starts_with(L"json assertion \"" + expression + L"\" failed in document.h, line "))
       << testing::PrintToString(message);
 }
 
 TEST(Assertions, NameExpressionHeaderAndLine) {
-  ExpectException(kWrongType, L"json assertion \"a == b\" failed in include/rapidjson/document.h, line 1234",
-                  [] { RaiseRapidJsonAssertion("a == b", "include/rapidjson/document.h", 1234); });
-}
-
-TEST(Assertions, AreRaisedByAnElementThatIsNotAnObject) {
-  for (const wchar_t* text :
-       {LR"({"Menu":[1]})", LR"({"Menu":[{"a":"x"},[]]})", LR"({"Menu":[null]})", LR"({"Menu":["x"]})"}) {
-    const auto json = Parse(text);
-    ExpectAssertion(ExceptionOf([&] { json->GetObjectArray(L"Menu"); }), L"IsObject()");
-    EXPECT_EQ(json->ToJson(), text) << "the object is unchanged";
-  }
+  ExpectException(kWrongType, L"json assertion \"a == b\" failed in document.h, line 1234", [] {
+    RaiseRapidJsonAssertion("a == b", "/home/x/rapidjson/include/rapidjson/document.h", 1234);
+  });
+  ExpectException(kWrongType, L"json assertion \"a == b\" failed in internal/stack.h, line 5",
+                  [] { RaiseRapidJsonAssertion("a == b", "rapidjson/internal/stack.h", 5); });
+  ExpectException(kWrongType, L"json assertion \"a == b\" failed in Some.h, line 6",
+                  [] { RaiseRapidJsonAssertion("a == b", "C:\\x/include\\Some.h", 6); });
+  ExpectException(kWrongType, L"json assertion \"a == b\" failed in Some.h, line 7",
+                  [] { RaiseRapidJsonAssertion("a == b", "Some.h", 7); });
 }
 
 TEST(Assertions, AreRaisedByACopyOfAValueThatIsNotAnObject) {
@@ -35,7 +31,7 @@ TEST(Assertions, AreRaisedByACopyOfAValueThatIsNotAnObject) {
 
 TEST(Assertions, AreRaisedByRapidJsonItself) {
   const auto json = Parse(LR"({"a":"x"})");
-  const rapidjson::Value& value = (*json->Share())["a"];
+  const CJsonObject::Value& value = (*json->Share())["a"];
   EXPECT_EQ(ExceptionOf([&] { value.GetInt(); }).GetErrorCode(), kWrongType);
   ExpectAssertion(ExceptionOf([&] { value.Size(); }), L"IsArray()");
   ExpectAssertion(ExceptionOf([&] { json->Share()->GetString(); }), L"IsString()");
@@ -48,10 +44,9 @@ TEST(Assertions, AreRaisedByAnObjectWithoutADocument) {
                            +[](const CJsonObject& json) { json.GetObjectShared(L"a"); }}) {
     const CZALException exception = ExceptionOf([&] { call(without_document); });
     EXPECT_EQ(exception.GetErrorCode(), kWrongType);
-    EXPECT_TRUE(
-        exception.GetErrorMessage().starts_with(L"json assertion \"m_pDocument != nullptr\" failed in "))
+    EXPECT_TRUE(exception.GetErrorMessage().starts_with(
+        L"json assertion \"m_pDocument != nullptr\" failed in CJsonObject.h, line "))
         << testing::PrintToString(exception.GetErrorMessage());
-    EXPECT_NE(exception.GetErrorMessage().find(L"CJsonObject.h, line "), std::wstring::npos);
   }
 }
 

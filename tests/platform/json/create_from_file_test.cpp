@@ -1,39 +1,14 @@
 // Parsing files.
-#include <filesystem>
-#include <fstream>
-#include <random>
-
 #include "json_test_support.h"
+#include "temp_files.h"
 
 using namespace std::string_literals;
 
 namespace {
 
-/// Converts between text and std::filesystem::path, independent of the locale.
-std::filesystem::path ToPath(const std::wstring& text) {
-  const std::string utf8 = CStringHelper::UnicodeToUTF8(text);
-  return std::u8string(utf8.begin(), utf8.end());
-}
-std::wstring ToText(const std::filesystem::path& path) {
-  const std::u8string utf8 = path.u8string();
-  return CStringHelper::UTF8ToUnicode({reinterpret_cast<const char*>(utf8.data()), utf8.size()});
-}
-
 /// A temporary folder for one test.
-class Files : public testing::Test {
+class Files : public testing::Test, public TempFiles {
  protected:
-  Files() { std::filesystem::create_directory(m_folder); }
-  ~Files() override { std::filesystem::remove_all(m_folder); }
-
-  /// The path of the file `name`.
-  std::wstring Path(const std::wstring& name) const { return ToText(m_folder / ToPath(name)); }
-
-  /// Writes the file `name`. @return its path.
-  std::wstring Write(const std::wstring& name, const std::string& bytes) const {
-    std::ofstream(m_folder / ToPath(name), std::ios::binary) << bytes;
-    return Path(name);
-  }
-
   /// Expects that reading a file of these bytes fails with "PATH", then `fault`.
   void ExpectFault(const std::string& bytes, const std::wstring& fault) const {
     const std::wstring path = Write(L"View.json", bytes);
@@ -42,9 +17,6 @@ class Files : public testing::Test {
     ExpectException(kWrongType, L"\"" + path + L"\", " + fault, [&] { json.CreateFromFile(path); });
     EXPECT_EQ(json.ToJson(), LR"({"before":"x"})") << "the object is unchanged";
   }
-
-  const std::filesystem::path m_folder = std::filesystem::temp_directory_path() /
-                                         ToPath(L"json \u96f6 " + std::to_wstring(std::random_device{}()));
 };
 
 TEST_F(Files, BecomeTheContent) {
@@ -140,7 +112,7 @@ TEST_F(Files, ThatCannotBeReadAreReportedWithTheReason) {
 #endif
   const std::wstring missing = Path(L"no such \u96f6.json");
   for (const auto& [path, reason] :
-       {std::pair(missing, missing_reason), std::pair(ToText(m_folder), folder_reason)}) {
+       {std::pair(missing, missing_reason), std::pair(Folder(), folder_reason)}) {
     CJsonObject json;
     json.SetStringValue(L"before", L"x");
     const CZALException exception = ExceptionOf([&] { json.CreateFromFile(path); });

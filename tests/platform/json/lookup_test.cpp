@@ -16,6 +16,7 @@ struct Case {
   long as_long = 0;
   FoundBool as_bool{false, false};
   bool is_string_array = false;
+  bool has_other_elements = false;  ///< an array
 };
 
 void PrintTo(const Case& member, std::ostream* out) { *out << member.name; }
@@ -23,25 +24,36 @@ void PrintTo(const Case& member, std::ostream* out) { *out << member.name; }
 const Case kCases[] = {
     {.name = "missing"},
     {.name = "null", .value = L"null"},
-    {.name = "true", .value = L"true", .as_bool = {true, true}},
-    {.name = "false", .value = L"false", .as_bool = {true, false}},
+    {.name = "true", .value = L"true", .as_string = L"true", .as_bool = {true, true}},
+    {.name = "false", .value = L"false", .as_string = L"false", .as_bool = {true, false}},
     {.name = "string", .value = L"\"x\"", .as_string = L"x"},
     {.name = "empty_string", .value = L"\"\""},
     {.name = "string_of_a_number", .value = L"\"7\"", .as_string = L"7"},
     {.name = "string_of_a_boolean", .value = L"\"true\"", .as_string = L"true"},
-    {.name = "zero", .value = L"0"},
-    {.name = "one", .value = L"1", .as_long = 1},
-    {.name = "largest", .value = L"2147483647", .as_long = 2147483647},
-    {.name = "smallest", .value = L"-2147483648", .as_long = -2147483647 - 1},
-    {.name = "too_large", .value = L"2147483648"},
-    {.name = "too_small", .value = L"-2147483649"},
-    {.name = "beyond_64_bits", .value = L"18446744073709551616"},
-    {.name = "fraction", .value = L"1.5"},
-    {.name = "object", .value = L"{\"k\":\"x\"}"},
-    {.name = "empty_array", .value = L"[]", .is_string_array = true},
-    {.name = "array_of_strings", .value = L"[\"x\"]", .is_string_array = true},
-    {.name = "array_with_a_number", .value = L"[\"x\",1]"},
-    {.name = "array_with_null", .value = L"[null]"},
+    {.name = "zero", .value = L"0", .as_string = L"0"},
+    {.name = "one", .value = L"1", .as_string = L"1", .as_long = 1},
+    {.name = "largest", .value = L"2147483647", .as_string = L"2147483647", .as_long = 2147483647},
+    {.name = "smallest", .value = L"-2147483648", .as_string = L"-2147483648", .as_long = -2147483647 - 1},
+    {.name = "too_large", .value = L"2147483648", .as_string = L"2147483648"},
+    {.name = "too_small", .value = L"-2147483649", .as_string = L"-2147483649"},
+    {.name = "largest_of_64_bits", .value = L"18446744073709551615", .as_string = L"18446744073709551615"},
+    {.name = "smallest_of_64_bits", .value = L"-9223372036854775808", .as_string = L"-9223372036854775808"},
+    {.name = "beyond_64_bits", .value = L"100000000000000000000", .as_string = L"100000000000000000000.0"},
+    {.name = "fraction", .value = L"1.50", .as_string = L"1.5"},
+    {.name = "fraction_of_many_digits", .value = L"0.1000000000000000055511151231", .as_string = L"0.1"},
+    {.name = "large_exponent", .value = L"1E+300", .as_string = L"1e300"},
+    {.name = "object", .value = L"{ \"k\" : \"x\" }", .as_string = L"{\"k\":\"x\"}"},
+    {.name = "empty_array", .value = L"[]", .as_string = L"[]", .is_string_array = true},
+    {.name = "array_of_strings",
+     .value = L"[\"\u96f6\"]",
+     .as_string = L"[\"\u96f6\"]",
+     .is_string_array = true},
+    {.name = "array_with_a_number",
+     .value = L"[\"x\",1]",
+     .as_string = L"[\"x\",1]",
+     .has_other_elements = true},
+    {.name = "array_with_null", .value = L"[null]", .as_string = L"[null]", .has_other_elements = true},
+    {.name = "array_with_an_array", .value = L"[[]]", .as_string = L"[[]]", .has_other_elements = true},
 };
 
 class Members : public testing::TestWithParam<Case> {
@@ -50,7 +62,7 @@ class Members : public testing::TestWithParam<Case> {
       Parse(GetParam().value.empty() ? L"{}" : L"{\"k\":" + GetParam().value + L"}");
 };
 
-TEST_P(Members, ReadLikeMissingIfTheTypeIsWrong) {
+TEST_P(Members, ReadAsAStringAnIntegerAndABoolean) {
   EXPECT_EQ(m_json->GetStringValue(L"k"), GetParam().as_string);
   EXPECT_EQ(m_json->GetLongValue(L"k"), GetParam().as_long);
   EXPECT_EQ(m_json->GetPropertyBoolValue(L"k"), GetParam().as_bool);
@@ -62,7 +74,9 @@ TEST_P(Members, ThatAreNotStringArraysAreRefusedAsStringArrays) {
   if (is_fine) {
     EXPECT_EQ(m_json->GetPropertyStringArrayValue(L"k").first, GetParam().is_string_array);
   } else {
-    ExpectException(kWrongType, L"json member [k] is not Array!",
+    ExpectException(kWrongType,
+                    GetParam().has_other_elements ? L"json member [k] has an element that is no string"
+                                                  : L"json member [k] is not Array!",
                     [&] { m_json->GetPropertyStringArrayValue(L"k"); });
   }
 }

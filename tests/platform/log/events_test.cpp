@@ -105,7 +105,7 @@ TEST_P(Events, OfSeveralThreadsAreAllWritten) {
             std::vector<std::wstring>(800, L"errormsg|ERROR|368|CSolidWorksAddIn::PlmLogin|text"));
 }
 
-TEST(EventsWithoutALog, AreDropped) {
+TEST(EventsWithoutALog, AreNotWrittenToTheFile) {
   LogFolder log;
   PrintError(L"before");
   ASSERT_TRUE(log.StartWith(kPlainFile));

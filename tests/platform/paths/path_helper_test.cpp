@@ -2,6 +2,9 @@
 
 #include <windows.h>
 
+#include <optional>
+#include <string>
+
 #include "CComBSTR.h"
 #include "CFilePathHelper.h"
 #include "CZALCADPathHelper.h"
@@ -9,6 +12,8 @@
 #include "temp_folder.h"
 
 namespace {
+using namespace std::string_literals;
+
 constexpr wchar_t kName[] = L"New TAVO SolidWorks AddOn";
 
 std::wstring ProgramFolder() {
@@ -54,8 +59,15 @@ class PathHelper : public testing::Test {
     return path;
   }
 
+  /// Writes a file into the administrator's configuration folder. @return its path.
+  std::wstring WriteForAll(const std::wstring& file, const std::wstring& name = kName) const {
+    return m_programData.Write(L"TAVO\\config\\" + name + L"\\" + file, "the administrator's");
+  }
+
   TempFolder m_home;
+  TempFolder m_programData;
   ScopedEnvironment m_environment{L"TAVO_HOME", m_home.Path()};
+  ScopedEnvironment m_programDataVariable{L"PROGRAMDATA", m_programData.Path()};
   long m_status = -1;
 };
 
@@ -70,6 +82,46 @@ TEST_F(PathHelper, FallsBackToTheInstalledDefault) {
   const InstalledFile installed(L"paths_test.json");
   EXPECT_EQ(ConfigurationFile(kName, L"paths_test.json"), installed.Path());
   EXPECT_EQ(m_status, 0);
+}
+
+TEST_F(PathHelper, LooksInTheUsersThenTheAdministratorsThenTheInstalledFolder) {
+  const InstalledFile installed(L"paths_test.json");
+  const std::wstring for_all = WriteForAll(L"paths_test.json");
+  const std::wstring own = m_home.Write(L"config\\New TAVO SolidWorks AddOn\\paths_test.json", "own");
+
+  EXPECT_EQ(ConfigurationFile(kName, L"paths_test.json"), own);
+  DeleteFileW(own.c_str());
+  EXPECT_EQ(ConfigurationFile(kName, L"paths_test.json"), for_all);
+  EXPECT_EQ(m_status, 0);
+  DeleteFileW(for_all.c_str());
+  EXPECT_EQ(ConfigurationFile(kName, L"paths_test.json"), installed.Path());
+}
+
+TEST_F(PathHelper, LooksInTheAdministratorsFolderOfTheName) {
+  const InstalledFile installed(L"paths_test.json");
+  const std::wstring for_all = WriteForAll(L"paths_test.json", L"Other");
+  EXPECT_EQ(ConfigurationFile(kName, L"paths_test.json"), installed.Path());
+  EXPECT_EQ(ConfigurationFile(L"Other", L"paths_test.json"), for_all);
+  EXPECT_EQ(CZALCADPathHelper::InitCADCfgPath(L"Other"), 0);
+  EXPECT_EQ(ConfigurationFile(L"", L"paths_test.json"), for_all);
+}
+
+TEST_F(PathHelper, IgnoresAnAdministratorsFolderWithTheNameOfTheFile) {
+  const InstalledFile installed(L"paths_test.json");
+  m_programData.MakeFolder(L"TAVO\\config\\New TAVO SolidWorks AddOn\\paths_test.json");
+  EXPECT_EQ(ConfigurationFile(kName, L"paths_test.json"), installed.Path());
+}
+
+TEST_F(PathHelper, FindsTheAdministratorsFolderAtEachCall) {
+  const InstalledFile installed(L"paths_test.json");
+  const std::wstring for_all = WriteForAll(L"paths_test.json");
+  for (const std::optional<std::wstring>& nowhere : {std::optional<std::wstring>(), std::optional(L""s)}) {
+    m_programDataVariable.Set(nowhere);
+    EXPECT_EQ(ConfigurationFile(kName, L"paths_test.json"), installed.Path());
+    EXPECT_EQ(m_status, 0);
+  }
+  m_programDataVariable.Set(m_programData.Path());
+  EXPECT_EQ(ConfigurationFile(kName, L"paths_test.json"), for_all);
 }
 
 TEST_F(PathHelper, LooksForTheInstalledDefaultBesideTheCallingDll) {
@@ -166,7 +218,7 @@ TEST_F(PathHelper, FindsTheRootAtEachCall) {
   }
 }
 
-TEST_F(PathHelper, WithoutARootStillFindsTheInstalledDefault) {
+TEST_F(PathHelper, WithoutARootStillFindsTheAdministratorsAndTheInstalledFile) {
   const ScopedEnvironment app_data(L"APPDATA", std::nullopt);
   m_environment.Set(std::nullopt);
   EXPECT_LT(CZALCADPathHelper::InitCADCfgPath(kName), 0);
@@ -174,5 +226,8 @@ TEST_F(PathHelper, WithoutARootStillFindsTheInstalledDefault) {
   EXPECT_LT(m_status, 0);
   const InstalledFile installed(L"paths_test.json");
   EXPECT_EQ(ConfigurationFile(kName, L"paths_test.json"), installed.Path());
+  const std::wstring for_all = WriteForAll(L"paths_test.json");
+  EXPECT_EQ(ConfigurationFile(kName, L"paths_test.json"), for_all);
+  EXPECT_LT(m_status, 0);
 }
 }  // namespace

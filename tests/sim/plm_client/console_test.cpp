@@ -83,6 +83,7 @@ class ConsoleTest : public testing::Test {
 
 TEST_F(ConsoleTest, AnswersFromTheFolderPrintsRecordsAndEndsWhenIdle) {
   m_folder.Write(L"answers\\QD_PLMLogin.json", R"({"__InvokeResult__":true})");
+  m_folder.Write(L"answers\\QD_PLMWf.json", "{\r\n  \"a\": 1,\n  \"b  c\": 2\n}\n");
   const Console console(m_folder,
                         Arguments(L"--until-idle 1 --record \"" + m_folder.Path(L"record.jsonl") + L"\""));
   {
@@ -92,6 +93,7 @@ TEST_F(ConsoleTest, AnswersFromTheFolderPrintsRecordsAndEndsWhenIdle) {
     EXPECT_EQ(host.Ask(2, "QD_PLMQuery", "{\"a\":1}"), R"({"jsonrpc":"2.0","id":2,"result":{"answer":""}})");
     Sleep(1'500);  // connected is not idle
     EXPECT_EQ(host.Ask(3, "QD_PLMLogin").find("error"), std::string::npos);
+    EXPECT_EQ(host.Ask(4, "QD_PLMWf").find("error"), std::string::npos);
   }
   EXPECT_EQ(console.ExitCode(), 0u);
   const std::string login =
@@ -101,12 +103,27 @@ TEST_F(ConsoleTest, AnswersFromTheFolderPrintsRecordsAndEndsWhenIdle) {
                                   login +
                                   "    PLM client asked: QD_PLMQuery with {\"a\":1}\r\n"
                                   "    PLM client answers: nothing\r\n" +
-                                  login);
+                                  login +
+                                  "    PLM client asked: QD_PLMWf with nothing\r\n"
+                                  "    PLM client answers, from QD_PLMWf.json: {\"a\": 1,\"b  c\": 2}\r\n");
   EXPECT_EQ(m_folder.Read(L"record.jsonl"),
             "{\"command\":\"QD_PLMLogin\",\"request\":\"\"}\n"
             "{\"command\":\"QD_PLMQuery\",\"request\":\"{\\\"a\\\":1}\"}\n"
-            "{\"command\":\"QD_PLMLogin\",\"request\":\"\"}\n");
+            "{\"command\":\"QD_PLMLogin\",\"request\":\"\"}\n"
+            "{\"command\":\"QD_PLMWf\",\"request\":\"\"}\n");
   EXPECT_EQ(console.Errors(), "");
+}
+
+TEST_F(ConsoleTest, GivesASecondSessionTheSameNumberedAnswers) {
+  m_folder.Write(L"answers\\QD_PLMQuery.1.json", "first");
+  m_folder.Write(L"answers\\QD_PLMQuery.2.json", "second");
+  const Console console(m_folder, Arguments(L"--until-idle 1"));
+  for (int session = 0; session < 2; ++session) {
+    const Host host = Connect();
+    EXPECT_EQ(host.Ask(1, "QD_PLMQuery"), R"({"jsonrpc":"2.0","id":1,"result":{"answer":"first"}})");
+    EXPECT_EQ(host.Ask(2, "QD_PLMQuery"), R"({"jsonrpc":"2.0","id":2,"result":{"answer":"second"}})");
+  }
+  EXPECT_EQ(console.ExitCode(), 0u);
 }
 
 TEST_F(ConsoleTest, PrintsNothingWithTheOptionQuiet) {

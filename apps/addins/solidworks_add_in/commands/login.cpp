@@ -1,10 +1,18 @@
 // Login and logout, and the login's result.
+#include <chrono>
+
 #include "diagnostics/diagnostics.h"
 #include "module/module_state.h"
 #include "module/string_table.h"
 #include "plm_commands.h"
 #include "resources/resource_ids.h"
 #include "solidworks_add_in.h"
+
+namespace {
+
+constexpr std::chrono::seconds kLastLogoutTimeout{10};
+
+}  // namespace
 
 STDMETHODIMP CSolidWorksAddIn::PlmLogin() {
   const ModuleState state;
@@ -26,15 +34,24 @@ STDMETHODIMP CSolidWorksAddIn::PlmLogin() {
 }
 
 STDMETHODIMP CSolidWorksAddIn::PlmLogOut() {
+  LogOut({.starts_client = false});
+  return S_OK;
+}
+
+/// The host is ending or unloads the add-in: it must not wait for a client that does not answer.
+void CSolidWorksAddIn::LogOutBeforeDisconnect() {
+  LogOut({.starts_client = false, .shows_box = false, .timeout = kLastLogoutTimeout});
+}
+
+void CSolidWorksAddIn::LogOut(const CZALCommandOptions& options) {
   const ModuleState state;
-  if (ReportsSuccess(SendCommand(plm_command::kLogout))) {
+  if (ReportsSuccess(SendCommand(plm_command::kLogout, {}, options))) {
     // Only logout takes the lock: waiters wait for the logout.
     const std::lock_guard lock(m_loginMutex);
     DropLoginResult();
     m_loggedIn = false;
     m_loginChanged.notify_all();
   }
-  return S_OK;
 }
 
 void CSolidWorksAddIn::DropLoginResult() {

@@ -1,6 +1,32 @@
 #include "plm_commands.h"
 
+#include <new>
+
+#include "json/json_parser.h"
+#include "log/platform_log.h"
 #include "solidworks_add_in.h"
+
+namespace {
+
+/// Logs an answer that is not empty and not a JSON object. The line does not contain the answer's text, which
+/// may hold a login.
+void LogUnusableAnswer(const std::wstring& command, const std::wstring& answer) {
+  if (answer.empty()) return;
+  const std::wstring line = L"the answer to PLM command [" + command + L"] is not a JSON object: ";
+  try {
+    CJsonObject::Document document;
+    if (const auto fault = ParseJson(CStringHelper::UnicodeToUTF8(answer), document)) {
+      LogPlatformError(line + CStringHelper::UTF8ToUnicode(fault->reason) + L" (byte " +
+                       std::to_wstring(fault->offset) + L" of its UTF-8 text)");
+    } else if (!document.IsObject()) {
+      LogPlatformError(line + L"it is another JSON value (byte 0 of its UTF-8 text)");
+    }
+  } catch (const std::bad_alloc&) {
+    LogPlatformError(line + L"there is not enough memory to read it");
+  }
+}
+
+}  // namespace
 
 bool ReportsSuccess(const std::wstring& answer) {
   CJsonObject result;
@@ -9,11 +35,14 @@ bool ReportsSuccess(const std::wstring& answer) {
 }
 
 /// Sends `command` through the invoker. @throws _com_error E_POINTER before the first connection.
-std::wstring CSolidWorksAddIn::SendCommand(const wchar_t* command, std::wstring request) {
+std::wstring CSolidWorksAddIn::SendCommand(const wchar_t* command, std::wstring request,
+                                           const CZALCommandOptions& options) {
   if (!m_invok) _com_issue_error(E_POINTER);
   // While the command waits, the host may connect the add-in again, which replaces the invoker.
   const std::shared_ptr<CZALCmdInvoker> invoker = m_invok;
-  return invoker->Invoke(command, std::move(request));
+  std::wstring answer = invoker->Invoke(command, std::move(request), options);
+  LogUnusableAnswer(command, answer);
+  return answer;
 }
 
 /// The PLM client's answer to the login, as JSON text. @throws _com_error E_POINTER while logged out.

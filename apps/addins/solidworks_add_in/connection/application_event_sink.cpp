@@ -5,7 +5,6 @@
 #include <iterator>
 
 #include "host/application_events.h"
-#include "module/com_object.h"
 
 namespace {
 
@@ -63,6 +62,32 @@ HRESULT OrderArguments(const DISPPARAMS& call, std::array<VARIANTARG*, kMaximumA
   return S_OK;
 }
 
+/// The handlers as the system calls them: with the types that the type information names, and not built to
+/// pass an exception on.
+class CalledHandlers final : public IApplicationEventHandlers {
+ public:
+  explicit CalledHandlers(IApplicationEventHandlers& target) : m_target(target) {}
+
+  STDMETHODIMP OnActiveDocChange() override {
+    return EndExceptions(L"OnActiveDocChange", [&] { return m_target.OnActiveDocChange(); });
+  }
+  STDMETHODIMP OnDocumentLoad(BSTR title, BSTR path) override {
+    return EndExceptions(L"OnDocumentLoad", [&] { return m_target.OnDocumentLoad(title, path); });
+  }
+  STDMETHODIMP OnFileNew2(IDispatch* document, long type, BSTR template_name) override {
+    return EndExceptions(L"OnFileNew2", [&] { return m_target.OnFileNew2(document, type, template_name); });
+  }
+  STDMETHODIMP OnActiveModelDocChange() override {
+    return EndExceptions(L"OnActiveModelDocChange", [&] { return m_target.OnActiveModelDocChange(); });
+  }
+  STDMETHODIMP OnFileOpenPost(BSTR file_name) override {
+    return EndExceptions(L"OnFileOpenPost", [&] { return m_target.OnFileOpenPost(file_name); });
+  }
+
+ private:
+  IApplicationEventHandlers& m_target;
+};
+
 IConnectionPointPtr FindEvents(IUnknown* host, HRESULT& result) {
   IConnectionPointContainerPtr container;
   IConnectionPointPtr point;
@@ -74,13 +99,12 @@ IConnectionPointPtr FindEvents(IUnknown* host, HRESULT& result) {
 
 }  // namespace
 
-void* ApplicationEventSink::FindInterface(REFIID iid) noexcept {
-  if (iid == host::kApplicationEventsId) return static_cast<IDispatch*>(this);
-  return FindInterfaceOf<IDispatch>(this, iid);
+REFIID ApplicationEventSink::Canonical(REFIID iid) noexcept {
+  return iid == host::kApplicationEventsId ? IID_IDispatch : iid;
 }
 
 STDMETHODIMP ApplicationEventSink::Invoke(DISPID id, REFIID, LCID locale, WORD, DISPPARAMS* parameters,
-                                          VARIANT*, EXCEPINFO*, UINT*) {
+                                          VARIANT* result, EXCEPINFO*, UINT*) {
   const auto handled = std::find(std::begin(kHandledEvents), std::end(kHandledEvents), id);
   if (handled == std::end(kHandledEvents)) return S_OK;
   ITypeInfo* const info = EventTypeInfo(locale);
@@ -99,9 +123,12 @@ STDMETHODIMP ApplicationEventSink::Invoke(DISPID id, REFIID, LCID locale, WORD, 
     types[index] = function->lprgelemdescParam[index].tdesc.vt;
   }
   const auto slot = static_cast<ULONG_PTR>(handled - std::begin(kHandledEvents)) * sizeof(void*);
-  VARIANT handler_result;
-  return DispCallFunc(static_cast<IApplicationEventHandlers*>(this), slot, CC_STDCALL, VT_I4, count,
-                      types.data(), arguments.data(), &handler_result);
+  CalledHandlers handlers(*this);
+  VARIANT unwanted;
+  VARIANT& answer = result ? *result : unwanted;
+  VariantInit(&answer);
+  return DispCallFunc(static_cast<IApplicationEventHandlers*>(&handlers), slot, CC_STDCALL, VT_I4, count,
+                      types.data(), arguments.data(), &answer);
 }
 
 ITypeInfo* ApplicationEventSink::EventTypeInfo(LCID locale) {

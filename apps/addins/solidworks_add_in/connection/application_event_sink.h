@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/com_pointers.h"
+#include "module/com_object.h"
 
 /// The sink's handlers, which do nothing so far. They must be in the order of kHandledEvents, because the
 /// index of an event there is the vtable slot of its handler.
@@ -20,8 +21,10 @@ class ApplicationEventSink : public IDispatch, private IApplicationEventHandlers
   explicit ApplicationEventSink(WORD major) : m_libraryMajor(major) {}
   virtual ~ApplicationEventSink() = default;
 
-  /// IUnknown, IDispatch and the event interface; see ComObject.
-  void* FindInterface(REFIID iid) noexcept;
+  using Interfaces = InterfaceList<IDispatch>;
+
+  /// The event interface has the methods of IDispatch; see ComObject.
+  static REFIID Canonical(REFIID iid) noexcept;
 
   STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
   STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }

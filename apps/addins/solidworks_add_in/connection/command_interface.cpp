@@ -7,8 +7,10 @@
 #include "DrawingHelper.h"
 #include "diagnostics/diagnostics.h"
 #include "host/constants.h"
+#include "host_answer.h"
 #include "log/platform_log.h"
 #include "module/com_object.h"
+#include "module/dispatch.h"
 #include "module/log_set_up.h"
 #include "module/module_state.h"
 #include "resources/resource_ids.h"
@@ -16,14 +18,15 @@
 
 namespace {
 
-constexpr const wchar_t* kConfigurationName = L"New TAVO SolidWorks AddOn";
-
 // The group and all of its items have this user id.
 constexpr long kUserId = 0;
 constexpr long kLastPosition = -1;
 
 // The capacity of a command tab box; further items are not added to the group either.
 constexpr std::size_t kMaximumItems = 16;
+
+// In the strip of the resource IDB_TOOLBAR.
+constexpr long kIcons = 16;
 
 constexpr swDocumentTypes_e kTabDocumentTypes[] = {swDocASSEMBLY, swDocDRAWING, swDocPART};
 
@@ -90,7 +93,8 @@ void FillTab(const ICommandTabPtr& tab, const ICommandGroupPtr& group, const std
     text_styles[place] = swCommandTabButton_TextBelow;
   }
   VARIANT_BOOL added = VARIANT_FALSE;
-  box->IAddCommands(static_cast<long>(indices.size()), ids.data(), text_styles.data(), &added);
+  Need(box, L"ICommandTab::AddCommandTabBox")
+      ->IAddCommands(static_cast<long>(indices.size()), ids.data(), text_styles.data(), &added);
 }
 
 void BuildTab(const ICommandManagerPtr& manager, swDocumentTypes_e type, const CComBSTR& title,
@@ -104,10 +108,66 @@ void BuildTab(const ICommandManagerPtr& manager, swDocumentTypes_e type, const C
   }
   if (tab) return;
   manager->AddCommandTab(type, title, &tab);
-  FillTab(tab, group, indices);
+  FillTab(Need(tab, L"ICommandManager::AddCommandTab"), group, indices);
 }
 
-/// The items of the menu, up to the maximum number; logs if some are left out.
+/// The member `key` of `object`; null if it is missing.
+const CJsonObject::Value* FindMember(const CJsonObject& object, const std::wstring& key) {
+  const CJsonObject::Document& document = *object.Share();
+  if (!document.IsObject()) return nullptr;
+  const auto member = document.FindMember(CStringHelper::UnicodeToUTF8(key).c_str());
+  return member == document.MemberEnd() ? nullptr : &member->value;
+}
+
+/// What is wrong with a text; empty if nothing is.
+std::wstring TextFault(const CJsonObject& object, const std::wstring& key) {
+  const CJsonObject::Value* const value = FindMember(object, key);
+  if (!value) return L" is missing";
+  return value->IsString() ? L"" : L" is not a text";
+}
+
+/// What is wrong with the name of a callback or enable method; empty if nothing is.
+std::wstring MethodFault(const CJsonObject& item, const std::wstring& key) {
+  if (std::wstring fault = TextFault(item, key); !fault.empty()) return fault;
+  std::wstring name = item.GetStringValue(key);
+  wchar_t* names[] = {name.data()};
+  DISPID id = DISPID_UNKNOWN;
+  if (SUCCEEDED(add_in_dispatch::GetIDsOfNames(IID_NULL, names, 1, LOCALE_NEUTRAL, &id))) return {};
+  return L": \"" + name + L"\" is not a method of the add-in";
+}
+
+/// What is wrong with the number of the icon; empty if nothing is.
+std::wstring IconFault(const CJsonObject& item, const std::wstring& key) {
+  const CJsonObject::Value* const value = FindMember(item, key);
+  if (!value) return L" is missing";
+  if (!value->IsInt()) return L" is not a whole number";
+  const int index = value->GetInt();
+  if (index >= 0 && index < kIcons) return {};
+  return L": " + std::to_wstring(index) + L" is not the number of an icon, 0 to " +
+         std::to_wstring(kIcons - 1);
+}
+
+void LogFault(const std::wstring& place, const std::wstring& key, const std::wstring& fault) {
+  if (!fault.empty()) LogPlatformError(place + L"\"" + key + L"\"" + fault);
+}
+
+/// Logs what is wrong with the items; the menu is built all the same.
+void LogFaults(const CJsonObject& view, const Items& items, const std::wstring& view_file) {
+  LogFault(view_file + L": ", L"name", TextFault(view, L"name"));
+  for (std::size_t index = 0; index < items.size(); ++index) {
+    const CJsonObject& item = *items[index];
+    const std::wstring place =
+        view_file + L": item " + std::to_wstring(index + 1) + L" \"" + item.GetStringValue(L"name") + L"\": ";
+    for (const wchar_t* key : {L"name", L"ToolTip", L"Hint"}) LogFault(place, key, TextFault(item, key));
+    for (const wchar_t* key : {L"CallbackFunction", L"EnableMethod"}) {
+      LogFault(place, key, MethodFault(item, key));
+    }
+    LogFault(place, L"ImageListIndex", IconFault(item, L"ImageListIndex"));
+  }
+}
+
+/// The items of the menu, up to the maximum number; logs if some are left out, and what is wrong with the
+/// rest.
 Items ReadItems(const CJsonObject& view, const std::wstring& view_file) {
   Items items = view.GetObjectArray(L"Menu");
   if (items.size() > kMaximumItems) {
@@ -115,12 +175,13 @@ Items ReadItems(const CJsonObject& view, const std::wstring& view_file) {
                      L" items; only the first " + std::to_wstring(kMaximumItems) + L" are added");
     items.resize(kMaximumItems);
   }
+  LogFaults(view, items, view_file);
   return items;
 }
 
 }  // namespace
 
-void CSolidWorksAddIn::BuildCommandInterface() {
+std::wstring CSolidWorksAddIn::BuildCommandInterface() {
   const ModuleState state;
   InitialiseLog();
   m_loggedIn = false;
@@ -133,20 +194,26 @@ void CSolidWorksAddIn::BuildCommandInterface() {
   try {
     BuildMenu(view_file);
   } catch (const CZALException& error) {
-    LogPlatformError(L"the command interface cannot be built from " + view_file + L": " +
-                     error.GetErrorMessage() + CodeSuffix(error.GetErrorCode()));
+    const std::wstring& message = error.GetErrorMessage();
+    const bool names_file = message.find(view_file) != std::wstring::npos;
+    LogPlatformError(L"the command interface cannot be built" +
+                     (names_file ? std::wstring() : L" from " + view_file) + L": " + message +
+                     CodeSuffix(error.GetErrorCode()));
     throw;
   }
-  m_invok = std::make_shared<CZALCmdInvoker>(kConfigurationName, L"");
+  m_invok = std::make_shared<CZALCmdInvoker>(kConfigurationName, L"", m_commandWaits);
   m_drawingHelper = std::make_shared<CDrawingHelper>();
+  return view_file;
 }
 
 void CSolidWorksAddIn::BuildMenu(const std::wstring& view_file) {
   CJsonObject view;
   view.CreateFromFile(view_file);
   const CComBSTR title(view.GetStringValue(L"name"));
-  const SavedGroup saved = ReadSavedGroup(m_commandManager);
+  const SavedGroup saved = ReadSavedGroup(Need(m_commandManager, L"ISldWorks::GetCommandManager"));
   const ICommandGroupPtr group = CreateGroup(m_commandManager, title, saved.ignore_previous);
+  Need(group, L"ICommandManager::CreateCommandGroup2");
+  Need(m_bitmapHandler, L"the creation of the bitmap handler");
   group->put_LargeIconList(MakeIconFile(*m_bitmapHandler));
   group->put_SmallIconList(MakeIconFile(*m_bitmapHandler));
   std::vector<long> indices;

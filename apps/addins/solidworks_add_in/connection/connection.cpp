@@ -1,14 +1,19 @@
 // Connecting to the host and disconnecting from it.
 #include <cstdlib>
+#include <source_location>
 
 #include "CComBSTR.h"
+#include "CStringHelper.h"
 #include "CZALException.h"
 #include "diagnostics/diagnostics.h"
 #include "errors/caught_exception.h"
+#include "host_answer.h"
 #include "log/platform_log.h"
 #include "module/com_module.h"
 #include "module/log_set_up.h"
 #include "solidworks_add_in.h"
+
+_COM_SMARTPTR_TYPEDEF(ISolidWorksAddIn, __uuidof(ISolidWorksAddIn));
 
 namespace {
 
@@ -35,11 +40,12 @@ long ModuleHandle() {
 }
 
 /// Logs the exception being handled.
-void LogFailedConnection() noexcept {
+void LogFailedConnection(std::source_location place = std::source_location::current()) noexcept {
   InitialiseLog();  // the failure may have happened before the log was started
   try {
-    LogPlatformError(L"connecting to the host failed" + CodeSuffix(CaughtException::Describe().code));
-  } catch (...) {  // no memory for the line; the original exception must still be rethrown
+    const CaughtException caught = CaughtException::Describe();
+    LogPlatformError(L"connecting to the host failed: " + caught.text + CodeSuffix(caught.code), place);
+  } catch (...) {  // no memory for the line; what failed goes its way all the same
   }
 }
 
@@ -63,15 +69,20 @@ void CSolidWorksAddIn::Connect(IDispatch* host, long cookie) {
   if (host) host->QueryInterface(IID_PPV_ARGS(&iSwApp));
   m_cookie = cookie;
   m_commandManager = nullptr;
-  iSwApp->GetCommandManager(m_cookie, &m_commandManager);
+  Need(iSwApp, L"QueryInterface for ISldWorks")->GetCommandManager(m_cookie, &m_commandManager);
   VARIANT_BOOL accepted = VARIANT_FALSE;
-  iSwApp->SetAddinCallbackInfo(ModuleHandle(), static_cast<ISolidWorksAddIn*>(this), m_cookie, &accepted);
+  // The host gets the guard of the interface, as by every query.
+  ISolidWorksAddInPtr callbacks;
+  static_cast<ISwAddin*>(this)->QueryInterface(IID_PPV_ARGS(&callbacks));
+  iSwApp->SetAddinCallbackInfo(ModuleHandle(), callbacks, m_cookie, &accepted);
   CComBSTR revision;
   iSwApp->RevisionNumber(&revision);
   m_hostMajorVersion = MajorVersion(revision);
   m_hostMinorVersion = 0;
-  BuildCommandInterface();
+  const std::wstring view_file = BuildCommandInterface();
   m_eventAdvice.Advise(iSwApp, m_hostMajorVersion);
+  LogPlatformInformation(L"connected to the host of revision \"" + CStringHelper::CComBSTR2WString(revision) +
+                         L"\", menu from " + view_file);
 }
 
 STDMETHODIMP CSolidWorksAddIn::DisconnectFromSW(VARIANT_BOOL* IsDisconnected) {
@@ -84,7 +95,7 @@ STDMETHODIMP CSolidWorksAddIn::DisconnectFromSW(VARIANT_BOOL* IsDisconnected) {
   }
   const HRESULT unadvised = m_eventAdvice.Unadvise(iSwApp);
   if (IsDisconnected) *IsDisconnected = unadvised == S_OK ? VARIANT_TRUE : VARIANT_FALSE;
-  if (m_loggedIn) static_cast<ISolidWorksAddIn*>(this)->PlmLogOut();
+  if (m_loggedIn) LogOutBeforeDisconnect();
   m_commandManager = nullptr;
   iSwApp = nullptr;
   return S_OK;

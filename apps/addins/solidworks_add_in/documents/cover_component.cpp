@@ -113,5 +113,6 @@ bool CSolidWorksAddIn::ReplaceByCopy(const IAssemblyDocPtr& assembly, const std:
     LogSystemFailure(site::kCopy, platform_code::kCopyFailed, *error, TransferFailureText(source, target));
     return false;
   }
-  return ReplaceSelectedComponent(iSwApp, assembly, target, download_path, site::kReplace);
+  return ReplaceSelectedComponent(iSwApp, m_hostMajorVersion, assembly, target, download_path,
+                                  site::kReplace);
 }

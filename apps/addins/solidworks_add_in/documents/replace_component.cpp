@@ -7,5 +7,5 @@ bool CSolidWorksAddIn::ReplaceCurrentFile(const std::wstring& path) {
   const ActiveAssembly active =
       GetActiveAssembly(iSwApp, {site::kActiveDocument, site::kNoAssemblyType, site::kAssembly});
   if (!active) return false;
-  return ReplaceSelectedComponent(iSwApp, active.assembly, path, path, site::kReplace);
+  return ReplaceSelectedComponent(iSwApp, m_hostMajorVersion, active.assembly, path, path, site::kReplace);
 }

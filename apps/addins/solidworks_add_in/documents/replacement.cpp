@@ -34,13 +34,18 @@ ActiveAssembly GetActiveAssembly(const ISldWorksPtr& application, const ActiveAs
   return {document, assembly};
 }
 
-bool ReplaceSelectedComponent(const ISldWorksPtr& application, const IAssemblyDocPtr& assembly,
-                              const std::wstring& path, const std::wstring& downloaded, const LogSite& site) {
+bool ReplaceSelectedComponent(const ISldWorksPtr& application, long host_major,
+                              const IAssemblyDocPtr& assembly, const std::wstring& path,
+                              const std::wstring& downloaded, const LogSite& site) {
   constexpr long kConfigurationByName = 0;
+  constexpr long kFirstMajorWithReplacement = 26;  // release 2018
   VARIANT_BOOL replaced = VARIANT_FALSE;
+  // The slot of an older host may lie behind the end of its vtable.
+  const bool is_too_old = host_major > 0 && host_major < kFirstMajorWithReplacement;
   const HRESULT result =
-      assembly->ReplaceComponents2(CStringHelper::String2CComBSTR(path), CComBSTR(L""), VARIANT_TRUE,
-                                   kConfigurationByName, VARIANT_TRUE, &replaced);
+      is_too_old ? E_NOTIMPL
+                 : assembly->ReplaceComponents2(CStringHelper::String2CComBSTR(path), CComBSTR(L""),
+                                                VARIANT_TRUE, kConfigurationByName, VARIANT_TRUE, &replaced);
   // Only the result counts: hosts may return false in `replaced` although they replaced the component.
   if (SUCCEEDED(result) && result != S_FALSE) return true;
   FailReplacement(site, result);

@@ -36,5 +36,9 @@ ActiveAssembly GetActiveAssembly(const ISldWorksPtr& application, const ActiveAs
 /// Makes the host replace all instances of the selected component with the file `path`.
 /// @return whether the host did; if not, this was logged and shown to the user, and the host was asked to
 ///         close `downloaded`.
-bool ReplaceSelectedComponent(const ISldWorksPtr& application, const IAssemblyDocPtr& assembly,
-                              const std::wstring& path, const std::wstring& downloaded, const LogSite& site);
+/// @param host_major the host's major version, 0 if it is not known. A host before release 2018 does not have
+/// the
+///        method: the replacement fails with E_NOTIMPL.
+bool ReplaceSelectedComponent(const ISldWorksPtr& application, long host_major,
+                              const IAssemblyDocPtr& assembly, const std::wstring& path,
+                              const std::wstring& downloaded, const LogSite& site);

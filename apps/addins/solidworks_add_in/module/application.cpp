@@ -18,6 +18,11 @@ std::wstring CSolidWorksAddInApp::Title() const {
   return LoadResourceString(CSolidWorksAddInModule::Instance().ModuleHandle(), IDS_APPLICATION_TITLE);
 }
 
+CDisplayErrorMsg::Labels CSolidWorksAddInApp::ErrorBoxLabels() const {
+  HINSTANCE module = CSolidWorksAddInModule::Instance().ModuleHandle();
+  return {LoadResourceString(module, IDS_ERROR_CODE), LoadResourceString(module, IDS_LOG_FOLDER)};
+}
+
 int CSolidWorksAddInApp::ShowMessageBox(const std::wstring& text) const {
   HWND owner = GetActiveWindow();
   // Without an owner window, all windows of the thread are disabled.

@@ -5,6 +5,8 @@
 
 #include <string>
 
+#include "CDisplayErrorMsg.h"
+
 /// The DLL's start-up and shut-down, its title and its message boxes. One per process.
 class CSolidWorksAddInApp {
  public:
@@ -18,6 +20,9 @@ class CSolidWorksAddInApp {
 
   /// The title, in the language of the thread.
   std::wstring Title() const;
+
+  /// The labels of the error box, in the language of the thread.
+  CDisplayErrorMsg::Labels ErrorBoxLabels() const;
 
   /// Shows `text` in a modal box with an OK button and the exclamation icon. The caption is the title, the
   /// owner the thread's active window.

@@ -1,6 +1,7 @@
 #include "bitmap_handler.h"
 
 #include <cstring>
+#include <exception>
 #include <vector>
 
 #include "CComBSTR.h"
@@ -56,6 +57,44 @@ bool WriteWhole(const std::wstring& path, const std::vector<BYTE>& bytes) {
          written == bytes.size();
 }
 
+/// The handler as the system's dispatcher calls it: an exception is kept until the dispatcher has returned,
+/// for it is not built to pass one on.
+class DispatchedHandler final : public GuardBase<IBitmapHandler> {
+ public:
+  using GuardBase::GuardBase;
+
+  STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+  STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
+    return E_NOTIMPL;
+  }
+  STDMETHODIMP CreateBitmapFileFromResource(LONG resID, BSTR* retval) override {
+    return Keep([&] { return Target().CreateBitmapFileFromResource(resID, retval); });
+  }
+  STDMETHODIMP Dispose() override {
+    return Keep([&] { return Target().Dispose(); });
+  }
+
+  /// Throws what a method threw.
+  void Rethrow() const {
+    if (m_thrown) std::rethrow_exception(m_thrown);
+  }
+
+ private:
+  template <class Call>
+  HRESULT Keep(Call&& call) noexcept {
+    try {
+      return call();
+    } catch (...) {
+      m_thrown = std::current_exception();
+      return E_UNEXPECTED;
+    }
+  }
+
+  std::exception_ptr m_thrown;
+};
+
 }  // namespace
 
 CBitmapHandler::~CBitmapHandler() { Dispose(); }
@@ -99,8 +138,11 @@ STDMETHODIMP CBitmapHandler::Invoke(DISPID id, REFIID iid, LCID, WORD flags, DIS
   const HRESULT found = type_library::GetInterfaceInfo(__uuidof(IBitmapHandler), &info);
   if (FAILED(found)) return found;
   try {
-    return DispInvoke(static_cast<IBitmapHandler*>(this), info, id, flags, parameters, result, exception,
-                      bad_argument);
+    DispatchedHandler handler(*this);
+    const HRESULT called = DispInvoke(static_cast<IBitmapHandler*>(&handler), info, id, flags, parameters,
+                                      result, exception, bad_argument);
+    handler.Rethrow();
+    return called;
   } catch (...) {
     return ReturnException(L"IBitmapHandler", L"CreateBitmapFileFromResource", exception);
   }

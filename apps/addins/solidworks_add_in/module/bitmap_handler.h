@@ -9,6 +9,7 @@
 #include <string>
 
 #include "com_object.h"
+#include "guards.h"
 #include "solidworks_add_in_h.h"
 
 _COM_SMARTPTR_TYPEDEF(IBitmapHandler, __uuidof(IBitmapHandler));
@@ -16,12 +17,12 @@ _COM_SMARTPTR_TYPEDEF(IBitmapHandler, __uuidof(IBitmapHandler));
 /// Writes bitmap resources of the add-in to temporary files. Dispose and the destructor delete the files.
 class CBitmapHandler : public IBitmapHandler {
  public:
+  using Interfaces = InterfaceList<IBitmapHandler>;
+
   CBitmapHandler() = default;
   CBitmapHandler(const CBitmapHandler&) = delete;
   CBitmapHandler& operator=(const CBitmapHandler&) = delete;
   virtual ~CBitmapHandler();
-
-  void* FindInterface(REFIID iid) noexcept { return FindInterfaceOf<IBitmapHandler>(this, iid); }
 
   STDMETHODIMP GetTypeInfoCount(UINT* count) override;
   STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;

@@ -7,18 +7,19 @@
 
 #include "com_module.h"
 #include "com_object.h"
+#include "guards.h"
 
 /// A standard COM class object: every CreateInstance creates a new object of its class.
 class ClassFactory : public IClassFactory {
  public:
+  using Interfaces = InterfaceList<IClassFactory>;
+
   explicit ClassFactory(const CreatableClass& creatable) : m_class(creatable) {}
   ClassFactory(const ClassFactory&) = delete;
   ClassFactory& operator=(const ClassFactory&) = delete;
   virtual ~ClassFactory() = default;
 
-  void* FindInterface(REFIID iid) noexcept { return FindInterfaceOf<IClassFactory>(this, iid); }
-
-  /// @return CLASS_E_NOAGGREGATION if `outer` is not null; else the result of creating the object.
+  /// @return CLASS_E_NOAGGREGATION where there is an `outer` object; what the creation says.
   STDMETHODIMP CreateInstance(IUnknown* outer, REFIID iid, void** object) override;
 
   STDMETHODIMP LockServer(BOOL lock) override;

@@ -1,4 +1,4 @@
-/// @file COM objects: reference counting, interface lookup and creation for plain classes.
+/// @file COM objects: reference counting, queries, guards and creation for plain classes.
 #pragma once
 
 #include <windows.h>
@@ -6,43 +6,43 @@
 #include <objbase.h>
 
 #include <atomic>
+#include <tuple>
 #include <type_traits>
 #include <utility>
 
+#include "com_boundary.h"
 #include "com_module.h"
-#include "errors/caught_exception.h"
+#include "guard.h"
 
-/// Finds `iid` among interfaces that `Object` derives from. `Identity` is also returned for IUnknown and, if
-/// it is a dispatch interface, for IDispatch.
-/// @return the interface without a reference, or null.
-template <class Identity, class... Others, class Object>
-void* FindInterfaceOf(Object* object, REFIID iid) noexcept {
-  Identity* const identity = object;
-  if (iid == __uuidof(Identity) || iid == __uuidof(IUnknown)) return identity;
-  if constexpr (std::is_base_of_v<IDispatch, Identity>) {
-    if (iid == __uuidof(IDispatch)) return identity;
-  }
-  void* found = nullptr;
-  ((iid == __uuidof(Others) && (found = static_cast<Others*>(object))), ...);
-  return found;
-}
+/// The interfaces of a class, its identity first.
+template <class... Interfaces>
+struct InterfaceList {};
 
-/// The class T as a COM object. T must have a public method `void* FindInterface(REFIID) noexcept` that
-/// returns what FindInterfaceOf would return. Most classes only call it:
+template <class T, class Interfaces = typename T::Interfaces>
+class ComObject;
+
+/// The class T as a COM object. T names its interfaces, from which it derives:
 ///
-///     void* FindInterface(REFIID iid) noexcept { return FindInterfaceOf<IFirst, ISecond>(this, iid); }
+///     using Interfaces = InterfaceList<IFirst, ISecond>;
 ///
-/// Objects are allocated on the heap, start with one reference and lock the module until they are destroyed.
-/// Reference counting is thread-safe. Use CreateComObject.
-template <class T>
-class ComObject final : public T {
+/// and may have a static method `REFIID Canonical(REFIID)` that says for which of them another id stands. The
+/// first also answers IUnknown and, if it is a dispatch interface, IDispatch. What a query returns is the
+/// interface's guard, behind which T's methods may throw; a pointer to T itself has no guard.
+///
+/// Objects live on the heap, start with one reference and keep the module locked until they are gone.
+/// Counting is safe between threads. Use CreateComObject.
+template <class T, class Identity, class... Others>
+class ComObject<T, InterfaceList<Identity, Others...>> final : public T {
  public:
   template <class... Arguments>
-  explicit ComObject(Arguments&&... arguments) : T(std::forward<Arguments>(arguments)...) {}
+  explicit ComObject(Arguments&&... arguments)
+      : T(std::forward<Arguments>(arguments)...),
+        m_identity(*this),
+        m_others(static_cast<Others&>(*this)...) {}
 
   STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
     if (!object) return E_POINTER;
-    *object = this->FindInterface(iid);
+    *object = Find(iid);
     if (!*object) return E_NOINTERFACE;
     AddRef();
     return S_OK;
@@ -63,8 +63,22 @@ class ComObject final : public T {
  private:
   ~ComObject() override = default;
 
+  void* Find(REFIID asked) noexcept {
+    const IID* iid = &asked;
+    if constexpr (requires { T::Canonical(asked); }) iid = &T::Canonical(asked);
+    if (*iid == __uuidof(Identity) || *iid == __uuidof(IUnknown)) return static_cast<Identity*>(&m_identity);
+    if constexpr (std::is_base_of_v<IDispatch, Identity>) {
+      if (*iid == __uuidof(IDispatch)) return static_cast<Identity*>(&m_identity);
+    }
+    void* found = nullptr;
+    ((*iid == __uuidof(Others) && (found = static_cast<Others*>(&std::get<Guard<Others>>(m_others)))), ...);
+    return found;
+  }
+
   std::atomic<ULONG> m_references = 1;
   ModuleLock m_lock;
+  Guard<Identity> m_identity;
+  std::tuple<Guard<Others>...> m_others;
 };
 
 /// Creates a T as a COM object and returns its interface `iid` in `object`.
@@ -80,6 +94,6 @@ HRESULT CreateComObject(REFIID iid, void** object, Arguments&&... arguments) noe
     created->Release();
     return result;
   } catch (...) {
-    return CaughtException::Describe().code;
+    return CodeOfEscapedException();
   }
 }

@@ -2,13 +2,27 @@
 
 #include "CLogInitializer.h"
 #include "CZALCADPathHelper.h"
+#include "base/file_attributes.h"
+#include "com_module.h"
+#include "log/platform_log.h"
+#include "version.h"
 
 namespace {
 
 constexpr const wchar_t* kApplicationName = L"SolidWorks";
+constexpr const wchar_t* kPropertiesName = L"Log4cplus.properties";
 
 // Created when the DLL is loaded; ends the log when the DLL is unloaded.
 CLogInitializer log_initializer;
+
+// That of the log folder; if there is none, the administrator's or the installed one.
+std::wstring PropertiesFile(const std::wstring& log_folder) {
+  std::wstring own = log_folder + L"/" + kPropertiesName;
+  if (IsFile(own)) return own;
+  std::wstring other;
+  CZALCADPathHelper::GetCADCfgPath(kConfigurationName, kPropertiesName, other);
+  return IsFile(other) ? other : own;
+}
 
 }  // namespace
 
@@ -17,8 +31,13 @@ bool InitialiseLog() noexcept {
   try {
     std::wstring folder;
     CZALCADPathHelper::GetCADCfgLogPath(folder);
-    return log_initializer.Initialize(folder, kApplicationName, folder + L"/Log4cplus.properties");
-  } catch (...) {  // no memory for the path: no log
+    const std::wstring properties = PropertiesFile(folder);
+    if (!log_initializer.Initialize(folder, kApplicationName, properties)) return false;
+    LogPlatformInformation(L"version " PRODUCT_VERSION_WIDE L" from " +
+                           CSolidWorksAddInModule::Instance().Path() + L", log configuration " +
+                           (IsFile(properties) ? properties : L"built in"));
+    return true;
+  } catch (...) {  // no memory for the folder's name: no log
     return false;
   }
 }

@@ -15,6 +15,10 @@
 #define IDS_REPLACEMENT_NOT_SUPPORTED 11
 #define IDS_LOGIN_FAILED 133 /* English only */
 #define IDS_FILE_IS_OPENING 265
+#define IDS_CLIENT_DID_NOT_ANSWER 266
+/* Labels of the error box. */
+#define IDS_ERROR_CODE 300
+#define IDS_LOG_FOLDER 301
 #define IDS_APPLICATION_TITLE 57344
 
 /* Icon strips: sixteen icons of 32 by 32 pixels side by side. The command group uses the first. */

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string_view>
 
-#include "detail/rapidjson_config.h"
+#include "detail/json_document.h"
 
 /// The first fault in a JSON text: its position in bytes from the start, and what is wrong.
 struct JsonFault {
@@ -13,8 +13,19 @@ struct JsonFault {
   const char* reason;
 };
 
+/// A place in a text for people: line and column from 1, the column in characters.
+struct TextPosition {
+  std::size_t line;
+  std::size_t column;
+};
+
+/// The line and column of the byte at `offset` in `text`, UTF-8. Lines end with a line feed; a byte inside a
+/// character has the column of the next one. An offset past the end counts as the end.
+TextPosition PositionInText(std::string_view text, std::size_t offset);
+
 /// Parses `text`, UTF-8 without a byte-order mark, into `document`. The text must be one JSON value of at
 /// most 1,000 levels, valid UTF-8 and without unpaired surrogates. Parsing does not recurse, however deeply
-/// the text is nested. Numbers that are not 64-bit integers become the nearest double.
+/// the text is nested. Numbers that are not 64-bit integers become the nearest double, however many digits
+/// they have; those that round past the largest double are a fault.
 /// @return nothing, or the first fault; `document` is then unchanged.
-std::optional<JsonFault> ParseJson(std::string_view text, rapidjson::Document& document);
+std::optional<JsonFault> ParseJson(std::string_view text, JsonDocument& document);

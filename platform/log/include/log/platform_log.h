@@ -3,12 +3,17 @@
 
 #include <source_location>
 #include <string>
+#include <string_view>
 
-#include "CLog.h"
+/// Writes an error line under the logger "platform", with the caller's place.
+void LogPlatformError(const std::wstring& message,
+                      std::source_location place = std::source_location::current()) noexcept;
 
-/// Writes an error line under the logger "platform", with the caller's source position.
-inline void LogPlatformError(const std::wstring& message,
-                             std::source_location place = std::source_location::current()) noexcept {
-  CLog::Print(place.file_name(), static_cast<int>(place.line()), place.function_name(), L"platform", 40000,
-              message);
-}
+/// Writes an information line under the logger "platform", with the caller's place.
+void LogPlatformInformation(const std::wstring& message,
+                            std::source_location place = std::source_location::current()) noexcept;
+
+/// A function as a person would write it, `CZALCmdInvoker::Invoke`, from the compiler's form of it, such as
+/// `std::wstring CZALCmdInvoker::Invoke(const std::wstring&)`: without result, arguments and namespaces that
+/// have no name.
+std::string PlainFunctionName(std::string_view function);

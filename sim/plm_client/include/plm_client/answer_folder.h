@@ -5,6 +5,7 @@
 #include <map>
 #include <mutex>
 #include <string>
+#include <utility>
 
 namespace plm_client {
 
@@ -14,21 +15,22 @@ struct FiledAnswer {
   std::string file;  ///< the file's name; empty if there is no file
 };
 
-/// A folder of prepared answers: the first call of QD_PLMQuery is answered with QD_PLMQuery.1.json, the
-/// second with QD_PLMQuery.2.json and so on. A call without such a file is answered with QD_PLMQuery.json, or
-/// with the empty answer if that file is missing too. A file is read each time it is needed.
+/// A folder of prepared answers: the first call of QD_PLMQuery on a connection is answered with
+/// QD_PLMQuery.1.json, the second with QD_PLMQuery.2.json and so on. A call without such a file is answered
+/// with QD_PLMQuery.json, or with the empty answer if that file is missing too. A file is read each time it
+/// is needed.
 class AnswerFolder {
  public:
   explicit AnswerFolder(std::filesystem::path folder) : m_folder(std::move(folder)) {}
 
-  /// The answer to the next call of `command`.
+  /// The answer to the next call of `command` on the connection with this number.
   /// @throws std::runtime_error naming the file if it exists but cannot be read.
-  FiledAnswer Next(const std::string& command);
+  FiledAnswer Next(const std::string& command, int connection);
 
  private:
   std::filesystem::path m_folder;
   std::mutex m_mutex;
-  std::map<std::string, int> m_calls;
+  std::map<std::pair<int, std::string>, int> m_calls;  // by connection and command
 };
 
 }  // namespace plm_client

@@ -1,6 +1,7 @@
 #include "add_in_fixture.h"
 
 #include "CStringHelper.h"
+#include "base/hex_code.h"
 
 namespace {
 
@@ -64,6 +65,23 @@ void AddInFixture::TearDown() {
 
 void AddInFixture::Connect() { m_addIn = &m_host->Connect(L"TAVO SolidWorks Integration"); }
 
+HRESULT AddInFixture::TryToConnect() {
+  try {
+    Connect();
+    return S_OK;
+  } catch (const cad_host::HostError& error) {
+    const auto connects = m_host->GetJournal().Of(L"ISwAddin::ConnectToSW");
+    if (connects.size() != 1) {
+      ADD_FAILURE() << error.what();
+      return error.Result();
+    }
+    EXPECT_EQ(connects[0].result, error.Result());
+    EXPECT_TRUE(FAILED(error.Result())) << error.what();
+    EXPECT_EQ(connects[0].results, L"false");
+    return error.Result();
+  }
+}
+
 void AddInFixture::ConnectAndLogIn() {
   Connect();
   ASSERT_TRUE(Pick(L"PlmLogin").Succeeded());
@@ -94,6 +112,29 @@ cad_host::PickResult AddInFixture::Pick(const std::wstring& callback) {
 }
 
 ISolidWorksAddInPtr AddInFixture::Object() const { return m_addIn->object; }
+
+void AddInFixture::ExpectEndedException(const ISolidWorksAddInPtr& object, const DirectCommand& command,
+                                        HRESULT code) const {
+  const std::wstring name = command.name;
+  const Texts before = PlatformLog();
+
+  EXPECT_EQ((object.GetInterfacePtr()->*command.method)(), code) << Utf8(name);
+
+  const Texts lines = PlatformLog();
+  ASSERT_EQ(lines.size(), before.size() + 1) << Utf8(name);
+  EXPECT_TRUE(lines.back().starts_with(L"platform|ERROR|")) << Utf8(lines.back());
+  EXPECT_NE(lines.back().find(L"|ISolidWorksAddIn::" + name + L" raised " + HexCode(code)),
+            std::wstring::npos)
+      << Utf8(lines.back());
+}
+
+std::wstring AddInFixture::PlatformError() const {
+  const Texts lines = PlatformLog();
+  EXPECT_EQ(lines.size(), 1u);
+  if (lines.size() != 1) return {};
+  EXPECT_TRUE(lines[0].starts_with(L"platform|ERROR|")) << Utf8(lines[0]);
+  return lines[0];
+}
 
 long AddInFixture::Enabled(const std::wstring& enable_method) const {
   const ISolidWorksAddInPtr object = Object();

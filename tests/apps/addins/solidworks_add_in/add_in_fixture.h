@@ -23,6 +23,39 @@ _COM_SMARTPTR_TYPEDEF(ISolidWorksAddIn, __uuidof(ISolidWorksAddIn));
 using Texts = std::vector<std::wstring>;
 using Requests = std::vector<std::string>;
 
+/// A command as a method of the add-in's own interface.
+struct DirectCommand {
+  const wchar_t* name;
+  HRESULT (STDMETHODCALLTYPE ISolidWorksAddIn::*method)();
+};
+
+inline constexpr DirectCommand kAllCommands[] = {
+    {L"PlmLogin", &ISolidWorksAddIn::PlmLogin},
+    {L"PlmLogOut", &ISolidWorksAddIn::PlmLogOut},
+    {L"OpenDataSelector", &ISolidWorksAddIn::OpenDataSelector},
+    {L"PlmMyCheckOutList", &ISolidWorksAddIn::PlmMyCheckOutList},
+    {L"PlmWf", &ISolidWorksAddIn::PlmWf},
+    {L"PlmCode", &ISolidWorksAddIn::PlmCode},
+    {L"PlmQuery", &ISolidWorksAddIn::PlmQuery},
+    {L"PlmImportCurrent", &ISolidWorksAddIn::PlmImportCurrent},
+    {L"PlmLotimport", &ISolidWorksAddIn::PlmLotimport},
+    {L"PlmCreateMaterial", &ISolidWorksAddIn::PlmCreateMaterial},
+    {L"PlmMyTempMaterial", &ISolidWorksAddIn::PlmMyTempMaterial},
+    {L"PlmTaskManage", &ISolidWorksAddIn::PlmTaskManage},
+    {L"PlmMaterialBackFill", &ISolidWorksAddIn::PlmMaterialBackFill},
+    {L"PlmImportChangeItem", &ISolidWorksAddIn::PlmImportChangeItem},
+};
+
+/// The commands that send the answer to the login.
+inline constexpr DirectCommand kCommandsWithLogin[] = {
+    {L"OpenDataSelector", &ISolidWorksAddIn::OpenDataSelector},
+    {L"PlmQuery", &ISolidWorksAddIn::PlmQuery},
+    {L"PlmTaskManage", &ISolidWorksAddIn::PlmTaskManage},
+    {L"PlmMaterialBackFill", &ISolidWorksAddIn::PlmMaterialBackFill},
+    {L"PlmWf", &ISolidWorksAddIn::PlmWf},
+    {L"PlmCode", &ISolidWorksAddIn::PlmCode},
+};
+
 /// The DLL is loaded and registered, the PLM client serves its pipe, the host runs. A test connects the
 /// add-in itself. At the end the add-in is disconnected, and the test fails if a reference to the host is
 /// still held or a temporary file still exists.
@@ -37,6 +70,10 @@ class AddInFixture : public testing::Test {
 
   /// Connects the registered add-in.
   void Connect();
+
+  /// Connects the registered add-in, which may fail.
+  /// @return S_OK, or the failing result of ConnectToSW, which reported that it is not connected.
+  HRESULT TryToConnect();
 
   /// Connects and logs in, then clears the journal and the requests that Asked returns.
   void ConnectAndLogIn();
@@ -59,6 +96,11 @@ class AddInFixture : public testing::Test {
   /// The add-in's own interface, for calls that do not go through the host.
   ISolidWorksAddInPtr Object() const;
 
+  /// Calls `command` of `object`, not through the host. Its exception ends there: it returns `code`, and one
+  /// error line of the platform names the method and the code.
+  void ExpectEndedException(const ISolidWorksAddInPtr& object, const DirectCommand& command,
+                            HRESULT code) const;
+
   /// The status that an enable method returns, called by its name.
   long Enabled(const std::wstring& enable_method) const;
 
@@ -79,6 +121,9 @@ class AddInFixture : public testing::Test {
 
   Texts AddInLog() const { return m_home.AddInLogLines(); }
   Texts PlatformLog() const { return m_home.PlatformLogLines(); }
+
+  /// The only line of PlatformLog, which is an error; empty after a test failure.
+  std::wstring PlatformError() const;
 
   PlatformHome& m_home;
   TempFolder m_folder;

@@ -4,8 +4,8 @@
 #include "module/com_object.h"
 #include "solidworks_add_in.h"
 
-/// An add-in object of the code that is linked into the test, and the COM pointer through which a host holds
-/// it.
+/// An add-in object of the code that is linked into the test, and a COM pointer that keeps it alive. Both are
+/// without the guards through which a real host calls: exceptions leave the methods.
 struct ClassUnderTest {
   ISwAddinPtr held;
   CSolidWorksAddIn* object;

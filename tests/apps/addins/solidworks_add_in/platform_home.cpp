@@ -35,6 +35,8 @@ std::vector<std::wstring> ReadLines(const TempFolder& folder, const wchar_t* nam
 
 bool IsPlatform(const std::wstring& line) { return line.starts_with(L"platform|"); }
 
+bool IsPlatformInformation(const std::wstring& line) { return line.starts_with(L"platform|INFO|"); }
+
 }  // namespace
 
 PlatformHome& PlatformHome::Instance() {
@@ -66,8 +68,8 @@ std::wstring PlatformHome::ConfigurationPath(std::wstring_view name) const {
 }
 
 std::vector<std::wstring> PlatformHome::LogLines() const {
-  std::vector<std::wstring> lines = AllLogLines();
-  lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(m_seenLines));
+  std::vector<std::wstring> lines = NewLogLines();
+  std::erase_if(lines, IsPlatformInformation);
   return lines;
 }
 
@@ -80,6 +82,12 @@ std::vector<std::wstring> PlatformHome::AddInLogLines() const {
 std::vector<std::wstring> PlatformHome::PlatformLogLines() const {
   std::vector<std::wstring> lines = LogLines();
   std::erase_if(lines, std::not_fn(IsPlatform));
+  return lines;
+}
+
+std::vector<std::wstring> PlatformHome::PlatformInformation() const {
+  std::vector<std::wstring> lines = NewLogLines();
+  std::erase_if(lines, std::not_fn(IsPlatformInformation));
   return lines;
 }
 
@@ -98,4 +106,10 @@ std::vector<std::wstring> PlatformHome::IconFiles() const {
 
 std::vector<std::wstring> PlatformHome::AllLogLines() const {
   return ReadLines(m_folder, L"log\\events.log");
+}
+
+std::vector<std::wstring> PlatformHome::NewLogLines() const {
+  std::vector<std::wstring> lines = AllLogLines();
+  lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(m_seenLines));
+  return lines;
 }

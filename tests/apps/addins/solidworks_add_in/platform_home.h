@@ -23,12 +23,15 @@ class PlatformHome {
   /// The path of a file in the configuration folder.
   std::wstring ConfigurationPath(std::wstring_view name) const;
 
-  /// The log lines since Reset, as "channel|level|line|function|text".
+  /// The log lines since Reset, as "channel|level|line|function|text", without PlatformInformation.
   std::vector<std::wstring> LogLines() const;
 
   /// The same lines, split: those of the add-in, and the platform's own diagnostics.
   std::vector<std::wstring> AddInLogLines() const;
   std::vector<std::wstring> PlatformLogLines() const;
+
+  /// The platform's information lines since Reset, which it writes without a failure.
+  std::vector<std::wstring> PlatformInformation() const;
 
   /// The source files that the log has named since the program started.
   std::vector<std::wstring> LoggedSourceFiles() const;
@@ -42,6 +45,7 @@ class PlatformHome {
   PlatformHome();
 
   std::vector<std::wstring> AllLogLines() const;
+  std::vector<std::wstring> NewLogLines() const;
 
   TempFolder m_folder;
   ScopedEnvironment m_home;

@@ -1,6 +1,8 @@
 // The client program that the invoker starts in the tests. It takes no arguments. It reads a verb and a pipe
 // from behaviour.txt in the current folder, and writes how it was started to started.txt.
 #include <windows.h>
+// After windows.h, which it needs.
+#include <ole2.h>
 
 #include <chrono>
 #include <fstream>
@@ -33,6 +35,26 @@ plm_client::Reply Served(const plm_client::Request&, std::stop_token) {
   return plm_client::Reply::Text("served");
 }
 
+/// Calls an object of the host, marshalled into object.bin, and answers with the result.
+plm_client::Reply CallHost(const plm_client::Request&, std::stop_token) {
+  const std::string marshalled = ReadAll("object.bin");
+  IStream* stream = nullptr;
+  IDispatch* object = nullptr;
+  UINT count = 0;
+  CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+  CreateStreamOnHGlobal(nullptr, TRUE, &stream);
+  stream->Write(marshalled.data(), static_cast<ULONG>(marshalled.size()), nullptr);
+  stream->Seek({}, STREAM_SEEK_SET, nullptr);
+  HRESULT result = CoUnmarshalInterface(stream, __uuidof(IDispatch), reinterpret_cast<void**>(&object));
+  stream->Release();
+  if (SUCCEEDED(result)) {
+    result = object->GetTypeInfoCount(&count);
+    object->Release();
+  }
+  CoUninitialize();
+  return plm_client::Reply::Text(SUCCEEDED(result) ? "served " + std::to_string(count) : "failed");
+}
+
 /// Ends the whole process at the first request.
 plm_client::Reply Die(const plm_client::Request&, std::stop_token) {
   Sleep(300);
@@ -49,11 +71,13 @@ int main() {
   behaviour >> verb >> pipe;
   if (verb == "end") return 3;
   if (verb == "hang") Sleep(kLongest);
-  if (verb == "serve" || verb == "serve-one" || verb == "die") {
+  if (verb == "serve" || verb == "serve-one" || verb == "call" || verb == "die") {
     Sleep(300);  // so that the invoker has to wait
     const plm_client::Client client(
         {.pipe = CStringHelper::UTF8ToUnicode(pipe), .instances = verb == "serve-one" ? 1u : 4u},
-        verb == "die" ? Die : Served);
+        verb == "die"    ? Die
+        : verb == "call" ? CallHost
+                         : Served);
     Sleep(kLongest);
   }
   return 0;

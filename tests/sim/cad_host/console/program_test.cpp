@@ -59,12 +59,34 @@ class ProgramTest : public testing::Test {
 };
 
 TEST_F(ProgramTest, RunsAScript) {
-  const Finished finished = RunScript(L"\ufeff# 注释\n\nnew part\r\nproperty 名 = 螺栓\nprint 完\n");
+  const Finished finished =
+      RunScript(L"\ufeff# 注释\n\nnew part\r\nproperty 名 = 螺栓\nprint 完\n", L"--full");
   EXPECT_EQ(finished.exit_code, 0u);
   EXPECT_EQ(finished.errors, "");
   EXPECT_NE(finished.output.find("> new part\n    event FileNewNotify2"), std::string::npos)
       << finished.output;
   EXPECT_NE(finished.output.find("> property 名 = 螺栓"), std::string::npos);
+}
+
+TEST_F(ProgramTest, PrintsTheStoryUnlessTheFullOutputIsChosen) {
+  const wchar_t* const script = L"new part\nexpect active Part1\nclose Part1\n";
+
+  EXPECT_EQ(RunScript(script).output,
+            "> new part\n> close Part1\n(4 of 4 calls and events are not shown; --full shows all)\n");
+  EXPECT_EQ(RunScript(script, L"--full").output,
+            "> new part\n"
+            "    event FileNewNotify2(part \"Part1\", 1, \"\")\n"
+            "    event ActiveDocChangeNotify()\n"
+            "    event ActiveModelDocChangeNotify()\n"
+            "> expect active Part1\n"
+            "> close Part1\n"
+            "    event FileCloseNotify(\"Part1\", 0)\n");
+}
+
+TEST_F(ProgramTest, WritesTheWholeJournalToAFileAlsoIfTheOutputIsShort) {
+  const Finished finished = RunScript(L"new part\n", L"--journal journal.txt");
+  EXPECT_EQ(finished.output.find("event"), finished.output.find("events are not shown"));
+  EXPECT_NE(m_folder.ReadText(L"journal.txt").find(L"event FileNewNotify2"), std::wstring::npos);
 }
 
 TEST_F(ProgramTest, EndsWithOneWhenAnExpectationFails) {

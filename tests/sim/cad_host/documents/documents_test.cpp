@@ -72,7 +72,7 @@ TEST_P(RefusalTest, ReturnsSuccessWithoutADocument) {
   MakePart(L"part.sldprt");
   MakeAssembly(L"renamed.sldprt");
   MakePart(L"part.txt");
-  m_folder.WriteText(L"text.sldprt", L"not a compound file");
+  m_folder.Write(L"damaged.sldprt", "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1 nothing else");
   const Opened opened = Open(m_folder.Path(GetParam().file), GetParam().type);
   EXPECT_EQ(opened.result, S_OK);
   EXPECT_FALSE(opened.document);
@@ -86,7 +86,7 @@ const RefusalCase kRefusals[] = {
     {"NameOfAnotherType", L"part.sldprt", swDocASSEMBLY, swInvalidFileTypeError},
     {"UnknownExtension", L"part.txt", swDocNONE, swInvalidFileTypeError},
     {"ContentOfAnotherType", L"renamed.sldprt", swDocPART, swInvalidFileTypeError},
-    {"NotACompoundFile", L"text.sldprt", swDocPART, swGenericError},
+    {"DamagedCompoundFile", L"damaged.sldprt", swDocPART, swGenericError},
 };
 
 INSTANTIATE_TEST_SUITE_P(, RefusalTest, testing::ValuesIn(kRefusals), CaseName<RefusalCase>);

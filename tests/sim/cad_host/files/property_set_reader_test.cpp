@@ -58,7 +58,7 @@ std::string StreamWith(const std::string& value) {
   return StreamWith(kLatin1, std::string("N\0", 2), 2, value);
 }
 
-CustomProperties Read(const std::string& stream) { return ReadUserDefinedSection(stream, DecodeLatin1); }
+CustomProperties Read(const std::string& stream) { return ReadUserDefinedSections(stream, DecodeLatin1); }
 
 struct ValueCase {
   const char* name;

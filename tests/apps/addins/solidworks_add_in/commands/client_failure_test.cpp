@@ -2,8 +2,12 @@
 // logged in or out, and one log line names the command.
 #include <gtest/gtest.h>
 
+#include <chrono>
+
 #include "add_in_fixture.h"
+#include "case_name.h"
 #include "log_line.h"
+#include "module/user_language.h"
 #include "result_codes.h"
 
 namespace {
@@ -12,6 +16,9 @@ using plm_client::Reply;
 
 class ClientFailure : public AddInFixture {
  protected:
+  /// The box for a client that cannot be reached will come up.
+  void ExpectBox() { m_boxes->Expect(IDOK); }
+
   /// The platform logged one line, which names the command.
   void ExpectPlatformLine(const char* command) const {
     const auto lines = PlatformLog();
@@ -22,6 +29,7 @@ class ClientFailure : public AddInFixture {
 
 TEST_F(ClientFailure, LoginFailsWithoutAClient) {
   StopClient();
+  ExpectBox();
   Connect();
   EXPECT_EQ(Object()->PlmLogin(), hr::kNoAnswer);
   ExpectPlatformLine("QD_PLMLogin");
@@ -56,10 +64,112 @@ TEST_F(ClientFailure, NextCommandUsesANewConnection) {
 TEST_F(ClientFailure, UserStaysLoggedInIfTheLogoutFails) {
   ConnectAndLogIn();
   StopClient();
+  ExpectBox();
   EXPECT_EQ(Pick(L"PlmLogOut").result, S_OK);
   ExpectPlatformLine("QD_PLMLogout");
   EXPECT_EQ(Enabled(L"EnablePlmLogOut"), 1);
 }
+
+/// The texts of the box in a language of the user.
+struct BoxTexts {
+  const char* name;
+  LANGID language;
+  const wchar_t* first_line;
+  const wchar_t* caption;
+};
+
+class ClientFailureBox : public ClientFailure, public testing::WithParamInterface<BoxTexts> {};
+
+TEST_P(ClientFailureBox, SaysInTheUsersLanguageThatTheClientDidNotAnswer) {
+  const UserLanguage language(GetParam().language);
+  StopClient();
+  Connect();
+  ExpectBox();
+  EXPECT_EQ(Object()->PlmLogin(), hr::kNoAnswer);
+  ASSERT_EQ(m_boxes->Boxes().size(), 1u);
+  const RecordedMessageBox& box = m_boxes->Boxes()[0];
+  EXPECT_TRUE(box.text.starts_with(GetParam().first_line + std::wstring(L"\n\nthere is no pipe ")))
+      << Utf8(box.text);
+  EXPECT_TRUE(box.text.ends_with(L"\nLog folder: " + m_home.Folder().Path(L"log"))) << Utf8(box.text);
+  EXPECT_EQ(box.caption, GetParam().caption);
+  EXPECT_EQ(box.icon, static_cast<UINT>(MB_ICONWARNING));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , ClientFailureBox,
+    testing::Values(BoxTexts{"English", 0x0409, L"The PLM client did not answer.",
+                             L"Collaborative management"},
+                    BoxTexts{"SimplifiedChinese", 0x0804, L"PLM 客户端没有应答。", L"协同管理"},
+                    BoxTexts{"TraditionalChinese", 0x0404, L"PLM 用戶端沒有回應。", L"協同管理"}),
+    CaseName<BoxTexts>);
+
+TEST_F(ClientFailure, LogoutNeverStartsTheClientsProgram) {
+  ConnectAndLogIn();
+  StopClient();
+  m_home.WriteConfiguration(L"PlmClient.json",
+                            R"({"pipe":"tavo-no-such-pipe","client":"C:\\no such program.exe"})");
+  ExpectBox();
+  EXPECT_EQ(Pick(L"PlmLogOut").result, S_OK);
+  EXPECT_TRUE(Disconnect());
+  const auto lines = PlatformLog();
+  ASSERT_EQ(lines.size(), 2u) << "one of the user's logout, one of the disconnect's";
+  for (const std::wstring& line : lines) {
+    EXPECT_NE(line.find(L"this command does not start the client program"), std::wstring::npos) << Utf8(line);
+  }
+}
+
+TEST_F(ClientFailure, AddInDisconnectsFromTheHostAfterTenSecondsIfTheClientDoesNotAnswer) {
+  ConnectAndLogIn();
+  m_script.Always("QD_PLMLogout", Reply::Nothing());
+  const ULONGLONG start = GetTickCount64();
+  EXPECT_TRUE(Disconnect());
+  EXPECT_GE(GetTickCount64() - start, 9'900u);
+  EXPECT_LT(GetTickCount64() - start, 12'000u);
+  ExpectPlatformLine("QD_PLMLogout");
+}
+
+TEST_F(ClientFailure, LogoutOfTheUserWaitsLongerThanTenSeconds) {
+  ConnectAndLogIn();
+  m_script.Always("QD_PLMLogout",
+                  Reply::Text(R"({"__InvokeResult__":true})").After(std::chrono::seconds(11)));
+  EXPECT_EQ(Pick(L"PlmLogOut").result, S_OK);
+  EXPECT_EQ(Enabled(L"EnablePlmLogOut"), 0);
+  EXPECT_EQ(m_home.LogLines(), Texts{});
+}
+
+/// An answer that is not a JSON object, and what the log says about it.
+struct UnusableAnswer {
+  const char* name;
+  const char* text;
+  const wchar_t* end_of_line;
+};
+
+class AnswerThatIsNotAJsonObject : public ClientFailure,
+                                   public testing::WithParamInterface<UnusableAnswer> {};
+
+TEST_P(AnswerThatIsNotAJsonObject, IsLoggedWithItsFaultButNotItsText) {
+  ConnectAndLogIn();
+  Answer("QD_PLMQuery", GetParam().text);
+  EXPECT_EQ(Pick(L"PlmQuery").result, S_OK);
+  ASSERT_EQ(PlatformLog().size(), 1u);
+  const std::wstring line = PlatformLog()[0];
+  EXPECT_NE(line.find(L"the answer to PLM command [QD_PLMQuery] is not a JSON object: "), std::wstring::npos)
+      << Utf8(line);
+  EXPECT_TRUE(line.ends_with(GetParam().end_of_line)) << Utf8(line);
+  EXPECT_EQ(line.find(L"secret"), std::wstring::npos) << Utf8(line);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , AnswerThatIsNotAJsonObject,
+    testing::Values(
+        UnusableAnswer{"Cut", R"({"user":"secret")", L" (byte 16 of its UTF-8 text)"},
+        UnusableAnswer{"NotJson", "secret", L" (byte 0 of its UTF-8 text)"},
+        UnusableAnswer{"AfterOtherCharacters", R"({"ü":secret})", L" (byte 6 of its UTF-8 text)"},
+        UnusableAnswer{"TextBehind", R"({} secret)", L" (byte 3 of its UTF-8 text)"},
+        UnusableAnswer{"Blank", " ", L" (byte 1 of its UTF-8 text)"},
+        UnusableAnswer{"Array", R"(["secret"])", L"it is another JSON value (byte 0 of its UTF-8 text)"},
+        UnusableAnswer{"String", R"("secret")", L"it is another JSON value (byte 0 of its UTF-8 text)"}),
+    CaseName<UnusableAnswer>);
 
 TEST_F(ClientFailure, AddInDisconnectsFromTheHostWithoutAClient) {
   ConnectAndLogIn();
@@ -97,6 +207,7 @@ TEST_F(ClientFailure, LoginFailsIfTheAnswerIsOverSixtyFourMebibytes) {
 TEST_F(ClientFailure, MalformedConfigurationIsLoggedAndTheDefaultsAreUsed) {
   m_home.WriteConfiguration(L"PlmClient.json", "{\"pipe\":");
   Connect();
+  ExpectBox();
   EXPECT_EQ(Object()->PlmLogin(), hr::kNoAnswer);
   const auto lines = PlatformLog();
   ASSERT_FALSE(lines.empty());

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "add_in_fixture.h"
+#include "result_codes.h"
 
 namespace {
 
@@ -81,6 +82,31 @@ TEST_F(ServedCall, ThatReleasesTheAddInKeepsItAliveUntilTheCommandEnds) {
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
+/// The host holds the add-in by the object and by its callbacks.
+TEST_F(ServedCall, ThatReleasesTheAddInKeepsItAliveUntilTheDisconnectionEnds) {
+  m_action.Set([] {});
+  ConnectAndLogIn();
+  ISwAddin* const not_held = m_addIn->object;
+  int logouts = 0;
+  m_action.Set([&] {
+    ++logouts;
+    m_addIn->callbacks = nullptr;
+    m_addIn->object = nullptr;
+    m_freedMemory.Overwrite();
+    EXPECT_EQ(not_held->AddRef(), 2u) << "the method's own reference is the only one left";
+    not_held->Release();
+  });
+
+  VARIANT_BOOL disconnected = VARIANT_FALSE;
+  EXPECT_EQ(not_held->DisconnectFromSW(&disconnected), S_OK);
+
+  EXPECT_EQ(disconnected, VARIANT_TRUE);
+  EXPECT_EQ(logouts, 1);
+  EXPECT_TRUE(m_host->HeldReferences().empty()) << "the add-in was destroyed afterwards";
+  EXPECT_EQ(m_home.LogLines(), Texts{});
+  RestartHost();  // that host has no add-in to disconnect
+}
+
 TEST_F(ServedCall, ThatReconnectsLetsTheCommandKeepItsConnection) {
   Connect();
   m_action.Set([&] {
@@ -98,6 +124,62 @@ TEST_F(ServedCall, ThatReconnectsLetsTheCommandKeepItsConnection) {
   m_action.Set([] {});
   EXPECT_TRUE(Pick(L"PlmWf").Succeeded());
   EXPECT_EQ(m_client->ConnectionCount(), 2);
+}
+
+TEST_F(ServedCall, ThatReconnectsAndInvokesASecondCommandStartsNoSecondCommand) {
+  Connect();
+  HRESULT second = S_OK;
+  m_action.Set([&] {
+    VARIANT_BOOL done = VARIANT_FALSE;
+    EXPECT_EQ(m_addIn->object->DisconnectFromSW(&done), S_OK);
+    EXPECT_EQ(m_addIn->object->ConnectToSW(m_host->Application(), m_addIn->cookie, &done), S_OK);
+    second = Object()->PlmLogin();
+  });
+  EXPECT_TRUE(Pick(L"PlmLogin").Succeeded());
+  EXPECT_EQ(second, hr::kNoAnswer);
+  EXPECT_EQ(m_client->Requests().size(), 1u);
+  ASSERT_EQ(PlatformLog().size(), 1u);
+  EXPECT_NE(PlatformLog()[0].find(L"another command is still waiting"), std::wstring::npos);
+}
+
+/// A message filter of the host that accepts every call.
+class AcceptingFilter final : public IMessageFilter {
+ public:
+  ULONG STDMETHODCALLTYPE AddRef() override { return 2; }  // not counted: a variable of the test
+  ULONG STDMETHODCALLTYPE Release() override { return 1; }
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
+    const bool known = id == __uuidof(IUnknown) || id == __uuidof(IMessageFilter);
+    *object = known ? static_cast<IMessageFilter*>(this) : nullptr;
+    return known ? S_OK : E_NOINTERFACE;
+  }
+  DWORD STDMETHODCALLTYPE HandleInComingCall(DWORD, HTASK, DWORD, INTERFACEINFO*) override {
+    return SERVERCALL_ISHANDLED;
+  }
+  DWORD STDMETHODCALLTYPE RetryRejectedCall(HTASK, DWORD, DWORD) override { return static_cast<DWORD>(-1); }
+  DWORD STDMETHODCALLTYPE MessagePending(HTASK, DWORD, DWORD) override { return PENDINGMSG_WAITDEFPROCESS; }
+};
+
+TEST_F(ServedCall, ThatKeepsTheFilterOfTheWaitKeepsTheDllLoaded) {
+  // given a host that replaces the filter of the wait, keeps it and releases the add-in
+  const AddInDll dll;
+  AcceptingFilter filter;
+  IMessageFilter* kept = nullptr;
+  IMessageFilter* found = nullptr;
+  Connect();
+  m_action.Set([&] { CoRegisterMessageFilter(&filter, &kept); });
+  EXPECT_TRUE(Pick(L"PlmLogin").Succeeded());
+  m_action.Set([] {});
+  CoRegisterMessageFilter(nullptr, &found);
+  EXPECT_TRUE(Disconnect());
+  CoFreeUnusedLibrariesEx(0, 0);
+
+  // then the DLL stays loaded until the host releases the filter
+  ASSERT_TRUE(kept);
+  EXPECT_EQ(dll.CanUnloadNow(), S_FALSE);
+  EXPECT_EQ(kept->HandleInComingCall(CALLTYPE_TOPLEVEL, nullptr, 0, nullptr),
+            static_cast<DWORD>(SERVERCALL_ISHANDLED));
+  kept->Release();
+  EXPECT_EQ(dll.CanUnloadNow(), S_OK);
 }
 
 }  // namespace

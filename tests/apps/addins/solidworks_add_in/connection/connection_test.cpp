@@ -7,7 +7,6 @@
 #include "host/command_manager.h"
 #include "list_difference.h"
 #include "log_line.h"
-#include "raised_by.h"
 #include "views.h"
 
 namespace {
@@ -21,6 +20,16 @@ class Connection : public AddInFixture {
     ISwAddinPtr add_in;
     EXPECT_EQ(CoCreateInstance(CLSID_SwAddin, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&add_in)), S_OK);
     return add_in;
+  }
+
+  /// The ends of the platform's information lines that say that the add-in is connected.
+  Texts ConnectedLines() const {
+    Texts ends;
+    for (const std::wstring& line : m_home.PlatformInformation()) {
+      const std::size_t end = line.find(L"|connected to ");
+      if (end != std::wstring::npos) ends.push_back(line.substr(end));
+    }
+    return ends;
   }
 };
 
@@ -71,6 +80,20 @@ TEST_F(Connection, ReportsToTheHostThatItIsConnected) {
   ASSERT_EQ(connects.size(), 1u);
   EXPECT_EQ(connects[0].result, S_OK);
   EXPECT_EQ(connects[0].results, L"true");
+}
+
+TEST_F(Connection, LogsTheHostsRevisionAndThePathOfTheMenusFile) {
+  RestartHost(L"31.2.1");
+  Connect();
+  EXPECT_EQ(ConnectedLines(), Texts{L"|connected to the host of revision \"31.2.1\", menu from " +
+                                    m_home.ConfigurationPath(L"View.json")});
+  EXPECT_EQ(m_home.LogLines(), Texts{}) << "nothing failed";
+}
+
+TEST_F(Connection, LogsThatItIsConnectedOnlyIfItIs) {
+  m_home.WriteConfiguration(L"View.json", "{");
+  EXPECT_NE(TryToConnect(), S_OK);
+  EXPECT_EQ(ConnectedLines(), Texts{});
 }
 
 TEST_F(Connection, CallsTheHostInAFixedOrderToDisconnect) {
@@ -157,29 +180,36 @@ TEST_F(Connection, IsPossibleAgainAfterADisconnection) {
   EXPECT_EQ(m_host->AdvisedSinks(), 1u);
 }
 
-TEST_F(Connection, MadeAgainWithoutDisconnectingThrowsAndLogsAFailure) {
+TEST_F(Connection, MadeAgainWithoutDisconnectingFailsAndIsLogged) {
   Connect();
   const ISldWorksPtr application = m_host->Application();
   ICommandManagerPtr manager;
   application->GetCommandManager(m_addIn->cookie, &manager);
   VARIANT_BOOL connected = VARIANT_FALSE;
   manager->RemoveCommandGroup(0, &connected);  // the host refuses two groups with one id
-  connected = VARIANT_FALSE;
-  ASSERT_EQ(RaisedBy([&] { m_addIn->object->ConnectToSW(application, m_addIn->cookie, &connected); }),
-            E_FAIL);
+  connected = VARIANT_TRUE;
+  ASSERT_EQ(m_addIn->object->ConnectToSW(application, m_addIn->cookie, &connected), E_FAIL);
   EXPECT_EQ(connected, VARIANT_FALSE);
-  ASSERT_EQ(PlatformLog().size(), 1u);
-  EXPECT_TRUE(PlatformLog()[0].ends_with(L"connecting to the host failed" + CodeText(E_FAIL)))
-      << Utf8(PlatformLog()[0]);
+  const std::wstring line = PlatformError();
+  EXPECT_NE(line.find(L"|connecting to the host failed: "), std::wstring::npos) << Utf8(line);
+  EXPECT_TRUE(line.ends_with(CodeText(E_FAIL))) << Utf8(line);
 }
 
-TEST_F(Connection, ThrowsInvalidPointerForANullHost) {
+TEST_F(Connection, ReturnsInvalidPointerForANullHost) {
   for (const ISwAddinPtr& add_in : {CreateAddIn(), CreateAddIn()}) {
-    VARIANT_BOOL connected = VARIANT_FALSE;
-    ASSERT_EQ(RaisedBy([&] { add_in->ConnectToSW(nullptr, 1, &connected); }), E_POINTER);
+    m_home.Reset();
+    VARIANT_BOOL connected = VARIANT_TRUE;
+    ASSERT_EQ(add_in->ConnectToSW(nullptr, 1, &connected), E_POINTER);
     EXPECT_EQ(connected, VARIANT_FALSE);
+    EXPECT_TRUE(PlatformError().ends_with(
+        L"|connecting to the host failed: QueryInterface for ISldWorks returned nothing" +
+        CodeText(E_POINTER)));
   }
-  EXPECT_EQ(PlatformLog().size(), 2u);
+}
+
+TEST_F(Connection, FailsEvenIfTheHostDoesNotAskWhetherItIsConnected) {
+  EXPECT_EQ(CreateAddIn()->ConnectToSW(nullptr, 1, nullptr), E_POINTER);
+  EXPECT_NE(PlatformError(), L"");
 }
 
 TEST_F(Connection, LeaksNothingOverHundredsOfRepetitions) {

@@ -23,11 +23,10 @@ class EventSink : public AddInFixture {
 
   /// Raises an event; the last argument comes first. `names` are the positions of named arguments.
   static HRESULT Raise(IDispatch* sink, DISPID id, std::vector<_variant_t> arguments,
-                       std::vector<DISPID> names = {}) {
+                       std::vector<DISPID> names = {}, VARIANT* result = nullptr) {
     DISPPARAMS parameters{arguments.data(), names.data(), static_cast<UINT>(arguments.size()),
                           static_cast<UINT>(names.size())};
-    return sink->Invoke(id, IID_NULL, LOCALE_NEUTRAL, DISPATCH_METHOD, &parameters, nullptr, nullptr,
-                        nullptr);
+    return sink->Invoke(id, IID_NULL, LOCALE_NEUTRAL, DISPATCH_METHOD, &parameters, result, nullptr, nullptr);
   }
 
   static std::vector<_variant_t> TextArguments(std::size_t count) {
@@ -68,15 +67,42 @@ struct HandledEvent {
   std::vector<_variant_t> arguments;
 };
 
+std::vector<HandledEvent> HandledEvents() {
+  return {{4, {}},
+          {11, {L"path", L"title"}},
+          {12, {L"template", 1L, _variant_t(static_cast<IDispatch*>(nullptr), false)}},
+          {5, {}},
+          {22, {L"file"}}};
+}
+
 TEST_F(EventSink, HandlesTheFiveEventsOfItsTable) {
   const IDispatchPtr sink = MakeSink();
-  const HandledEvent events[] = {{4, {}},
-                                 {11, {L"path", L"title"}},
-                                 {12, {L"template", 1L, _variant_t(static_cast<IDispatch*>(nullptr), false)}},
-                                 {5, {}},
-                                 {22, {L"file"}}};
-  for (const HandledEvent& event : events)
+  for (const HandledEvent& event : HandledEvents()) {
     EXPECT_EQ(Raise(sink, event.id, event.arguments), S_OK) << event.id;
+  }
+}
+
+/// The host passes a VARIANT or a null pointer for the result.
+TEST_F(EventSink, ReturnsTheHandlersResultInTheCallersVariant) {
+  Connect();
+  const std::vector<IDispatchPtr> sinks = m_host->EventSinks();
+  ASSERT_EQ(sinks.size(), 1u);
+  for (const HandledEvent& event : HandledEvents()) {
+    VARIANT result;
+    VariantInit(&result);
+    V_I4(&result) = -1;
+    EXPECT_EQ(Raise(sinks[0], event.id, event.arguments, {}, &result), S_OK) << event.id;
+    EXPECT_EQ(V_VT(&result), VT_I4) << event.id;
+    EXPECT_EQ(V_I4(&result), S_OK) << event.id;
+    EXPECT_EQ(Raise(sinks[0], event.id, event.arguments), S_OK) << event.id;
+  }
+}
+
+TEST_F(EventSink, ReturnsNoResultForOtherEvents) {
+  VARIANT result;
+  VariantInit(&result);
+  EXPECT_EQ(Raise(MakeSink(), 999, {}, {}, &result), S_OK);
+  EXPECT_EQ(V_VT(&result), VT_EMPTY);
 }
 
 TEST_F(EventSink, AcceptsNamedArguments) { EXPECT_EQ(Raise(MakeSink(), 11, TextArguments(2), {0, 1}), S_OK); }

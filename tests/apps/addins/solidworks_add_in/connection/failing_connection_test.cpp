@@ -1,11 +1,11 @@
 // Connecting and disconnecting if calls of the host fail.
 #include <gtest/gtest.h>
 
-#include "CZALException.h"
 #include "add_in_fixture.h"
 #include "host/command_manager.h"
+#include "log_line.h"
 #include "method_case_name.h"
-#include "raised_by.h"
+#include "result_codes.h"
 #include "views.h"
 
 namespace {
@@ -24,45 +24,64 @@ class ConnectionToAFailingHost : public AddInFixture {
   }
 };
 
-/// A host call that returns null although the next step needs an object.
-class NullFromHost : public ConnectionToAFailingHost, public testing::WithParamInterface<const wchar_t*> {};
+/// A host call that returns null although the next step needs an object, and its name in the log.
+struct NullCall {
+  const wchar_t* method;
+  const wchar_t* logged;
+};
 
-TEST_P(NullFromHost, ThrowsInvalidPointerAndLeaksNothing) {
-  m_host->GetFaults().ReturnNothing(GetParam());
-  ASSERT_EQ(RaisedBy([&] { Connect(); }), E_POINTER);
-  EXPECT_EQ(PlatformLog().size(), 1u);
+class NullFromHost : public ConnectionToAFailingHost, public testing::WithParamInterface<NullCall> {};
+
+TEST_P(NullFromHost, ReturnsInvalidPointerLogsTheCallAndLeaksNothing) {
+  for (const HRESULT result : kWithoutResult) {
+    RestartHost();
+    m_home.Reset();
+    m_home.WriteConfiguration(L"View.json", ViewWithItems(2));
+    m_host->GetFaults().Fail(GetParam().method, 1, result);
+
+    EXPECT_EQ(TryToConnect(), E_POINTER) << result;
+
+    EXPECT_TRUE(PlatformError().ends_with(L"|connecting to the host failed: " +
+                                          std::wstring(GetParam().logged) + L" returned nothing" +
+                                          CodeText(E_POINTER)))
+        << Utf8(PlatformError());
+    EXPECT_EQ(AddInLog(), Texts{});
+    ExpectNothingLeft(std::to_string(result));
+  }
 }
 
-INSTANTIATE_TEST_SUITE_P(, NullFromHost,
-                         testing::Values(L"ISldWorks::QueryInterface(ISldWorks)",
-                                         L"ISldWorks::GetCommandManager",
-                                         L"ICommandManager::CreateCommandGroup2",
-                                         L"ICommandManager::AddCommandTab", L"ICommandTab::AddCommandTabBox"),
-                         MethodCaseName);
+INSTANTIATE_TEST_SUITE_P(
+    , NullFromHost,
+    testing::Values(NullCall{L"ISldWorks::QueryInterface(ISldWorks)", L"QueryInterface for ISldWorks"},
+                    NullCall{L"ISldWorks::GetCommandManager", L"ISldWorks::GetCommandManager"},
+                    NullCall{L"ICommandManager::CreateCommandGroup2",
+                             L"ICommandManager::CreateCommandGroup2"},
+                    NullCall{L"ICommandManager::AddCommandTab", L"ICommandManager::AddCommandTab"},
+                    NullCall{L"ICommandTab::AddCommandTabBox", L"ICommandTab::AddCommandTabBox"}),
+    [](const auto& test) { return MethodInName(test.param.method); });
 
 TEST_F(ConnectionToAFailingHost, SucceedsUnlessAnObjectThatItNeedsIsMissing) {
   Connect();
   const auto methods = CalledMethods();
   Disconnect();
   for (const HRESULT result : kWithoutResult) {
-    int thrown = 0;
+    int failed = 0;
     for (std::size_t index = 1; index <= methods.size(); ++index) {
       const std::string round = Utf8(methods[index - 1]) + " " + std::to_string(result);
       RestartHost();
       m_host->GetFaults().FailCall(static_cast<int>(index), result);
-      const HRESULT code = RaisedBy([&] {
-        Connect();
+      const HRESULT code = TryToConnect();
+      if (code == S_OK) {
         EXPECT_EQ(m_host->GetJournal().Of(L"ISwAddin::ConnectToSW").at(0).results, L"true") << round;
         Disconnect();
-      });
-      if (code != S_OK) {
+      } else {
         EXPECT_EQ(code, E_POINTER) << round;
-        ++thrown;
+        ++failed;
       }
       ExpectNothingLeft(round);
     }
     // The query, the command manager, the group, and a tab and its box for each of three document types.
-    EXPECT_EQ(thrown, 9) << result;
+    EXPECT_EQ(failed, 9) << result;
   }
 }
 
@@ -125,17 +144,17 @@ TEST_F(ConnectionToAFailingHost, DisconnectsAndLogsOutIfAnyCallFails) {
 }
 
 /// The connection failed before the object had what its commands need.
-TEST_F(ConnectionToAFailingHost, MakesCommandsThrowInvalidPointerAfterAFailedConnection) {
+TEST_F(ConnectionToAFailingHost, MakesCommandsReturnInvalidPointerAfterAFailedConnection) {
   m_home.WriteConfiguration(L"View.json", "{");
+  m_host->Open(MakeModel(L"a.sldprt"));
   ISwAddinPtr add_in;
   ASSERT_EQ(CoCreateInstance(CLSID_SwAddin, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&add_in)), S_OK);
-  VARIANT_BOOL connected = VARIANT_FALSE;
-  EXPECT_THROW(add_in->ConnectToSW(m_host->Application(), 1, &connected), CZALException);
-  const ISolidWorksAddInPtr object = add_in;
-  for (const auto command : {&ISolidWorksAddIn::PlmLogin, &ISolidWorksAddIn::PlmLogOut,
-                             &ISolidWorksAddIn::PlmMyCheckOutList, &ISolidWorksAddIn::PlmWf}) {
-    EXPECT_EQ(RaisedBy([&] { (object.GetInterfacePtr()->*command)(); }), E_POINTER);
-  }
+  VARIANT_BOOL connected = VARIANT_TRUE;
+  EXPECT_EQ(add_in->ConnectToSW(m_host->Application(), 1, &connected), hr::kJsonWrongType);
+  EXPECT_EQ(connected, VARIANT_FALSE);
+  EXPECT_NE(PlatformError(), L"");
+  m_boxes->Expect(IDCANCEL);  // PlmCreateMaterial asks before it sends
+  for (const DirectCommand& command : kAllCommands) ExpectEndedException(add_in, command, E_POINTER);
   EXPECT_TRUE(m_client->Requests().empty());
   add_in->DisconnectFromSW(&connected);
 }

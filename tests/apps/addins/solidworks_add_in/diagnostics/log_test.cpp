@@ -1,6 +1,8 @@
 // The log that the add-in sets up.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "add_in_fixture.h"
 #include "log_line.h"
 #include "result_codes.h"
@@ -20,10 +22,8 @@ TEST_F(AddInLogging, NamesTheAddInsSourceFileByItsFullPath) {
   Connect();
   FailToLogIn();
   const auto files = m_home.LoggedSourceFiles();
-  const auto named = std::find_if(files.begin(), files.end(), [](const std::wstring& file) {
-    return file.ends_with(L"apps/addins/solidworks_add_in/solidworks_add_in.cpp") && file.starts_with(L"/");
-  });
-  EXPECT_NE(named, files.end());
+  const std::wstring expected = L"/tavo/apps/addins/solidworks_add_in/solidworks_add_in.cpp";
+  EXPECT_EQ(std::ranges::count(files, expected), 1) << testing::PrintToString(files);
 }
 
 TEST_F(AddInLogging, IsSetUpOncePerProcess) {

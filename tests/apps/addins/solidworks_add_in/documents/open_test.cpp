@@ -147,22 +147,27 @@ TEST_P(OpenFile, DoesNothingWithoutFiles) {
     EXPECT_EQ(Pick(GetParam().callback).result, S_OK) << answer;
   }
   EXPECT_EQ(HostCalls(), Texts{});
-  EXPECT_EQ(m_home.LogLines(), Texts{});
+  EXPECT_EQ(AddInLog(), Texts{});
+  EXPECT_EQ(PlatformLog().size(), 4u) << "the answers that are not JSON objects";
 }
 
 TEST_P(OpenFile, ThrowsThePlatformExceptionIfTheMemberIsNotAnArrayOfStrings) {
   ConnectAndLogIn();
-  for (const char* answer : {R"({"OpenFile":"C:\\a.sldprt"})", R"({"OpenFile":null})", R"({"OpenFile":{}})",
-                             R"({"OpenFile":["C:\\a.sldprt",1]})", R"({"OpenFile":[["C:\\a.sldprt"]]})"}) {
+  const std::wstring no_array = L"json member [OpenFile] is not Array!";
+  const std::wstring no_string = L"json member [OpenFile] has an element that is no string";
+  for (const auto& [answer, fault] :
+       {std::pair(R"({"OpenFile":"C:\\a.sldprt"})", no_array), std::pair(R"({"OpenFile":null})", no_array),
+        std::pair(R"({"OpenFile":{}})", no_array), std::pair(R"({"OpenFile":["C:\\a.sldprt",1]})", no_string),
+        std::pair(R"({"OpenFile":[["C:\\a.sldprt"]]})", no_string)}) {
     m_home.Reset();
     m_home.WriteConfiguration(L"PlmClient.json", "{}");
     Answer(GetParam().command, answer);
     const auto picked = Pick(GetParam().callback);
     EXPECT_EQ(picked.result, DISP_E_EXCEPTION) << answer;
     EXPECT_EQ(picked.code, hr::kJsonWrongType) << answer;
-    EXPECT_EQ(picked.description, L"json member [OpenFile] is not Array!") << answer;
+    EXPECT_EQ(picked.description, fault) << answer;
     ASSERT_EQ(m_home.LogLines().size(), 1u) << answer;
-    EXPECT_NE(m_home.LogLines()[0].find(L"json member [OpenFile] is not Array!"), std::wstring::npos);
+    EXPECT_NE(m_home.LogLines()[0].find(fault), std::wstring::npos);
   }
   EXPECT_EQ(HostCalls(), Texts{});
 }

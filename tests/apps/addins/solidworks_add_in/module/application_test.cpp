@@ -51,6 +51,20 @@ class HostWindow {
 
 }  // namespace
 
+TEST_F(Application, HasLabelsOfTheErrorBoxInTheLanguageOfTheUser) {
+  const auto both = [] {
+    const CDisplayErrorMsg::Labels labels = CSolidWorksAddInApp::Instance().ErrorBoxLabels();
+    return labels.error_code + L" " + labels.log_folder;
+  };
+  EXPECT_EQ(both(), L"Error code: Log folder:");
+  {
+    const UserLanguage simplified(MAKELANGID(LANG_CHINESE, SUBLANG_CHINESE_SIMPLIFIED));
+    EXPECT_EQ(both(), L"错误代码: 日志文件夹:");
+  }
+  const UserLanguage traditional(MAKELANGID(LANG_CHINESE, SUBLANG_CHINESE_TRADITIONAL));
+  EXPECT_EQ(both(), L"錯誤代碼: 日誌資料夾:");
+}
+
 TEST_F(Application, LoadsResourcesFromTheDllOnlyDuringAModuleState) {
   EXPECT_EQ(Current(), Program());
   EXPECT_EQ(LoadResourceString(IDS_LOAD_MODEL), L"");

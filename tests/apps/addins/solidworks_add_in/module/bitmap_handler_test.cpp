@@ -2,13 +2,16 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <sstream>
 #include <string>
+#include <vector>
 
 #include "CComBSTR.h"
 #include "CStringHelper.h"
 #include "add_in_dll.h"
 #include "base/com_pointers.h"
 #include "environment.h"
+#include "import_patch.h"
 #include "module/bitmap_handler.h"
 #include "resources/resource_ids.h"
 #include "temp_folder.h"
@@ -49,8 +52,21 @@ class BitmapFileHandler : public testing::Test {
     return std::string(reinterpret_cast<const char*>(&header), 14).append(bytes, size);
   }
 
+  /// The errors that the DLL has logged.
+  std::vector<std::wstring> LoggedErrors() const {
+    std::vector<std::wstring> errors;
+    if (!m_platformFolder.Exists(L"log\\SolidWorks.log")) return errors;
+    std::wistringstream text(m_platformFolder.ReadText(L"log\\SolidWorks.log"));
+    for (std::wstring line; std::getline(text, line);) {
+      if (line.find(L" ERROR ") != std::wstring::npos) errors.push_back(line);
+    }
+    return errors;
+  }
+
   ComApartment m_com;
-  AddInDll m_dll;
+  TempFolder m_platformFolder;
+  ScopedEnvironment m_home{L"TAVO_HOME", m_platformFolder.Path()};
+  AddInDll m_dll;  // logs into the platform's folder until it is unloaded
   TempFolder m_folder;
   ScopedEnvironment m_tmp;
   IBitmapHandlerPtr m_handler;
@@ -177,6 +193,45 @@ TEST_F(BitmapFileHandler, ReportsTheCodeOfAFailureThroughDispatch) {
   EXPECT_EQ(dispatch->Invoke(1, IID_IUnknown, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments, &path,
                              nullptr, nullptr),
             DISP_E_UNKNOWNINTERFACE);
+}
+
+/// The DLL's allocation of the path fails; that of other texts does not.
+BSTR WINAPI NoMemory(const OLECHAR*, UINT) { return nullptr; }
+
+TEST_F(BitmapFileHandler, ReturnsThatThereIsNoMemoryForThePath) {
+  const ImportPatch patch(m_dll.Handle(), "SysAllocStringLen", &NoMemory);
+  BSTR path = SysAllocString(L"before");
+  const _bstr_t before(path, false);
+
+  EXPECT_EQ(m_handler->CreateBitmapFileFromResource(IDB_TOOLBAR, &path), E_OUTOFMEMORY);
+
+  EXPECT_EQ(path, nullptr);
+  ASSERT_EQ(LoggedErrors().size(), 1u);
+  EXPECT_NE(LoggedErrors()[0].find(L"IBitmapHandler::CreateBitmapFileFromResource raised 0x8007000e"),
+            std::wstring::npos)
+      << CStringHelper::UnicodeToUTF8(LoggedErrors()[0]);
+}
+
+TEST_F(BitmapFileHandler, ReportsThatThereIsNoMemoryForThePathThroughDispatch) {
+  const IDispatchPtr dispatch = m_handler;
+  const ImportPatch patch(m_dll.Handle(), "SysAllocStringLen", &NoMemory);
+  _variant_t path, id(static_cast<long>(IDB_TOOLBAR));
+  DISPPARAMS arguments{&id, nullptr, 1, 0};
+  EXCEPINFO exception{};
+
+  EXPECT_EQ(dispatch->Invoke(1, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments, &path, &exception,
+                             nullptr),
+            DISP_E_EXCEPTION);
+
+  EXPECT_EQ(exception.scode, E_OUTOFMEMORY);
+  EXPECT_EQ(_bstr_t(path).length(), 0u);
+  for (BSTR text : {exception.bstrSource, exception.bstrDescription, exception.bstrHelpFile}) {
+    SysFreeString(text);
+  }
+  ASSERT_EQ(LoggedErrors().size(), 1u);
+  EXPECT_NE(LoggedErrors()[0].find(L"IBitmapHandler::CreateBitmapFileFromResource raised 0x8007000e"),
+            std::wstring::npos)
+      << CStringHelper::UnicodeToUTF8(LoggedErrors()[0]);
 }
 
 TEST_F(BitmapFileHandler, HasTypeInformation) {

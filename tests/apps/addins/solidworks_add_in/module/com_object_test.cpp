@@ -8,6 +8,16 @@
 #include "module/com_module.h"
 #include "module/com_object.h"
 
+template <>
+class Guard<IPersist> final : public GuardBase<IPersist> {
+ public:
+  using GuardBase::GuardBase;
+
+  STDMETHODIMP GetClassID(CLSID* id) override {
+    return EndExceptions(L"IPersist::GetClassID", [&] { return Target().GetClassID(id); });
+  }
+};
+
 namespace {
 
 struct Lifetime {
@@ -23,7 +33,7 @@ class Sample : public IDispatch, public IPersist {
     m_lifetime.locks_at_the_end = CSolidWorksAddInModule::Instance().LockCount();
   }
 
-  void* FindInterface(REFIID iid) noexcept { return FindInterfaceOf<IDispatch, IPersist>(this, iid); }
+  using Interfaces = InterfaceList<IDispatch, IPersist>;
 
   STDMETHODIMP GetClassID(CLSID*) override { return E_NOTIMPL; }
   STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
@@ -42,7 +52,7 @@ class Failing : public IPersist {
  public:
   explicit Failing(void (*raise)()) { raise(); }
   virtual ~Failing() = default;
-  void* FindInterface(REFIID iid) noexcept { return FindInterfaceOf<IPersist>(this, iid); }
+  using Interfaces = InterfaceList<IPersist>;
   STDMETHODIMP GetClassID(CLSID*) override { return E_NOTIMPL; }
 };
 

@@ -46,6 +46,9 @@ const Text kTexts[] = {
     {11, L"The Current Model does not Support Replacement", L"当前模型不支持替换", L"當前模型不支持替換"},
     {133, L"PlmLogin failed", L"", L""},
     {265, L"File is opening!", L"文件正在打开！", L"文件正在打開!"},
+    {266, L"The PLM client did not answer.", L"PLM 客户端没有应答。", L"PLM 用戶端沒有回應。"},
+    {300, L"Error code:", L"错误代码:", L"錯誤代碼:"},
+    {301, L"Log folder:", L"日志文件夹:", L"日誌資料夾:"},
     {57344, L"Collaborative management", L"协同管理", L"協同管理"},
 };
 

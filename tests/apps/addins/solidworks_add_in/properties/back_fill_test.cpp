@@ -75,7 +75,8 @@ TEST_F(MaterialBackFill, DoesNothingIfTheAnswerHasNoProperties) {
     PickExpecting(0);
   }
   EXPECT_SAME_ENTRIES(PropertiesOf(*document), kUnchanged);
-  EXPECT_EQ(m_home.LogLines(), Texts{});
+  EXPECT_EQ(AddInLog(), Texts{});
+  EXPECT_EQ(PlatformLog().size(), 4u) << "the answers that are not JSON objects";
 }
 
 TEST_F(MaterialBackFill, ThrowsThePlatformExceptionIfThePropertiesAreNotAnObject) {

@@ -72,9 +72,9 @@ const Written kWritten[] = {
     {"OneMember", LR"({"B":"x"})", {L"A=1", L"B=x", L"C=3"}},
     {"EmptyText", LR"({"B":""})", {L"A=1", L"B=", L"C=3"}},
     {"TwoMembersOfOneName", LR"({"B":"first","B":"second"})", {L"A=1", L"B=first", L"C=3"}},
-    // A value that is not a string is read as the empty text.
-    {"NumberNullAndObject", LR"({"A":7,"B":null,"C":{"text":"x"}})", {L"A=", L"B=", L"C="}},
-    {"TrueArrayAndFraction", LR"({"A":true,"B":["x"],"C":1.5})", {L"A=", L"B=", L"C="}},
+    // A value that is not a string is written as its JSON text, null as the empty text.
+    {"NumberNullAndObject", LR"({"A":7,"B":null,"C":{"text":"x"}})", {L"A=7", L"B=", LR"(C={"text":"x"})"}},
+    {"TrueArrayAndFraction", LR"({"A":true,"B":["x"],"C":1.5})", {L"A=true", LR"(B=["x"])", L"C=1.5"}},
     {"EscapedCharacters",
      LR"({"A":"\"quoted\" \\ /","B":"line\r\nnext\ttab","C":"钢 😀"})",
      {L"A=\"quoted\" \\ /", L"B=line\r\nnext\ttab", L"C=钢 😀"}},

@@ -1,5 +1,7 @@
 #include "fresh_dll_fixture.h"
 
+#include <sstream>
+
 namespace {
 
 constexpr const wchar_t* kConfiguration = L"config\\New TAVO SolidWorks AddOn\\";
@@ -24,6 +26,15 @@ void FreshDllFixture::Load(const std::wstring& path) {
   m_dll.emplace(path);
   EXPECT_EQ(m_dll->RegisterServer(), S_OK);
   m_host.emplace(cad_host::HostOptions{.state_folder = m_folder.Path(L"host")});
+}
+
+std::vector<std::wstring> FreshDllFixture::LogFileLines(const std::wstring& name) const {
+  std::vector<std::wstring> lines;
+  std::wistringstream text(m_folder.ReadText(L"log\\" + name));
+  for (std::wstring line; std::getline(text, line); lines.push_back(line)) {
+    if (line.ends_with(L'\r')) line.pop_back();
+  }
+  return lines;
 }
 
 std::wstring FreshDllFixture::ConfigurationPath(const std::wstring& name) const {

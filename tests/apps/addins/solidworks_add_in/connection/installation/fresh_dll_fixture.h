@@ -7,6 +7,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "cad_host/host.h"
 #include "environment.h"
@@ -15,7 +16,8 @@
 #include "temp_folder.h"
 
 /// Each test loads the DLL again and has a platform folder of its own, because the DLL sets up its log only
-/// once while it is loaded. There is no PLM client, and no message box is expected.
+/// once while it is loaded. There is no PLM client; a message box that a test does not expect fails
+/// the test.
 class FreshDllFixture : public testing::Test {
  protected:
   FreshDllFixture();
@@ -26,13 +28,16 @@ class FreshDllFixture : public testing::Test {
 
   cad_host::AddIn& Connect() { return m_host->Connect(L"TAVO SolidWorks Integration"); }
 
+  /// The lines of a file in the log folder.
+  std::vector<std::wstring> LogFileLines(const std::wstring& name = L"SolidWorks.log") const;
+
   /// The full path of a file in the configuration folder.
   std::wstring ConfigurationPath(const std::wstring& name) const;
 
   ComApartment m_apartment;
   TempFolder m_folder;
   ScopedEnvironment m_home;
-  MessageBoxRecorder m_noBoxes;
+  MessageBoxRecorder m_boxes;
   std::optional<AddInDll> m_dll;
   std::optional<cad_host::Host> m_host;
 };

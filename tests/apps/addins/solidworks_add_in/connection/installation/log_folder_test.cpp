@@ -1,6 +1,7 @@
 // The add-in if its log cannot be written or its log configuration is wrong: everything else works.
 #include <functional>
 
+#include "base/unique_handle.h"
 #include "case_name.h"
 #include "fresh_dll_fixture.h"
 #include "result_codes.h"
@@ -24,6 +25,7 @@ TEST_P(UnwritableLog, DoesNotAffectAnythingElse) {
   cad_host::AddIn& add_in = Connect();
   ASSERT_EQ(m_host->Groups().size(), 1u);
   EXPECT_EQ(m_host->Groups()[0]->items.size(), 14u);
+  m_boxes.Expect(IDOK);  // there is no PLM client
   // This failure would be logged; without a log, its code is the same.
   EXPECT_EQ(m_host->Pick(add_in, L"PlmLogin").code, hr::kNoAnswer);
   EXPECT_TRUE(m_host->Disconnect(add_in));
@@ -48,12 +50,22 @@ INSTANTIATE_TEST_SUITE_P(
 class LogFolder : public FreshDllFixture {};
 
 TEST_F(LogFolder, HasALogEvenIfTheConfigurationCannotBeRead) {
-  m_folder.MakeFolder(L"log\\Log4cplus.properties");  // a folder cannot be read
+  const std::wstring file = m_folder.Write(L"log\\Log4cplus.properties", "log4cplus.rootLogger=OFF\n");
+  const UniqueHandle held_by_another = OwnHandle(
+      CreateFileW(file.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+  ASSERT_TRUE(held_by_another);
   Load();
   EXPECT_TRUE(m_host->Disconnect(Connect()));
   const std::wstring log = m_folder.ReadText(L"log\\SolidWorks.log");
   EXPECT_NE(log.find(L"cannot read " + m_folder.Path(L"log") + L"/Log4cplus.properties"), std::wstring::npos)
       << m_folder.Read(L"log\\SolidWorks.log");
+}
+
+TEST_F(LogFolder, IgnoresAFolderWithTheNameOfTheConfiguration) {
+  m_folder.MakeFolder(L"log\\Log4cplus.properties");
+  Load();
+  EXPECT_TRUE(m_host->Disconnect(Connect()));
+  EXPECT_NE(LogFileLines().at(0).find(L"\\bin\\config\\Log4cplus.properties"), std::wstring::npos);
 }
 
 /// The host calls a command of an object that it has not connected.

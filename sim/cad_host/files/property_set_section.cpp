@@ -1,0 +1,178 @@
+#include "property_set_section.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstring>
+#include <cwchar>
+#include <stdexcept>
+
+#include "records.h"
+
+namespace cad_host::property_set {
+namespace {
+
+template <class T>
+T At(const Bytes& bytes, std::size_t offset) {
+  T value;
+  std::memcpy(&value, bytes.Part(offset, sizeof value).data(), sizeof value);
+  return value;
+}
+
+std::wstring WideText(std::string_view bytes) {
+  std::wstring text;
+  const Bytes units(bytes);
+  for (std::size_t at = 0; at + sizeof(char16_t) <= bytes.size(); at += sizeof(char16_t)) {
+    text += static_cast<wchar_t>(units.Short(at));
+  }
+  return text;
+}
+
+/// The date such as "2024-05-31" of a number of 100 nanoseconds since 1601; "0000-00-00" if it is too large.
+std::wstring DateText(std::uint64_t file_time) {
+  using Ticks = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;
+  constexpr auto kBeginning = std::chrono::sys_days(std::chrono::year(1601) / 1 / 1);
+  std::chrono::year_month_day date{};
+  if (file_time <= INT64_MAX) {
+    date = kBeginning + std::chrono::floor<std::chrono::days>(Ticks(static_cast<std::int64_t>(file_time)));
+  }
+  wchar_t text[16];
+  std::swprintf(text, std::size(text), L"%04d-%02u-%02u", static_cast<int>(date.year()),
+                static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()));
+  return text;
+}
+
+/// The first of the sorted `offsets` beyond `offset`, or `end`.
+std::size_t NextOffset(const std::vector<std::size_t>& offsets, std::size_t offset, std::size_t end) {
+  const auto next = std::upper_bound(offsets.begin(), offsets.end(), offset);
+  return next == offsets.end() ? end : std::min(*next, end);
+}
+
+}  // namespace
+
+std::uint16_t Bytes::Short(std::size_t offset) const { return At<std::uint16_t>(*this, offset); }
+std::uint32_t Bytes::Number(std::size_t offset) const { return At<std::uint32_t>(*this, offset); }
+std::uint64_t Bytes::LongNumber(std::size_t offset) const { return At<std::uint64_t>(*this, offset); }
+double Bytes::Double(std::size_t offset) const { return At<double>(*this, offset); }
+
+std::string_view Bytes::Part(std::size_t offset, std::size_t size) const {
+  if (offset > m_bytes.size() || m_bytes.size() - offset < size) throw std::out_of_range("property set");
+  return m_bytes.substr(offset, size);
+}
+
+Section::Section(std::string_view bytes, CodePageDecoder decode)
+    : m_all(bytes), m_bytes(bytes), m_decode(decode) {
+  const std::uint32_t count = m_bytes.Number(kPropertyCount);
+  for (std::uint32_t index = 0; index < count; ++index) {
+    const std::size_t place = kPropertyPlaces + std::size_t{index} * kPropertyPlaceSize;
+    m_places.push_back({m_bytes.Number(place), m_bytes.Number(place + sizeof(std::uint32_t))});
+    m_byId[m_places.back().id] = m_places.back().offset;
+    m_offsets.push_back(m_places.back().offset);
+  }
+  std::sort(m_offsets.begin(), m_offsets.end());
+  if (const auto page = m_byId.find(kCodePageId); page != m_byId.end()) {
+    m_codePage = m_bytes.Short(page->second + sizeof(std::uint32_t));
+  }
+  if (const auto dictionary = m_byId.find(kDictionaryId); dictionary != m_byId.end()) {
+    ReadDictionary(dictionary->second);
+  }
+}
+
+CustomProperties Section::Read() const {
+  CustomProperties properties;
+  for (const auto& [id, name] : m_names) {
+    if (m_byId.contains(id)) properties.push_back(Property(id));
+  }
+  return properties;
+}
+
+CustomProperty Section::Property(std::uint32_t id) const {
+  CustomProperty property = Value(m_byId.at(id));
+  const auto name = m_names.find(id);
+  if (name != m_names.end()) property.name = name->second;
+  return property;
+}
+
+std::uint32_t Section::TypeOf(std::uint32_t id) const { return m_bytes.Number(m_byId.at(id)); }
+
+std::string_view Section::RawValue(const Place& place) const {
+  const std::size_t end = NextOffset(m_offsets, place.offset, m_all.size());
+  return m_bytes.Part(place.offset, end - std::min<std::size_t>(end, place.offset));
+}
+
+/// The text up to its terminating null.
+std::wstring Section::Text(std::size_t offset, std::size_t size, unsigned code_page) const {
+  const std::string_view bytes = m_bytes.Part(offset, size);
+  std::wstring text = code_page == kUtf16 ? WideText(bytes) : m_decode(bytes, code_page);
+  text.resize(std::wcslen(text.c_str()));
+  return text;
+}
+
+CustomProperty Section::Value(std::size_t offset) const {
+  const std::uint32_t type = m_bytes.Number(offset);
+  const std::size_t value = offset + sizeof type;
+  const std::size_t text = value + sizeof(std::uint32_t);  // after its length
+  const auto number = [](std::wstring digits) {
+    return CustomProperty{.name = {}, .text = std::move(digits), .type = swCustomInfoNumber};
+  };
+  switch (type) {
+    case kTypeText:
+    case kTypeBstr:
+      return {.name = {}, .text = Text(text, m_bytes.Number(value), m_codePage)};
+    case kTypeWideText:
+      return {.name = {}, .text = Text(text, m_bytes.Number(value) * sizeof(char16_t), kUtf16)};
+    case kTypeShort:
+      return number(std::to_wstring(static_cast<std::int16_t>(m_bytes.Short(value))));
+    case kTypeNumber:
+      return number(std::to_wstring(static_cast<std::int32_t>(m_bytes.Number(value))));
+    case kTypeUnsigned:
+      return number(std::to_wstring(m_bytes.Number(value)));
+    case kTypeLongNumber:
+      return number(std::to_wstring(static_cast<std::int64_t>(m_bytes.LongNumber(value))));
+    case kTypeDouble:
+      return number(DoubleText(m_bytes.Double(value)));
+    case kTypeFileTime:
+      return {.name = {}, .text = DateText(m_bytes.LongNumber(value)), .type = swCustomInfoDate};
+    case kTypeBool:
+      return {.name = {}, .text = m_bytes.Short(value) ? kYes : kNo, .type = swCustomInfoYesOrNo};
+    default:
+      return {};
+  }
+}
+
+void Section::ReadDictionary(std::size_t offset) {
+  const std::size_t unit = m_codePage == kUtf16 ? sizeof(char16_t) : sizeof(char);
+  std::uint32_t left = m_bytes.Number(offset);
+  for (offset += sizeof left; left > 0; --left) {
+    const std::uint32_t id = m_bytes.Number(offset);
+    const std::size_t size = unit * m_bytes.Number(offset + sizeof id);
+    offset += 2 * sizeof(std::uint32_t);
+    m_names[id] = Text(offset, size, m_codePage);
+    offset += m_codePage == kUtf16 ? (size + 3) / 4 * 4 : size;  // only wide names are padded
+  }
+}
+
+std::vector<SectionBytes> SectionsOf(std::string_view stream) {
+  if (stream.empty()) return {};
+  const Bytes bytes(stream);
+  const std::uint32_t count = bytes.Number(kSectionCount);
+  std::vector<SectionId> ids;
+  std::vector<std::size_t> offsets;
+  for (std::uint32_t index = 0; index < count; ++index) {
+    const std::size_t place = kSectionPlaces + std::size_t{index} * kSectionPlaceSize;
+    ids.emplace_back();
+    std::memcpy(ids.back().data(), bytes.Part(place, sizeof(SectionId)).data(), sizeof(SectionId));
+    offsets.push_back(std::min<std::size_t>(bytes.Number(place + sizeof(SectionId)), stream.size()));
+  }
+  std::vector<std::size_t> sorted = offsets;
+  std::sort(sorted.begin(), sorted.end());
+  std::vector<SectionBytes> sections;
+  for (std::size_t index = 0; index < ids.size(); ++index) {
+    // The size field of the section is ignored: a section that Wine writes is shorter than its size field
+    // says, because Wine leaves out the bytes after the last value.
+    const std::size_t end = NextOffset(sorted, offsets[index], stream.size());
+    sections.push_back({ids[index], stream.substr(offsets[index], end - offsets[index])});
+  }
+  return sections;
+}
+
+}  // namespace cad_host::property_set

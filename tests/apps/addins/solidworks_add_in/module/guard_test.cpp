@@ -1,0 +1,199 @@
+// The guards that the host holds: every slot of every interface, with a class behind it that throws.
+#include <gtest/gtest.h>
+
+#include <comdef.h>
+
+#include <array>
+#include <cstddef>
+#include <new>
+#include <stdexcept>
+
+#include "CZALException.h"
+#include "case_name.h"
+#include "module/guards.h"
+#include "solidworks_add_in_h.h"
+
+namespace {
+
+struct Exception {
+  const char* name;
+  void (*raise)();
+  HRESULT code;
+};
+
+void PrintTo(const Exception& exception, std::ostream* stream) { *stream << exception.name; }
+
+const Exception kExceptions[] = {
+    {"ComError", [] { _com_issue_error(CO_E_NOTINITIALIZED); }, CO_E_NOTINITIALIZED},
+    {"NullPointer", [] { _com_issue_error(E_POINTER); }, E_POINTER},
+    {"PlatformException", [] { throw CZALException(static_cast<long>(0xA3013000), L"missing"); },
+     static_cast<HRESULT>(0xA3013000)},
+    {"PlatformExceptionWithoutAFailingCode", [] { throw CZALException(1, L"no failure"); }, E_UNEXPECTED},
+    {"NoMemory", [] { throw std::bad_alloc(); }, E_OUTOFMEMORY},
+    {"StandardException", [] { throw std::out_of_range("stoi"); }, E_FAIL},
+    {"Number", [] { throw 1; }, E_FAIL},
+};
+
+/// Throws in every method but those of IUnknown, which the guard needs.
+template <class Interface>
+class Thrower : public Interface {
+ public:
+  explicit Thrower(void (*raise)()) : m_raise(raise) {}
+  virtual ~Thrower() = default;
+
+  STDMETHODIMP QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
+  STDMETHODIMP_(ULONG) AddRef() override { return 2; }
+  STDMETHODIMP_(ULONG) Release() override { return 1; }
+
+ protected:
+  HRESULT Throw() const {
+    m_raise();
+    return S_OK;
+  }
+
+ private:
+  void (*m_raise)();
+};
+
+template <class Dual>
+class DispatchThrower : public Thrower<Dual> {
+ public:
+  using Thrower<Dual>::Thrower;
+  STDMETHODIMP GetTypeInfoCount(UINT*) override { return this->Throw(); }
+  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return this->Throw(); }
+  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return this->Throw(); }
+  STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
+    return this->Throw();
+  }
+};
+
+class ThrowingAddIn : public DispatchThrower<ISolidWorksAddIn> {
+ public:
+  using DispatchThrower::DispatchThrower;
+  STDMETHODIMP PlmLogin() override { return Throw(); }
+  STDMETHODIMP EnablePlmLogin(LONG*) override { return Throw(); }
+  STDMETHODIMP PlmLogOut() override { return Throw(); }
+  STDMETHODIMP EnablePlmLogOut(LONG*) override { return Throw(); }
+  STDMETHODIMP OpenDataSelector() override { return Throw(); }
+  STDMETHODIMP EnableOpenDataSelector(LONG*) override { return Throw(); }
+  STDMETHODIMP PlmMyCheckOutList() override { return Throw(); }
+  STDMETHODIMP EnablePlmMyCheckOutList(LONG*) override { return Throw(); }
+  STDMETHODIMP PlmWf() override { return Throw(); }
+  STDMETHODIMP EnablePlmWf(LONG*) override { return Throw(); }
+  STDMETHODIMP PlmCode() override { return Throw(); }
+  STDMETHODIMP EnablePlmCode(LONG*) override { return Throw(); }
+  STDMETHODIMP PlmQuery() override { return Throw(); }
+  STDMETHODIMP EnablePlmQuery(LONG*) override { return Throw(); }
+  STDMETHODIMP PlmImportCurrent() override { return Throw(); }
+  STDMETHODIMP EnableImportCurrent(LONG*) override { return Throw(); }
+  STDMETHODIMP PlmLotimport() override { return Throw(); }
+  STDMETHODIMP EnableLotimport(LONG*) override { return Throw(); }
+  STDMETHODIMP PlmCreateMaterial() override { return Throw(); }
+  STDMETHODIMP EnablePlmCreateMaterial(LONG*) override { return Throw(); }
+  STDMETHODIMP PlmMyTempMaterial() override { return Throw(); }
+  STDMETHODIMP EnablePlmMyTempMaterial(LONG*) override { return Throw(); }
+  STDMETHODIMP PlmTaskManage() override { return Throw(); }
+  STDMETHODIMP EnablePlmTaskManage(LONG*) override { return Throw(); }
+  STDMETHODIMP PlmMaterialBackFill() override { return Throw(); }
+  STDMETHODIMP EnablePlmMaterialBackFill(LONG*) override { return Throw(); }
+  STDMETHODIMP PlmImportChangeItem() override { return Throw(); }
+  STDMETHODIMP EnablePlmImportChangeItem(LONG*) override { return Throw(); }
+};
+
+class ThrowingConnection : public Thrower<ISwAddin> {
+ public:
+  using Thrower::Thrower;
+  STDMETHODIMP ConnectToSW(IDispatch*, long, VARIANT_BOOL*) override { return Throw(); }
+  STDMETHODIMP DisconnectFromSW(VARIANT_BOOL*) override { return Throw(); }
+};
+
+class ThrowingBitmapHandler : public DispatchThrower<IBitmapHandler> {
+ public:
+  using DispatchThrower::DispatchThrower;
+  STDMETHODIMP CreateBitmapFileFromResource(LONG, BSTR*) override { return Throw(); }
+  STDMETHODIMP Dispose() override { return Throw(); }
+};
+
+class ThrowingFactory : public Thrower<IClassFactory> {
+ public:
+  using Thrower::Thrower;
+  STDMETHODIMP CreateInstance(IUnknown*, REFIID, void**) override { return Throw(); }
+  STDMETHODIMP LockServer(BOOL) override { return Throw(); }
+};
+
+class ThrowingSink : public DispatchThrower<IDispatch> {
+ public:
+  using DispatchThrower::DispatchThrower;
+};
+
+constexpr std::size_t kUnknownSlots = 3;
+constexpr std::size_t kDispatchSlots = 7;
+
+/// Calls the slot of an interface as a host does that knows nothing but its number, with arguments that point
+/// to room for results.
+HRESULT CallSlot(IUnknown* object, std::size_t slot) {
+  using Method = HRESULT(STDMETHODCALLTYPE*)(void*, void*, void*, void*, void*, void*, void*, void*, void*);
+  std::array<std::array<std::byte, 64>, 8> room{};
+  const auto method = (*reinterpret_cast<Method**>(object))[slot];
+  return method(object, &room[0], &room[1], &room[2], &room[3], &room[4], &room[5], &room[6], &room[7]);
+}
+
+class GuardOf : public testing::TestWithParam<Exception> {
+ protected:
+  /// Expects that each slot from the fourth to the last returns the exception's code.
+  template <class Interface, class Target>
+  void ExpectEachSlotEndsTheException(std::size_t slots) const {
+    Target target(GetParam().raise);
+    Guard<Interface> guard(target);
+    for (std::size_t slot = kUnknownSlots; slot < slots; ++slot) {
+      EXPECT_EQ(CallSlot(&guard, slot), GetParam().code) << "slot " << slot;
+    }
+  }
+};
+
+TEST_P(GuardOf, AddInEndsTheExceptionOfEachSlot) {
+  ExpectEachSlotEndsTheException<ISolidWorksAddIn, ThrowingAddIn>(kDispatchSlots + 28);
+}
+
+TEST_P(GuardOf, ConnectionEndsTheExceptionOfEachSlot) {
+  ExpectEachSlotEndsTheException<ISwAddin, ThrowingConnection>(kUnknownSlots + 2);
+}
+
+TEST_P(GuardOf, BitmapHandlerEndsTheExceptionOfEachSlot) {
+  ExpectEachSlotEndsTheException<IBitmapHandler, ThrowingBitmapHandler>(kDispatchSlots + 2);
+}
+
+TEST_P(GuardOf, ClassFactoryEndsTheExceptionOfEachSlot) {
+  ExpectEachSlotEndsTheException<IClassFactory, ThrowingFactory>(kUnknownSlots + 2);
+}
+
+TEST_P(GuardOf, EventSinkEndsTheExceptionOfEachSlot) {
+  ExpectEachSlotEndsTheException<IDispatch, ThrowingSink>(kDispatchSlots);
+}
+
+INSTANTIATE_TEST_SUITE_P(, GuardOf, testing::ValuesIn(kExceptions), CaseName<Exception>);
+
+TEST(GuardOfTheConnection, SaysNotConnectedAndNotDisconnected) {
+  ThrowingConnection target([] { throw 1; });
+  Guard<ISwAddin> guard(target);
+  VARIANT_BOOL connected = VARIANT_TRUE;
+  VARIANT_BOOL disconnected = VARIANT_TRUE;
+
+  EXPECT_EQ(guard.ConnectToSW(nullptr, 1, &connected), E_FAIL);
+  EXPECT_EQ(guard.DisconnectFromSW(&disconnected), E_FAIL);
+
+  EXPECT_EQ(connected, VARIANT_FALSE);
+  EXPECT_EQ(disconnected, VARIANT_FALSE);
+}
+
+TEST(GuardOfTheBitmapHandler, ReturnsNoPath) {
+  ThrowingBitmapHandler target([] { throw std::bad_alloc(); });
+  Guard<IBitmapHandler> guard(target);
+  BSTR path = reinterpret_cast<BSTR>(&target);
+
+  EXPECT_EQ(guard.CreateBitmapFileFromResource(254, &path), E_OUTOFMEMORY);
+
+  EXPECT_EQ(path, nullptr);
+}
+
+}  // namespace
