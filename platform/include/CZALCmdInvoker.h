@@ -43,12 +43,19 @@ class CZALCmdInvoker {
   ///         reached, a message box shows the reason.
   std::wstring Invoke(const std::wstring& command, std::wstring json, const CZALCommandOptions& options = {});
 
-  /// Returns a text, in the language of the thread.
-  using TextSource = std::wstring (*)();
+  /// The texts of the message box about a client that could not be reached. An empty one is in English; an
+  /// empty caption is "TAVO".
+  struct BoxTexts {
+    std::wstring first_line;
+    std::wstring log_folder;  ///< what stands before the folder: "Log folder:"
+    std::wstring caption;
+  };
 
-  /// Sets the functions that return the first line and the caption of this module's message boxes about a
-  /// client that could not be reached. For null, the line is in English or the caption is "TAVO".
-  static void SetBoxTexts(TextSource first_line, TextSource caption) noexcept;
+  /// Returns the texts, in the language of the thread.
+  using BoxTextSource = BoxTexts (*)();
+
+  /// Sets the function that returns the texts of this module's boxes; null for the English ones.
+  static void SetBoxTexts(BoxTextSource source) noexcept;
 
   using LockFunction = void (*)() noexcept;
 

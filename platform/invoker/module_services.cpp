@@ -6,34 +6,37 @@
 
 #include "CZALCADPathHelper.h"
 
-using TextSource = CZALCmdInvoker::TextSource;
+using BoxTexts = CZALCmdInvoker::BoxTexts;
 using LockFunction = CZALCmdInvoker::LockFunction;
 
 namespace {
 
-std::wstring EnglishFirstLine() { return L"The PLM client did not answer."; }
-std::wstring PlatformName() { return L"TAVO"; }
+BoxTexts NoTexts() { return {}; }
 void KeepNothing() noexcept {}
 
-constinit std::atomic<TextSource> first_line_source = EnglishFirstLine;
-constinit std::atomic<TextSource> caption_source = PlatformName;
+constinit std::atomic<CZALCmdInvoker::BoxTextSource> text_source = NoTexts;
 constinit std::atomic<LockFunction> lock_module = KeepNothing;
 constinit std::atomic<LockFunction> unlock_module = KeepNothing;
 
-std::wstring BoxText(const std::wstring& reason) {
-  std::wstring text = first_line_source.load()() + L"\n\n" + reason;
+BoxTexts CurrentTexts() {
+  BoxTexts texts = text_source.load()();
+  if (texts.first_line.empty()) texts.first_line = L"The PLM client did not answer.";
+  if (texts.log_folder.empty()) texts.log_folder = L"Log folder:";
+  if (texts.caption.empty()) texts.caption = L"TAVO";
+  return texts;
+}
+
+std::wstring FullText(const BoxTexts& texts, const std::wstring& reason) {
+  std::wstring text = texts.first_line + L"\n\n" + reason;
   std::wstring log_folder;
   CZALCADPathHelper::GetCADCfgLogPath(log_folder);
-  if (!log_folder.empty()) text += L"\nLog folder: " + log_folder;
+  if (!log_folder.empty()) text += L"\n" + texts.log_folder + L" " + log_folder;
   return text;
 }
 
 }  // namespace
 
-void CZALCmdInvoker::SetBoxTexts(TextSource first_line, TextSource caption) noexcept {
-  first_line_source = first_line ? first_line : EnglishFirstLine;
-  caption_source = caption ? caption : PlatformName;
-}
+void CZALCmdInvoker::SetBoxTexts(BoxTextSource source) noexcept { text_source = source ? source : NoTexts; }
 
 void CZALCmdInvoker::SetModuleLock(LockFunction lock, LockFunction unlock) noexcept {
   lock_module = lock ? lock : KeepNothing;
@@ -44,8 +47,9 @@ namespace invoker {
 
 void ShowClientNotReached(const std::wstring& reason) noexcept {
   try {
+    const BoxTexts texts = CurrentTexts();
     // The box has no owner, so only MB_TASKMODAL keeps the user from working in the host while it is shown.
-    MessageBoxW(nullptr, BoxText(reason).c_str(), caption_source.load()().c_str(),
+    MessageBoxW(nullptr, FullText(texts, reason).c_str(), texts.caption.c_str(),
                 MB_OK | MB_ICONWARNING | MB_TASKMODAL);
   } catch (...) {  // the log already has the reason
   }

@@ -11,8 +11,9 @@ struct MessageRange {
 };
 
 constexpr MessageRange kKeys{WM_KEYFIRST, WM_KEYLAST};
+constexpr MessageRange kTouchAndPen{WM_TOUCH, WM_POINTERROUTEDRELEASED};
 constexpr MessageRange kInput[] = {
-    {WM_NCMOUSEMOVE, WM_NCXBUTTONDBLCLK}, kKeys, {WM_MOUSEFIRST, WM_MOUSELAST}};
+    {WM_NCMOUSEMOVE, WM_NCXBUTTONDBLCLK}, kKeys, {WM_MOUSEFIRST, WM_MOUSELAST}, kTouchAndPen};
 
 /// Puts WM_QUIT back, which PeekMessage removes whatever range of messages it is asked for.
 class QuitKeeper {

@@ -14,8 +14,7 @@ void Log(int level, const std::wstring& message, const std::source_location& pla
   try {
     CLog::Print(place.file_name(), static_cast<int>(place.line()),
                 PlainFunctionName(place.function_name()).c_str(), kChannel, level, message);
-  } catch (...) {  // no memory for the name: the line without it
-    CLog::Print(place.file_name(), static_cast<int>(place.line()), "", kChannel, level, message);
+  } catch (...) {  // no memory for the names: a failing log must not disturb the host
   }
 }
 

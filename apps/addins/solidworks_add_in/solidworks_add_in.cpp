@@ -4,27 +4,21 @@
 #include "module/application.h"
 #include "module/com_module.h"
 #include "module/dispatch.h"
-#include "module/string_table.h"
-#include "resources/resource_ids.h"
 
 const char kAddInSourceFile[] = __FILE__;
 
 namespace {
 
-std::wstring Title() { return CSolidWorksAddInApp::Instance().Title(); }
-
-std::wstring ClientDidNotAnswer() {
-  return LoadResourceString(CSolidWorksAddInModule::Instance().ModuleHandle(), IDS_CLIENT_DID_NOT_ANSWER);
-}
+CSolidWorksAddInApp& App() { return CSolidWorksAddInApp::Instance(); }
 
 }  // namespace
 
 CSolidWorksAddIn::CSolidWorksAddIn() {
-  CDisplayErrorMsg::SetCaptionSource(Title);
-  CZALCmdInvoker::SetBoxTexts(ClientDidNotAnswer, Title);
+  CDisplayErrorMsg::SetCaptionSource([] { return App().Title(); });
+  CDisplayErrorMsg::SetLabelSource([] { return App().ErrorBoxLabels(); });
+  CZALCmdInvoker::SetBoxTexts([] { return App().ClientBoxTexts(); });
   CZALCmdInvoker::SetModuleLock([]() noexcept { CSolidWorksAddInModule::Instance().Lock(); },
                                 []() noexcept { CSolidWorksAddInModule::Instance().Unlock(); });
-  CDisplayErrorMsg::SetLabelSource([] { return CSolidWorksAddInApp::Instance().ErrorBoxLabels(); });
 }
 
 CSolidWorksAddIn::~CSolidWorksAddIn() {

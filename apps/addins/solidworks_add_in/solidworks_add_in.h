@@ -143,6 +143,7 @@ class CSolidWorksAddIn : public ISolidWorksAddIn, public ISwAddin {
   void BuildMenu(const std::wstring& view_file);
 
   // plm_commands.cpp
+  void RequireInvoker() const;
   std::wstring SendCommand(const wchar_t* command, std::wstring request = {},
                            const CZALCommandOptions& options = {});
   std::wstring LoginText() const;

@@ -34,12 +34,14 @@ TEST_F(ClientBox, ShowsTheReasonAndTheLogFolder) {
 }
 
 TEST_F(ClientBox, TakesItsTextsFromTheModule) {
-  CZALCmdInvoker::SetBoxTexts([] { return std::wstring(L"\u6D4B line"); },
-                              [] { return std::wstring(L"\u6D4B caption"); });
+  CZALCmdInvoker::SetBoxTexts([] {
+    return CZALCmdInvoker::BoxTexts{L"\u6D4B line", L"\u6D4B folder:", L"\u6D4B caption"};
+  });
   InvokeUnreached(L"QD_PLMQuery");
-  CZALCmdInvoker::SetBoxTexts(nullptr, nullptr);
+  CZALCmdInvoker::SetBoxTexts(nullptr);
   ASSERT_EQ(m_boxes.Boxes().size(), 1u);
-  EXPECT_TRUE(m_boxes.Boxes()[0].text.starts_with(L"\u6D4B line\n\n" + Reason()));
+  EXPECT_EQ(m_boxes.Boxes()[0].text,
+            L"\u6D4B line\n\n" + Reason() + L"\n\u6D4B folder: " + m_folder.Path(L"log"));
   EXPECT_EQ(m_boxes.Boxes()[0].caption, L"\u6D4B caption");
 }
 

@@ -61,7 +61,8 @@ TEST_P(Wait, DropsInputThatArrivesAndLeavesAllOtherMessagesInOrder) {
   StartClientThat([&] {
     PostMessageW(m_window.Handle(), kOther, 1, 0);
     for (const UINT input : {WM_NCMOUSEMOVE, WM_NCLBUTTONDOWN, WM_KEYDOWN, WM_CHAR, WM_KEYUP, WM_SYSKEYDOWN,
-                             WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_MOUSEWHEEL}) {
+                             WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_MOUSEWHEEL,
+                             WM_TOUCH, WM_POINTERDOWN, WM_POINTERUP}) {
       PostMessageW(m_window.Handle(), input, 'A', 0);
     }
     PostMessageW(m_window.Handle(), kOther, 2, 0);

@@ -21,6 +21,7 @@ STDMETHODIMP CSolidWorksAddIn::PlmLotimport() {
 
 /// Sends the active document's path with `command`; does nothing if there is no such path.
 HRESULT CSolidWorksAddIn::ImportActiveDocument(const wchar_t* command, const LogSite& failed) {
+  RequireInvoker();
   std::wstring path;
   if (!GetCurrentFilePath(path)) return S_OK;
   CJsonObject request;

@@ -46,6 +46,7 @@ std::wstring Wrap(const wchar_t* member, const std::wstring& value) {
 STDMETHODIMP CSolidWorksAddIn::PlmCreateMaterial() {
   namespace site = log_site::create_material;
   const ModuleState state;
+  RequireInvoker();
   if (!GetCurrentFilePath(m_currentFilePath)) {
     SendCommand(plm_command::kCreateMaterial);
     return S_OK;
@@ -103,6 +104,7 @@ HRESULT CSolidWorksAddIn::ExtractProperties(const std::shared_ptr<CJsonObject>& 
 
 STDMETHODIMP CSolidWorksAddIn::PlmMaterialBackFill() {
   const ModuleState state;
+  RequireInvoker();
   if (!GetCurrentFilePath(m_currentFilePath)) {
     ShowCaptionedMessage(IDS_NO_MODEL_LOADED, IDS_LOAD_MODEL, MB_OK);
     return S_OK;

@@ -34,10 +34,16 @@ bool ReportsSuccess(const std::wstring& answer) {
   return result.GetPropertyBoolValue(L"__InvokeResult__").second;
 }
 
-/// Sends `command` through the invoker. @throws _com_error E_POINTER before the first connection.
+/// For a command that does something before it sends: nobody is asked in vain.
+/// @throws _com_error E_POINTER if there is no invoker: before the first connection, or if that failed.
+void CSolidWorksAddIn::RequireInvoker() const {
+  if (!m_invok) _com_issue_error(E_POINTER);
+}
+
+/// Sends `command` through the invoker. @throws like RequireInvoker.
 std::wstring CSolidWorksAddIn::SendCommand(const wchar_t* command, std::wstring request,
                                            const CZALCommandOptions& options) {
-  if (!m_invok) _com_issue_error(E_POINTER);
+  RequireInvoker();
   // While the command waits, the host may connect the add-in again, which replaces the invoker.
   const std::shared_ptr<CZALCmdInvoker> invoker = m_invok;
   std::wstring answer = invoker->Invoke(command, std::move(request), options);

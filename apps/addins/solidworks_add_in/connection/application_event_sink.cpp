@@ -4,6 +4,7 @@
 #include <array>
 #include <iterator>
 
+#include "connection_failure.h"
 #include "host/application_events.h"
 
 namespace {
@@ -142,7 +143,7 @@ ITypeInfo* ApplicationEventSink::EventTypeInfo(LCID locale) {
 }
 
 void ApplicationEventAdvice::Advise(IUnknown* host, long host_major) {
-  if (m_cookie != kNotAdvised) _com_issue_error(E_FAIL);
+  if (m_cookie != kNotAdvised) RaiseFailure(E_FAIL, L"the add-in is connected already");
   if (!host) return;
   const auto major = static_cast<WORD>(host_major >= kFirstMajorWithTypeLibraryVersion ? host_major : 0);
   HRESULT result = S_OK;

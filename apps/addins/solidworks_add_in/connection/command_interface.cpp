@@ -5,9 +5,10 @@
 
 #include "CZALCADPathHelper.h"
 #include "DrawingHelper.h"
+#include "configuration/view_faults.h"
+#include "connection_failure.h"
 #include "diagnostics/diagnostics.h"
 #include "host/constants.h"
-#include "host_answer.h"
 #include "log/platform_log.h"
 #include "module/com_object.h"
 #include "module/dispatch.h"
@@ -26,11 +27,11 @@ constexpr long kLastPosition = -1;
 constexpr std::size_t kMaximumItems = 16;
 
 // In the strip of the resource IDB_TOOLBAR.
-constexpr long kIcons = 16;
+constexpr int kIcons = 16;
 
 constexpr swDocumentTypes_e kTabDocumentTypes[] = {swDocASSEMBLY, swDocDRAWING, swDocPART};
 
-using Items = std::vector<std::shared_ptr<CJsonObject>>;
+using Items = std::vector<CJsonObject::Pointer>;
 
 /// What the host saved about the group on an earlier start.
 struct SavedGroup {
@@ -64,9 +65,12 @@ ICommandGroupPtr CreateGroup(const ICommandManagerPtr& manager, const CComBSTR& 
 }
 
 /// Creates a file with the icon strip. @return its path; the empty text if it cannot be created.
+/// @throws _com_error E_OUTOFMEMORY, as for every text that is handed to the host.
 CComBSTR MakeIconFile(IBitmapHandler& bitmaps) {
   CComBSTR path;
-  return SUCCEEDED(bitmaps.CreateBitmapFileFromResource(IDB_TOOLBAR, &path)) ? path : CComBSTR(L"");
+  const HRESULT result = bitmaps.CreateBitmapFileFromResource(IDB_TOOLBAR, &path);
+  if (result == E_OUTOFMEMORY) _com_issue_error(result);
+  return SUCCEEDED(result) ? path : CComBSTR(L"");
 }
 
 long AddItem(const ICommandGroupPtr& group, const CJsonObject& item) {
@@ -111,71 +115,15 @@ void BuildTab(const ICommandManagerPtr& manager, swDocumentTypes_e type, const C
   FillTab(Need(tab, L"ICommandManager::AddCommandTab"), group, indices);
 }
 
-/// The member `key` of `object`; null if it is missing.
-const CJsonObject::Value* FindMember(const CJsonObject& object, const std::wstring& key) {
-  const CJsonObject::Document& document = *object.Share();
-  if (!document.IsObject()) return nullptr;
-  const auto member = document.FindMember(CStringHelper::UnicodeToUTF8(key).c_str());
-  return member == document.MemberEnd() ? nullptr : &member->value;
-}
-
-/// What is wrong with a text; empty if nothing is.
-std::wstring TextFault(const CJsonObject& object, const std::wstring& key) {
-  const CJsonObject::Value* const value = FindMember(object, key);
-  if (!value) return L" is missing";
-  return value->IsString() ? L"" : L" is not a text";
-}
-
-/// What is wrong with the name of a callback or enable method; empty if nothing is.
-std::wstring MethodFault(const CJsonObject& item, const std::wstring& key) {
-  if (std::wstring fault = TextFault(item, key); !fault.empty()) return fault;
-  std::wstring name = item.GetStringValue(key);
-  wchar_t* names[] = {name.data()};
-  DISPID id = DISPID_UNKNOWN;
-  if (SUCCEEDED(add_in_dispatch::GetIDsOfNames(IID_NULL, names, 1, LOCALE_NEUTRAL, &id))) return {};
-  return L": \"" + name + L"\" is not a method of the add-in";
-}
-
-/// What is wrong with the number of the icon; empty if nothing is.
-std::wstring IconFault(const CJsonObject& item, const std::wstring& key) {
-  const CJsonObject::Value* const value = FindMember(item, key);
-  if (!value) return L" is missing";
-  if (!value->IsInt()) return L" is not a whole number";
-  const int index = value->GetInt();
-  if (index >= 0 && index < kIcons) return {};
-  return L": " + std::to_wstring(index) + L" is not the number of an icon, 0 to " +
-         std::to_wstring(kIcons - 1);
-}
-
-void LogFault(const std::wstring& place, const std::wstring& key, const std::wstring& fault) {
-  if (!fault.empty()) LogPlatformError(place + L"\"" + key + L"\"" + fault);
-}
-
-/// Logs what is wrong with the items; the menu is built all the same.
-void LogFaults(const CJsonObject& view, const Items& items, const std::wstring& view_file) {
-  LogFault(view_file + L": ", L"name", TextFault(view, L"name"));
-  for (std::size_t index = 0; index < items.size(); ++index) {
-    const CJsonObject& item = *items[index];
-    const std::wstring place =
-        view_file + L": item " + std::to_wstring(index + 1) + L" \"" + item.GetStringValue(L"name") + L"\": ";
-    for (const wchar_t* key : {L"name", L"ToolTip", L"Hint"}) LogFault(place, key, TextFault(item, key));
-    for (const wchar_t* key : {L"CallbackFunction", L"EnableMethod"}) {
-      LogFault(place, key, MethodFault(item, key));
-    }
-    LogFault(place, L"ImageListIndex", IconFault(item, L"ImageListIndex"));
-  }
-}
-
-/// The items of the menu, up to the maximum number; logs if some are left out, and what is wrong with the
-/// rest.
+/// The items of the menu, up to the maximum number. Logs what is wrong in the file; the menu is built all the
+/// same.
 Items ReadItems(const CJsonObject& view, const std::wstring& view_file) {
   Items items = view.GetObjectArray(L"Menu");
-  if (items.size() > kMaximumItems) {
-    LogPlatformError(view_file + L": \"Menu\" has " + std::to_wstring(items.size()) +
-                     L" items; only the first " + std::to_wstring(kMaximumItems) + L" are added");
-    items.resize(kMaximumItems);
+  const ViewRules rules{kMaximumItems, kIcons, add_in_dispatch::IsCommand, add_in_dispatch::IsEnableMethod};
+  for (const auto& fault : FindViewFaults(view, items, rules)) {
+    LogPlatformError(view_file + L": " + fault);
   }
-  LogFaults(view, items, view_file);
+  items.resize(std::min(items.size(), kMaximumItems));
   return items;
 }
 

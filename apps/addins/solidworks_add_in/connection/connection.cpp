@@ -5,9 +5,9 @@
 #include "CComBSTR.h"
 #include "CStringHelper.h"
 #include "CZALException.h"
+#include "connection_failure.h"
 #include "diagnostics/diagnostics.h"
 #include "errors/caught_exception.h"
-#include "host_answer.h"
 #include "log/platform_log.h"
 #include "module/com_module.h"
 #include "module/log_set_up.h"
@@ -95,8 +95,10 @@ STDMETHODIMP CSolidWorksAddIn::DisconnectFromSW(VARIANT_BOOL* IsDisconnected) {
   }
   const HRESULT unadvised = m_eventAdvice.Unadvise(iSwApp);
   if (IsDisconnected) *IsDisconnected = unadvised == S_OK ? VARIANT_TRUE : VARIANT_FALSE;
+  // Held until the logout has ended, however it ends. If the host connects anew meanwhile, that connection's
+  // pointers stay.
+  const ISldWorksPtr application(iSwApp.Detach(), false);
+  const ICommandManagerPtr manager(m_commandManager.Detach(), false);  // released first
   if (m_loggedIn) LogOutBeforeDisconnect();
-  m_commandManager = nullptr;
-  iSwApp = nullptr;
   return S_OK;
 }

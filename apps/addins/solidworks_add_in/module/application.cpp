@@ -23,6 +23,12 @@ CDisplayErrorMsg::Labels CSolidWorksAddInApp::ErrorBoxLabels() const {
   return {LoadResourceString(module, IDS_ERROR_CODE), LoadResourceString(module, IDS_LOG_FOLDER)};
 }
 
+CZALCmdInvoker::BoxTexts CSolidWorksAddInApp::ClientBoxTexts() const {
+  HINSTANCE module = CSolidWorksAddInModule::Instance().ModuleHandle();
+  return {LoadResourceString(module, IDS_CLIENT_DID_NOT_ANSWER), LoadResourceString(module, IDS_LOG_FOLDER),
+          Title()};
+}
+
 int CSolidWorksAddInApp::ShowMessageBox(const std::wstring& text) const {
   HWND owner = GetActiveWindow();
   // Without an owner window, all windows of the thread are disabled.

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "CDisplayErrorMsg.h"
+#include "CZALCmdInvoker.h"
 
 /// The DLL's start-up and shut-down, its title and its message boxes. One per process.
 class CSolidWorksAddInApp {
@@ -23,6 +24,9 @@ class CSolidWorksAddInApp {
 
   /// The labels of the error box, in the language of the thread.
   CDisplayErrorMsg::Labels ErrorBoxLabels() const;
+
+  /// The texts of the box about a PLM client that cannot be reached, in the language of the thread.
+  CZALCmdInvoker::BoxTexts ClientBoxTexts() const;
 
   /// Shows `text` in a modal box with an OK button and the exclamation icon. The caption is the title, the
   /// owner the thread's active window.

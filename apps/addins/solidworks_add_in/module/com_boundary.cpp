@@ -18,10 +18,9 @@ HRESULT LogEscapedException(const wchar_t* method) noexcept {
     const CaughtException caught = CaughtException::Describe();
     InitialiseLog();  // the host may call before it connects
     LogPlatformError(std::wstring(method) + L" raised " + HexCode(caught.code) + L": " + caught.text);
-    return FailingCode(caught.code);
-  } catch (...) {  // no memory even for the text
-    return E_OUTOFMEMORY;
+  } catch (...) {  // no memory for the line: the code must do
   }
+  return CodeOfEscapedException();
 }
 
 HRESULT CodeOfEscapedException() noexcept {

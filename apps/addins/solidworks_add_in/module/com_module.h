@@ -35,15 +35,15 @@ class CSolidWorksAddInModule {
 
   /// The class object of the class `id`.
   /// @return CLASS_E_CLASSNOTAVAILABLE for a class that is not among the creatable ones.
-  HRESULT GetClassObject(REFCLSID id, REFIID iid, void** object) const noexcept;
+  HRESULT GetClassObject(REFCLSID id, REFIID iid, void** object) const;
 
   /// Registers all classes and the type library for the whole machine.
   /// @return the first failure, at which it stops, or S_OK.
-  HRESULT Register() const noexcept;
+  HRESULT Register() const;
 
   /// Removes what Register wrote; ignores missing entries.
   /// @return the first failure or S_OK; a failure does not stop the rest.
-  HRESULT Unregister() const noexcept;
+  HRESULT Unregister() const;
 
  private:
   HINSTANCE m_handle = nullptr;

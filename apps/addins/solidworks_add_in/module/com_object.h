@@ -94,6 +94,6 @@ HRESULT CreateComObject(REFIID iid, void** object, Arguments&&... arguments) noe
     created->Release();
     return result;
   } catch (...) {
-    return CodeOfEscapedException();
+    return LogEscapedException(L"creating an object");
   }
 }

@@ -23,7 +23,7 @@ class SystemLocale {
 
 }  // namespace
 
-HRESULT CSolidWorksAddInModule::GetClassObject(REFCLSID id, REFIID iid, void** object) const noexcept {
+HRESULT CSolidWorksAddInModule::GetClassObject(REFCLSID id, REFIID iid, void** object) const {
   if (!object) return E_POINTER;
   *object = nullptr;
   const auto found = std::ranges::find_if(m_classes, [&id](const auto& known) { return known.id == id; });
@@ -31,7 +31,7 @@ HRESULT CSolidWorksAddInModule::GetClassObject(REFCLSID id, REFIID iid, void** o
   return CreateComObject<ClassFactory>(iid, object, *found);
 }
 
-HRESULT CSolidWorksAddInModule::Register() const noexcept {
+HRESULT CSolidWorksAddInModule::Register() const {
   const SystemLocale locale;
   for (const CreatableClass& registered : m_classes) {
     const HRESULT result = registrar::Register(registered);
@@ -40,7 +40,7 @@ HRESULT CSolidWorksAddInModule::Register() const noexcept {
   return type_library::Register();
 }
 
-HRESULT CSolidWorksAddInModule::Unregister() const noexcept {
+HRESULT CSolidWorksAddInModule::Unregister() const {
   const SystemLocale locale;
   HRESULT first = S_OK;
   for (const CreatableClass& registered : m_classes) {

@@ -1,6 +1,7 @@
 #include "dispatch.h"
 
 #include <iterator>
+#include <string_view>
 
 #include "exception_info.h"
 #include "type_library.h"
@@ -42,13 +43,14 @@ const MethodPair& PairOf(DISPID id) { return kMethods[(id - kFirstId) / 2]; }
 bool IsEnable(DISPID id) { return id % 2 == 0; }
 const wchar_t* NameOf(DISPID id) { return IsEnable(id) ? PairOf(id).enable_name : PairOf(id).command_name; }
 
-bool SameName(const wchar_t* a, const wchar_t* b) {
-  return CompareStringOrdinal(a, -1, b, -1, TRUE) == CSTR_EQUAL;
+bool SameName(std::wstring_view a, std::wstring_view b) {
+  return CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()),
+                              TRUE) == CSTR_EQUAL;
 }
 
-DISPID FindId(const wchar_t* name) {
+DISPID FindId(std::wstring_view name) {
   for (DISPID id = kFirstId; id <= kLastId; ++id) {
-    if (name && SameName(name, NameOf(id))) return id;
+    if (SameName(name, NameOf(id))) return id;
   }
   return DISPID_UNKNOWN;
 }
@@ -91,9 +93,19 @@ HRESULT GetTypeInfo(UINT index, LCID, ITypeInfo** info) noexcept {
 HRESULT GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID, DISPID* ids) noexcept {
   if (iid != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
   if (!names || !ids || count == 0) return E_INVALIDARG;
-  ids[0] = FindId(names[0]);
+  ids[0] = names[0] ? FindId(names[0]) : DISPID_UNKNOWN;
   for (UINT argument = 1; argument < count; ++argument) ids[argument] = DISPID_UNKNOWN;
   return ids[count - 1] == DISPID_UNKNOWN ? DISP_E_UNKNOWNNAME : S_OK;
+}
+
+bool IsCommand(const std::wstring& name) noexcept {
+  const DISPID id = FindId(name);
+  return id != DISPID_UNKNOWN && !IsEnable(id);
+}
+
+bool IsEnableMethod(const std::wstring& name) noexcept {
+  const DISPID id = FindId(name);
+  return id != DISPID_UNKNOWN && IsEnable(id);
 }
 
 HRESULT Invoke(ISolidWorksAddIn& target, DISPID id, REFIID iid, LCID, WORD flags, DISPPARAMS* parameters,

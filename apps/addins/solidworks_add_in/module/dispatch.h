@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <string>
+
 #include "solidworks_add_in_h.h"
 
 /// IDispatch for ISolidWorksAddIn. The dispatch ids are those of the type library, 1 to 28.
@@ -20,6 +22,10 @@ HRESULT GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) noexcept;
 ///         arguments always are, because no method here takes named arguments); DISP_E_UNKNOWNINTERFACE if
 ///         `iid` is not IID_NULL; E_INVALIDARG without names.
 HRESULT GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) noexcept;
+
+/// Whether `name` is, without regard to case, the name of a command or of an enable method.
+bool IsCommand(const std::wstring& name) noexcept;
+bool IsEnableMethod(const std::wstring& name) noexcept;
 
 /// Calls the method `id` of `target`. A command takes no argument. An enable method writes its status into a
 /// long passed by reference, or into `result` if no argument is passed.

@@ -120,9 +120,12 @@ class Guard<ISwAddin> final : public GuardBase<ISwAddin> {
 
   STDMETHODIMP ConnectToSW(IDispatch* ThisSW, long Cookie, VARIANT_BOOL* IsConnected) override {
     if (IsConnected) *IsConnected = VARIANT_FALSE;
+    VARIANT_BOOL connected = VARIANT_FALSE;
     try {
       const IUnknownPtr self(this);
-      return Target().ConnectToSW(ThisSW, Cookie, IsConnected);
+      const HRESULT result = Target().ConnectToSW(ThisSW, Cookie, &connected);
+      if (IsConnected) *IsConnected = connected;
+      return result;
     } catch (...) {  // logged by the method, which knows the file or the call that failed
       return CodeOfEscapedException();
     }
@@ -132,7 +135,11 @@ class Guard<ISwAddin> final : public GuardBase<ISwAddin> {
     return EndExceptions(L"ISwAddin::DisconnectFromSW", [&] {
       // While the logout waits the host may let go of the add-in.
       const IUnknownPtr self(this);
-      return Target().DisconnectFromSW(IsDisconnected);
+      // An exception after the method has set its result leaves the host's at false.
+      VARIANT_BOOL disconnected = VARIANT_FALSE;
+      const HRESULT result = Target().DisconnectFromSW(&disconnected);
+      if (IsDisconnected) *IsDisconnected = disconnected;
+      return result;
     });
   }
 };

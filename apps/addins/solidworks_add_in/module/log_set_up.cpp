@@ -1,5 +1,7 @@
 #include "log_set_up.h"
 
+#include <mutex>
+
 #include "CLogInitializer.h"
 #include "CZALCADPathHelper.h"
 #include "base/file_attributes.h"
@@ -15,6 +17,8 @@ constexpr const wchar_t* kPropertiesName = L"Log4cplus.properties";
 // Created when the DLL is loaded; ends the log when the DLL is unloaded.
 CLogInitializer log_initializer;
 
+std::mutex starting;
+
 // That of the log folder; if there is none, the administrator's or the installed one.
 std::wstring PropertiesFile(const std::wstring& log_folder) {
   std::wstring own = log_folder + L"/" + kPropertiesName;
@@ -29,6 +33,8 @@ std::wstring PropertiesFile(const std::wstring& log_folder) {
 bool InitialiseLog() noexcept {
   if (CLogInitializer::Initialized()) return true;
   try {
+    const std::lock_guard lock(starting);  // any thread may be the first that has something to log
+    if (CLogInitializer::Initialized()) return true;
     std::wstring folder;
     CZALCADPathHelper::GetCADCfgLogPath(folder);
     const std::wstring properties = PropertiesFile(folder);

@@ -6,7 +6,7 @@
 
 #include "CStringHelper.h"
 #include "base/unique_registry_key.h"
-#include "errors/caught_exception.h"
+#include "com_boundary.h"
 #include "log/platform_log.h"
 #include "log_set_up.h"
 #include "registry_script.h"
@@ -110,19 +110,19 @@ std::vector<registry_script::Root> ReadScript(const CreatableClass& registered) 
 /// Calls `apply(root, key)` for every top-level key of the class's script; turns exceptions into results.
 template <class Apply>
 HRESULT ForEachKey(const CreatableClass& registered, Apply apply) noexcept {
-  try {
-    for (const registry_script::Root& root : ReadScript(registered)) {
-      for (const Key& key : root.keys) apply(HandleOf(root.root), key);
+  return EndExceptions(L"reading a registration script", [&] {
+    try {
+      for (const registry_script::Root& root : ReadScript(registered)) {
+        for (const Key& key : root.keys) apply(HandleOf(root.root), key);
+      }
+      return S_OK;
+    } catch (const registry_script::Error& error) {
+      InitialiseLog();
+      LogPlatformError(L"registration script " + std::to_wstring(registered.registration_script) + L", " +
+                       error.Message());
+      return E_FAIL;
     }
-    return S_OK;
-  } catch (const registry_script::Error& error) {
-    InitialiseLog();
-    LogPlatformError(L"registration script " + std::to_wstring(registered.registration_script) + L", " +
-                     error.Message());
-    return E_FAIL;
-  } catch (...) {
-    return CaughtException::Describe().code;
-  }
+  });
 }
 
 }  // namespace

@@ -7,8 +7,8 @@
 
 #include "CComBSTR.h"
 #include "base/com_pointers.h"
+#include "com_boundary.h"
 #include "com_module.h"
-#include "errors/caught_exception.h"
 #include "solidworks_add_in_h.h"
 
 namespace {
@@ -22,13 +22,11 @@ HRESULT Load(const std::wstring& path, ITypeLib** library) {
 HRESULT type_library::GetInterfaceInfo(REFIID iid, ITypeInfo** info) noexcept {
   if (!info) return E_POINTER;
   *info = nullptr;
-  try {
+  return EndExceptions(L"reading the type library", [&] {
     ITypeLibPtr library;
     const HRESULT loaded = Load(CSolidWorksAddInModule::Instance().Path(), &library);
     return FAILED(loaded) ? loaded : library->GetTypeInfoOfGuid(iid, info);
-  } catch (...) {
-    return CaughtException::Describe().code;
-  }
+  });
 }
 
 HRESULT type_library::CountInterfaceInfo(UINT* count) noexcept {
@@ -38,19 +36,17 @@ HRESULT type_library::CountInterfaceInfo(UINT* count) noexcept {
 }
 
 HRESULT type_library::Register() noexcept {
-  try {
+  return EndExceptions(L"registering the type library", [] {
     std::wstring path = CSolidWorksAddInModule::Instance().Path();
     std::wstring folder = path.substr(0, path.find_last_of(L'\\'));
     ITypeLibPtr library;
     const HRESULT loaded = Load(path, &library);
     return FAILED(loaded) ? loaded : RegisterTypeLib(library, path.data(), folder.data());
-  } catch (...) {
-    return CaughtException::Describe().code;
-  }
+  });
 }
 
 HRESULT type_library::Unregister() noexcept {
-  try {
+  return EndExceptions(L"unregistering the type library", []() -> HRESULT {
     ITypeLibPtr library;
     const HRESULT loaded = Load(CSolidWorksAddInModule::Instance().Path(), &library);
     if (FAILED(loaded)) return loaded;
@@ -65,7 +61,5 @@ HRESULT type_library::Unregister() noexcept {
       return S_OK;
     }
     return UnRegisterTypeLib(id.guid, id.wMajorVerNum, id.wMinorVerNum, id.lcid, id.syskind);
-  } catch (...) {
-    return CaughtException::Describe().code;
-  }
+  });
 }

@@ -75,6 +75,7 @@ struct BoxTexts {
   const char* name;
   LANGID language;
   const wchar_t* first_line;
+  const wchar_t* log_folder;
   const wchar_t* caption;
 };
 
@@ -90,18 +91,20 @@ TEST_P(ClientFailureBox, SaysInTheUsersLanguageThatTheClientDidNotAnswer) {
   const RecordedMessageBox& box = m_boxes->Boxes()[0];
   EXPECT_TRUE(box.text.starts_with(GetParam().first_line + std::wstring(L"\n\nthere is no pipe ")))
       << Utf8(box.text);
-  EXPECT_TRUE(box.text.ends_with(L"\nLog folder: " + m_home.Folder().Path(L"log"))) << Utf8(box.text);
+  EXPECT_TRUE(box.text.ends_with(GetParam().log_folder + (L" " + m_home.Folder().Path(L"log"))))
+      << Utf8(box.text);
   EXPECT_EQ(box.caption, GetParam().caption);
   EXPECT_EQ(box.icon, static_cast<UINT>(MB_ICONWARNING));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    , ClientFailureBox,
-    testing::Values(BoxTexts{"English", 0x0409, L"The PLM client did not answer.",
-                             L"Collaborative management"},
-                    BoxTexts{"SimplifiedChinese", 0x0804, L"PLM 客户端没有应答。", L"协同管理"},
-                    BoxTexts{"TraditionalChinese", 0x0404, L"PLM 用戶端沒有回應。", L"協同管理"}),
-    CaseName<BoxTexts>);
+INSTANTIATE_TEST_SUITE_P(, ClientFailureBox,
+                         testing::Values(BoxTexts{"English", 0x0409, L"The PLM client did not answer.",
+                                                  L"\nLog folder:", L"Collaborative management"},
+                                         BoxTexts{"SimplifiedChinese", 0x0804, L"PLM 客户端没有应答。",
+                                                  L"\n日志文件夹:", L"协同管理"},
+                                         BoxTexts{"TraditionalChinese", 0x0404, L"PLM 用戶端沒有回應。",
+                                                  L"\n日誌資料夾:", L"協同管理"}),
+                         CaseName<BoxTexts>);
 
 TEST_F(ClientFailure, LogoutNeverStartsTheClientsProgram) {
   ConnectAndLogIn();

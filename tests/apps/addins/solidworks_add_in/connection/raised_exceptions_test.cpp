@@ -112,14 +112,16 @@ TEST_F(RaisedException, OfEachCommandBeforeAConnectionIsInvalidPointer) {
   EXPECT_EQ(Asked(), Requests{});
 }
 
-TEST_F(RaisedException, OfEachCommandAfterAFailedConnectionIsInvalidPointer) {
-  m_host->Open(MakeModel(L"a.sldprt"));
+TEST_F(RaisedException, OfEachCommandAfterAFailedConnectionIsInvalidPointerWithAndWithoutADocument) {
   ThrownWithView("{");
-  m_boxes->Expect(IDCANCEL);  // PlmCreateMaterial asks before it sends
-  for (const DirectCommand& command : kAllCommands) {
-    EXPECT_EQ(ThrownComError([&] { (m_class->*command.method)(); }), E_POINTER) << Utf8(command.name);
+  for (const bool open : {false, true}) {
+    if (open) m_host->Open(MakeModel(L"a.sldprt"));
+    for (const DirectCommand& command : kAllCommands) {
+      EXPECT_EQ(ThrownComError([&] { (m_class->*command.method)(); }), E_POINTER) << Utf8(command.name);
+    }
   }
   EXPECT_EQ(Asked(), Requests{});
+  EXPECT_EQ(m_boxes->Boxes().size(), 0u);
 }
 
 TEST_F(RaisedException, OfACommandThatSendsTheLoginIsInvalidPointerWhileLoggedOut) {

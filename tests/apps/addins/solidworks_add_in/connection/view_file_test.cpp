@@ -184,9 +184,23 @@ INSTANTIATE_TEST_SUITE_P(
         FaultyItem{"CallbackNotAText", R"("CallbackFunction":[])",
                    LR"(item 2 "Second": "CallbackFunction" is not a text)"},
         FaultyItem{"IconNotANumber", R"("ImageListIndex":"3")",
-                   LR"(item 2 "Second": "ImageListIndex" is not a whole number)"},
+                   LR"(item 2 "Second": "ImageListIndex" is not a number)"},
         FaultyItem{"IconNotAWholeNumber", R"("ImageListIndex":2.5)",
-                   LR"(item 2 "Second": "ImageListIndex" is not a whole number)"}),
+                   LR"(item 2 "Second": "ImageListIndex": 2.5 is not the number of an icon, 0 to 15)"},
+        FaultyItem{"IconBeyondEveryNumber", R"("ImageListIndex":3000000000)",
+                   LR"(item 2 "Second": "ImageListIndex": 3000000000 is not the number of an icon, 0 to 15)"},
+        FaultyItem{"EmptyName", R"("name":"")", LR"(item 2 "": "name" is empty)"},
+        FaultyItem{"CallbackOfTwoLines", R"("CallbackFunction":"A\nB")",
+                   LR"(item 2 "Second": "CallbackFunction": "A B" is not a method of the add-in)"},
+        FaultyItem{
+            "CallbackIsAnEnableMethod", R"("CallbackFunction":"EnablePlmWf")",
+            LR"(item 2 "Second": "CallbackFunction": "EnablePlmWf" is an enable method, not a command)"},
+        FaultyItem{"EnableMethodIsACommand", R"("EnableMethod":"plmwf")",
+                   LR"(item 2 "Second": "EnableMethod": "plmwf" is a command, not an enable method)"},
+        FaultyItem{"CallbackGoesOnAfterANullCharacter", R"("CallbackFunction":"PlmWf\u0000x")",
+                   LR"(item 2 "Second": "CallbackFunction": "PlmWf x" is not a method of the add-in)"},
+        FaultyItem{"RepeatedKey", R"("Hint":"hint","Hint":"other","Hint":"third")",
+                   LR"(item 2 "Second": "Hint" is given more than once; the first one counts)"}),
     CaseName<FaultyItem>);
 
 TEST_F(ViewFile, WithoutATitleIsLogged) {
@@ -194,6 +208,23 @@ TEST_F(ViewFile, WithoutATitleIsLogged) {
   Connect();
   ASSERT_EQ(PlatformLog().size(), 1u);
   EXPECT_TRUE(PlatformLog()[0].ends_with(L"|" + file + L": \"name\" is missing")) << Utf8(PlatformLog()[0]);
+}
+
+TEST_F(ViewFile, WithAnEmptyTitleIsLogged) {
+  const std::wstring file = m_home.WriteConfiguration(L"View.json", R"({"name":"","Menu":[]})");
+  Connect();
+  ASSERT_EQ(PlatformLog().size(), 1u);
+  EXPECT_TRUE(PlatformLog()[0].ends_with(L"|" + file + L": \"name\" is empty")) << Utf8(PlatformLog()[0]);
+}
+
+TEST_F(ViewFile, WithRepeatedKeysIsLoggedKeyByKey) {
+  const std::wstring file = m_home.WriteConfiguration(
+      L"View.json", R"({"name":"PLM","Menu":[],"name":"B","x":1,"Menu":[{}],"y":2})");
+  Connect();
+  ASSERT_EQ(PlatformLog().size(), 2u);
+  const std::wstring end = L" is given more than once; the first one counts";
+  EXPECT_TRUE(PlatformLog()[0].ends_with(L"|" + file + L": \"Menu\"" + end)) << Utf8(PlatformLog()[0]);
+  EXPECT_TRUE(PlatformLog()[1].ends_with(L"|" + file + L": \"name\"" + end)) << Utf8(PlatformLog()[1]);
 }
 
 TEST_F(ViewFile, WithoutAFaultIsNotLogged) {

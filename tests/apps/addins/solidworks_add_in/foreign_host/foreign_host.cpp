@@ -14,12 +14,13 @@ constexpr Guid kAddIn = {0xB726E794, 0x32BB, 0x4D6D, {0xA6, 0xBF, 0x64, 0x88, 0x
 constexpr Guid kSwAddin = {0xDA306A0D, 0xEAC5, 0x4406, {0x86, 0x10, 0xB1, 0xDA, 0x80, 0x5D, 0x92, 0x70}};
 constexpr Guid kApplication = {0x83A33D22, 0x27C5, 0x11CE, {0xBF, 0xD4, 0x00, 0x40, 0x05, 0x13, 0xBB, 0x57}};
 
-// Slots of the add-in's interface, and of the application object.
+// Slots of the add-in's interface, and of the host's.
 constexpr int kFirstMethod = 7;
 constexpr int kMethods = 28;
 constexpr int kRevisionNumber = 25;
 constexpr int kGetCommandManager = 231;
 constexpr int kApplicationSlots = 368;
+constexpr int kCreateCommandGroup2 = 20;  // of the command manager
 
 bool Same(const Guid& a, const Guid& b) {
   const auto* x = reinterpret_cast<const unsigned char*>(&a);
@@ -42,13 +43,17 @@ void Print(const char* text) {
   WriteFile(GetStdHandle(kStandardOutput), text, size, &size, nullptr);
 }
 
-void PrintResult(const char* what, Result result) {
-  char text[] = "00000000";
-  auto rest = static_cast<Dword>(result);
-  for (int digit = 7; digit >= 0; --digit, rest >>= 4) text[digit] = "0123456789abcdef"[rest & 15];
-  Print(what);
-  Print(" ");
+void PrintHex(Dword number) {
+  char text[] = " 00000000";
+  for (int digit = 8; digit > 0; --digit, number >>= 4) text[digit] = "0123456789abcdef"[number & 15];
   Print(text);
+}
+
+/// Prints a line: what it is, and numbers of eight hexadecimal digits.
+template <class... Numbers>
+void PrintLine(const char* what, Numbers... numbers) {
+  Print(what);
+  (PrintHex(static_cast<Dword>(numbers)), ...);
   Print("\n");
 }
 
@@ -59,10 +64,19 @@ Result CallSlot(void* object, int slot, Arguments... arguments) {
   return reinterpret_cast<Method*>(*static_cast<void***>(object))[slot](object, arguments...);
 }
 
-// --- the application object: a table of functions, of which a few do something
+// --- the host's objects: tables of functions, of which a few do something
 
-enum class Host { kGivesNothing, kIsNoApplication, kThrows, kFaults };
+enum class Host { kGivesNothing, kIsNoApplication, kGivesManager, kThrows, kFaults };
 Host host_kind = Host::kGivesNothing;
+
+/// An object of the host, as large as its largest one.
+struct HostObject {
+  void** table = slots;
+  void* slots[kApplicationSlots] = {};
+};
+constinit HostObject application;  // nothing runs before Main
+constinit HostObject command_manager;
+constinit HostObject command_group;
 
 Result NotImplemented(void*) { return kNotImplemented; }
 unsigned long AddReference(void*) { return 2; }
@@ -81,24 +95,31 @@ Result GiveRevision(void*, wchar_t** revision) {
 }
 
 Result GiveCommandManager(void*, long, void** manager) {
-  *manager = nullptr;
+  *manager = host_kind == Host::kGivesManager ? &command_manager : nullptr;
   if (host_kind == Host::kThrows) throw 1;
   if (host_kind == Host::kFaults) *static_cast<volatile int*>(nullptr) = 1;
   return kOk;
 }
 
-void* application_table[kApplicationSlots];
-struct Application {
-  void** table = application_table;
-} application;
+Result GiveGroup(void*, long, wchar_t*, wchar_t*, wchar_t*, long, short, long*, void** group) {
+  *group = &command_group;
+  return kOk;
+}
 
-void FillApplicationTable() {
-  for (void*& slot : application_table) slot = reinterpret_cast<void*>(&NotImplemented);
-  application_table[0] = reinterpret_cast<void*>(&Query);
-  application_table[1] = reinterpret_cast<void*>(&AddReference);
-  application_table[2] = reinterpret_cast<void*>(&DropReference);
-  application_table[kRevisionNumber] = reinterpret_cast<void*>(&GiveRevision);
-  application_table[kGetCommandManager] = reinterpret_cast<void*>(&GiveCommandManager);
+void FillTable(HostObject& object) {
+  for (void*& slot : object.slots) slot = reinterpret_cast<void*>(&NotImplemented);
+  object.slots[0] = reinterpret_cast<void*>(&Query);
+  object.slots[1] = reinterpret_cast<void*>(&AddReference);
+  object.slots[2] = reinterpret_cast<void*>(&DropReference);
+}
+
+void FillTables() {
+  FillTable(application);
+  FillTable(command_manager);
+  FillTable(command_group);
+  application.slots[kRevisionNumber] = reinterpret_cast<void*>(&GiveRevision);
+  application.slots[kGetCommandManager] = reinterpret_cast<void*>(&GiveCommandManager);
+  command_manager.slots[kCreateCommandGroup2] = reinterpret_cast<void*>(&GiveGroup);
 }
 
 // --- the scenarios
@@ -119,16 +140,25 @@ Result Guarded(Guard guard, Function function) {
 
 void Connect(const Scenario& scenario) {
   short connected = -2;
-  PrintResult("ConnectToSW", Guarded(scenario.guard, [&] {
-                return CallSlot(scenario.connection, 3, static_cast<void*>(&application), 7L, &connected);
-              }));
-  PrintResult("IsConnected", connected);
+  const Result result = Guarded(scenario.guard, [&] {
+    return CallSlot(scenario.connection, 3, static_cast<void*>(&application), 7L, &connected);
+  });
+  PrintLine("ConnectToSW", result, connected);
 }
 
+void Disconnect(const Scenario& scenario) {
+  short disconnected = -2;
+  const Result result =
+      Guarded(scenario.guard, [&] { return CallSlot(scenario.connection, 4, &disconnected); });
+  PrintLine("DisconnectFromSW", result, disconnected);
+}
+
+/// Prints slot, result and status.
 void CallEveryMethod(const Scenario& scenario) {
   for (int slot = kFirstMethod; slot < kFirstMethod + kMethods; ++slot) {
     long status = -1;
-    PrintResult("slot", Guarded(scenario.guard, [&] { return CallSlot(scenario.add_in, slot, &status); }));
+    const Result result = Guarded(scenario.guard, [&] { return CallSlot(scenario.add_in, slot, &status); });
+    PrintLine("slot", slot, result, status);
   }
 }
 
@@ -137,6 +167,13 @@ struct DispatchParameters {
   long* names = nullptr;
   unsigned count = 0;
   unsigned named = 0;
+};
+
+struct Variant {
+  unsigned short type = 0;
+  unsigned short reserved[3] = {};
+  long value = -1;
+  void* second_half = nullptr;
 };
 
 struct ExceptionInformation {
@@ -151,17 +188,26 @@ struct ExceptionInformation {
   Result result = 0;
 };
 
+/// Prints id, result, the code of the exception, and the type of the value that came back and the value.
 void InvokeEveryMethod(const Scenario& scenario) {
   for (long id = 1; id <= kMethods; ++id) {
     DispatchParameters none;
+    Variant value;
     ExceptionInformation information;
     const Result result = Guarded(scenario.guard, [&] {
-      return CallSlot(scenario.add_in, 6, id, &kNull, 0UL, static_cast<unsigned short>(1), &none,
-                      static_cast<void*>(nullptr), &information, static_cast<unsigned*>(nullptr));
+      return CallSlot(scenario.add_in, 6, id, &kNull, 0UL, static_cast<unsigned short>(1), &none, &value,
+                      &information, static_cast<unsigned*>(nullptr));
     });
-    PrintResult("Invoke", result);
-    PrintResult("scode", information.result);
+    PrintLine("Invoke", id, result, information.result, value.type, value.type ? value.value : 0);
   }
+}
+
+/// Faults without the add-in: shows which guards catch that.
+void Fault(const Scenario& scenario) {
+  PrintLine("fault", Guarded(scenario.guard, [] {
+              *static_cast<volatile int*>(nullptr) = 1;
+              return kOk;
+            }));
 }
 
 const wchar_t* arguments[8];
@@ -189,12 +235,19 @@ Guard GuardOf(const wchar_t* name) {
 }
 
 void Run(const wchar_t* name, const Scenario& scenario) {
+  if (Same(name, L"fault")) return Fault(scenario);
   if (Same(name, L"commands")) return CallEveryMethod(scenario);
   if (Same(name, L"invoke")) return InvokeEveryMethod(scenario);
   if (Same(name, L"no-application")) host_kind = Host::kIsNoApplication;
+  if (Same(name, L"connect-with-manager")) host_kind = Host::kGivesManager;
   if (Same(name, L"throwing-host")) host_kind = Host::kThrows;
   if (Same(name, L"faulting-host")) host_kind = Host::kFaults;
   Connect(scenario);
+  if (!Same(name, L"everything-after-a-failure")) return;
+  CallEveryMethod(scenario);
+  Connect(scenario);
+  Disconnect(scenario);
+  Disconnect(scenario);
 }
 
 }  // namespace
@@ -205,7 +258,7 @@ extern "C" int _fltused = 0;
 extern "C" void Main() {
   if (SplitCommandLine() != 4) ExitProcess(2);
   OleInitialize(nullptr);
-  FillApplicationTable();
+  FillTables();
   const Handle dll = LoadLibraryW(arguments[1]);
   if (!dll) ExitProcess(3);
   const auto get = reinterpret_cast<Result (*)(const Guid&, const Guid&, void**)>(
@@ -222,7 +275,7 @@ extern "C" void Main() {
   CallSlot(scenario.connection, 2);
   CallSlot(scenario.add_in, 2);
   CallSlot(factory, 2);
-  PrintResult("DllCanUnloadNow", can_unload());
+  PrintLine("DllCanUnloadNow", can_unload());
   Print("alive\n");
   ExitProcess(0);
 }

@@ -4,7 +4,8 @@
 
 #include <windows.h>
 
-#include <algorithm>
+#include <iterator>
+#include <span>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -12,6 +13,7 @@
 #include "base/module_path.h"
 #include "base/unique_handle.h"
 #include "environment.h"
+#include "list_difference.h"
 #include "temp_folder.h"
 
 namespace {
@@ -19,7 +21,24 @@ namespace {
 constexpr DWORD kPatience = 60'000;  // ms
 constexpr wchar_t kView[] = L"home\\config\\New TAVO SolidWorks AddOn\\View.json";
 constexpr char kGoodView[] =
-    R"({"name":"PLM","Menu":[{"name":"Log in","CallbackFunction":"PlmLogin","EnableMethod":"EnablePlmLogin"}]})";
+    R"({"name":"PLM","Menu":[{"name":"Log in","ToolTip":"tip","Hint":"hint","CallbackFunction":"PlmLogin",)"
+    R"("EnableMethod":"EnablePlmLogin","ImageListIndex":0}]})";
+
+constexpr int kMethods = 28;
+constexpr const wchar_t* kCommands[] = {L"PlmLogin",
+                                        L"PlmLogOut",
+                                        L"OpenDataSelector",
+                                        L"PlmMyCheckOutList",
+                                        L"PlmWf",
+                                        L"PlmCode",
+                                        L"PlmQuery",
+                                        L"PlmImportCurrent",
+                                        L"PlmLotimport",
+                                        L"PlmCreateMaterial",
+                                        L"PlmMyTempMaterial",
+                                        L"PlmTaskManage",
+                                        L"PlmMaterialBackFill",
+                                        L"PlmImportChangeItem"};
 
 using Lines = std::vector<std::string>;
 
@@ -34,7 +53,7 @@ class ForeignHost : public testing::TestWithParam<const char*> {
     EXPECT_TRUE(CopyFileW(built.c_str(), m_folder.Path(L"add_in.dll").c_str(), TRUE));
   }
 
-  /// Runs the host. @return what it printed, line by line; its exit code is `m_exitCode`.
+  /// Runs the host. @return what it printed, line by line.
   Lines Run(const std::wstring& scenario, const std::wstring& guard) {
     SECURITY_ATTRIBUTES inheritable{sizeof inheritable, nullptr, TRUE};
     const UniqueHandle output =
@@ -55,7 +74,9 @@ class ForeignHost : public testing::TestWithParam<const char*> {
       ADD_FAILURE() << "the host hangs";
       TerminateProcess(process.get(), 1);
     }
-    GetExitCodeProcess(process.get(), &m_exitCode);
+    DWORD exit_code = 0;
+    GetExitCodeProcess(process.get(), &exit_code);
+    EXPECT_EQ(exit_code, m_expectedExitCode);
     Lines lines;
     std::istringstream text(m_folder.Read(L"output.txt"));
     for (std::string line; std::getline(text, line);) lines.push_back(line);
@@ -69,16 +90,34 @@ class ForeignHost : public testing::TestWithParam<const char*> {
 
   /// What the host prints of a connection that fails with `code`.
   static Lines NotConnected(const std::string& code) {
-    return {"ConnectToSW " + code, "IsConnected 00000000", "DllCanUnloadNow 00000000", "alive"};
+    return {"ConnectToSW " + code + " 00000000", "DllCanUnloadNow 00000000", "alive"};
   }
 
-  /// The lines of the log that are errors.
+  /// What the host prints of each method by slot, if the commands fail for want of a connection.
+  static Lines EverySlot() {
+    Lines lines;
+    for (int method = 0; method < kMethods; ++method) {
+      const bool is_command = method % 2 == 0;
+      const std::string status = method == 1 ? "00000001" : "00000000";  // "Log in" alone is enabled
+      lines.push_back("slot 000000" + HexByte(7 + method) +
+                      (is_command ? " 80004003 ffffffff" : " 00000000 " + status));
+    }
+    return lines;
+  }
+
+  static std::string HexByte(int number) {
+    constexpr char kDigits[] = "0123456789abcdef";
+    return {kDigits[number / 16], kDigits[number % 16]};
+  }
+
+  /// The texts of the log's lines that are errors, without time, thread and place.
   std::vector<std::wstring> Errors() const {
     std::vector<std::wstring> errors;
     if (!m_folder.Exists(L"home\\log\\SolidWorks.log")) return errors;
     std::wistringstream text(m_folder.ReadText(L"home\\log\\SolidWorks.log"));
     for (std::wstring line; std::getline(text, line);) {
-      if (line.find(L" ERROR ") != std::wstring::npos) errors.push_back(line);
+      if (line.ends_with(L'\r')) line.pop_back();
+      if (line.find(L" ERROR ") != std::wstring::npos) errors.push_back(line.substr(line.find(L" - ") + 3));
     }
     return errors;
   }
@@ -89,8 +128,18 @@ class ForeignHost : public testing::TestWithParam<const char*> {
     EXPECT_NE(errors[0].find(naming), std::wstring::npos) << testing::PrintToString(errors[0]);
   }
 
+  /// Expects one line for each command, in their order.
+  static void ExpectOneErrorForEachCommand(std::span<const std::wstring> errors) {
+    ASSERT_EQ(errors.size(), std::size(kCommands));
+    for (std::size_t index = 0; index < errors.size(); ++index) {
+      const std::wstring begin =
+          std::wstring(L"ISolidWorksAddIn::") + kCommands[index] + L" raised 0x80004003";
+      EXPECT_TRUE(errors[index].starts_with(begin)) << testing::PrintToString(errors[index]);
+    }
+  }
+
   TempFolder m_folder;
-  DWORD m_exitCode = 0;
+  DWORD m_expectedExitCode = 0;
 
  private:
   ScopedEnvironment m_home;
@@ -110,8 +159,20 @@ TEST_P(ForeignHost, OutlivesAMalformedViewFile) {
 
 TEST_P(ForeignHost, OutlivesAViewFileWithoutAMenu) {
   m_folder.Write(kView, R"({"name":"PLM"})");
-  EXPECT_EQ(Run(L"connect"), NotConnected("80004003"));  // the command manager is used first
-  ExpectOneError(L"ISldWorks::GetCommandManager");
+  EXPECT_EQ(Run(L"connect-with-manager"), NotConnected("a3013000"));
+  ExpectOneError(L"json member [Menu] not exist!");
+}
+
+TEST_P(ForeignHost, OutlivesAMenuOfTheWrongForm) {
+  m_folder.Write(kView, R"({"name":"PLM","Menu":[1]})");
+  EXPECT_EQ(Run(L"connect-with-manager"), NotConnected("a3013001"));
+  ExpectOneError(L"json member [Menu] has an element that is no object");
+}
+
+TEST_P(ForeignHost, OutlivesANullCommandTab) {
+  m_folder.Write(kView, kGoodView);
+  EXPECT_EQ(Run(L"connect-with-manager"), NotConnected("80004003"));
+  ExpectOneError(L"ICommandManager::AddCommandTab");
 }
 
 TEST_P(ForeignHost, OutlivesANullCommandManager) {
@@ -126,40 +187,73 @@ TEST_P(ForeignHost, OutlivesAHostThatIsNoApplication) {
 }
 
 TEST_P(ForeignHost, OutlivesEveryMethodBySlotBeforeAConnection) {
-  const Lines lines = Run(L"commands");
-
-  EXPECT_EQ(std::count(lines.begin(), lines.end(), "slot 80004003"), 14) << testing::PrintToString(lines);
-  EXPECT_EQ(std::count(lines.begin(), lines.end(), "slot 00000000"), 14);
-  EXPECT_EQ(lines.back(), "alive");
-  EXPECT_EQ(Errors().size(), 14u);
+  Lines expected = EverySlot();
+  expected.insert(expected.end(), {"DllCanUnloadNow 00000000", "alive"});
+  EXPECT_SAME_ENTRIES(Run(L"commands"), expected);
+  ExpectOneErrorForEachCommand(Errors());
 }
 
 TEST_P(ForeignHost, OutlivesEveryMethodByNameBeforeAConnection) {
-  const Lines lines = Run(L"invoke");
+  Lines expected;
+  for (int id = 1; id <= kMethods; ++id) {
+    const bool is_command = id % 2 == 1;
+    const std::string value = id == 2 ? "00000001" : "00000000";
+    expected.push_back(
+        "Invoke 000000" + HexByte(id) +
+        (is_command ? " 80020009 80004003 00000000 00000000" : " 00000000 00000000 00000003 " + value));
+  }
+  expected.insert(expected.end(), {"DllCanUnloadNow 00000000", "alive"});
+  EXPECT_SAME_ENTRIES(Run(L"invoke"), expected);
+  ExpectOneErrorForEachCommand(Errors());
+}
 
-  EXPECT_EQ(std::count(lines.begin(), lines.end(), "Invoke 80020009"), 14) << testing::PrintToString(lines);
-  EXPECT_EQ(std::count(lines.begin(), lines.end(), "scode 80004003"), 14);
-  EXPECT_EQ(std::count(lines.begin(), lines.end(), "Invoke 00000000"), 14);
-  EXPECT_EQ(lines.back(), "alive");
-  EXPECT_EQ(Errors().size(), 14u);
+TEST_P(ForeignHost, OutlivesEverythingAfterAConnectionThatFailed) {
+  Lines expected = {"ConnectToSW a3013001 00000000"};
+  const Lines slots = EverySlot();
+  expected.insert(expected.end(), slots.begin(), slots.end());
+  expected.insert(expected.end(),
+                  {"ConnectToSW a3013001 00000000", "DisconnectFromSW 00000000 00000000",
+                   "DisconnectFromSW 00000000 00000000", "DllCanUnloadNow 00000000", "alive"});
+  EXPECT_SAME_ENTRIES(Run(L"everything-after-a-failure"), expected);
+  const std::vector<std::wstring> errors = Errors();
+  ASSERT_EQ(errors.size(), 2 + std::size(kCommands));
+  EXPECT_NE(errors.front().find(L"View.json"), std::wstring::npos);
+  EXPECT_NE(errors.back().find(L"View.json"), std::wstring::npos);
+  ExpectOneErrorForEachCommand(std::span(errors).subspan(1, std::size(kCommands)));
 }
 
 std::string GuardName(const testing::TestParamInfo<const char*>& test) { return test.param; }
 INSTANTIATE_TEST_SUITE_P(, ForeignHost, testing::Values("none", "ehsc", "eha", "seh"), GuardName);
 
 /// An exception of the host's own passes the DLL's frames unseen: the host goes on, but the DLL stays loaded.
-class ExceptionOfTheHost : public ForeignHost {};
+class ExceptionOfTheHost : public ForeignHost {
+ protected:
+  const Lines kCaughtAndLoaded = {"ConnectToSW e0000001 00000000", "DllCanUnloadNow 00000001", "alive"};
+};
 
 TEST_P(ExceptionOfTheHost, PassesTheDllWhichStaysLoaded) {
-  EXPECT_EQ(Run(L"throwing-host"),
-            (Lines{"ConnectToSW e0000001", "IsConnected 00000000", "DllCanUnloadNow 00000001", "alive"}));
+  EXPECT_EQ(Run(L"throwing-host"), kCaughtAndLoaded);
 }
 
 INSTANTIATE_TEST_SUITE_P(, ExceptionOfTheHost, testing::Values("ehsc", "eha", "seh"), GuardName);
 
-TEST_F(ExceptionOfTheHost, ThatIsAFaultPassesTheDllWhichStaysLoaded) {
-  EXPECT_EQ(Run(L"faulting-host", L"seh"),
-            (Lines{"ConnectToSW e0000001", "IsConnected 00000000", "DllCanUnloadNow 00000001", "alive"}));
+/// A fault in the host is caught under /EHa and by __except only.
+class FaultOfTheHost : public ExceptionOfTheHost {};
+
+TEST_P(FaultOfTheHost, PassesTheDllWhichStaysLoaded) {
+  EXPECT_EQ(Run(L"fault"), (Lines{"fault e0000001", "DllCanUnloadNow 00000000", "alive"}));
+  EXPECT_EQ(Run(L"faulting-host"), kCaughtAndLoaded);
 }
+
+INSTANTIATE_TEST_SUITE_P(, FaultOfTheHost, testing::Values("eha", "seh"), GuardName);
+
+class UncaughtFaultOfTheHost : public ForeignHost {};
+
+TEST_P(UncaughtFaultOfTheHost, EndsIt) {
+  m_expectedExitCode = static_cast<DWORD>(STATUS_ACCESS_VIOLATION);
+  EXPECT_EQ(Run(L"fault"), Lines{});
+}
+
+INSTANTIATE_TEST_SUITE_P(, UncaughtFaultOfTheHost, testing::Values("none", "ehsc"), GuardName);
 
 }  // namespace

@@ -186,6 +186,47 @@ TEST(GuardOfTheConnection, SaysNotConnectedAndNotDisconnected) {
   EXPECT_EQ(disconnected, VARIANT_FALSE);
 }
 
+/// Throws after it has told the host that all went well.
+class LateThrowingConnection : public Thrower<ISwAddin> {
+ public:
+  using Thrower::Thrower;
+  STDMETHODIMP ConnectToSW(IDispatch*, long, VARIANT_BOOL* connected) override {
+    *connected = VARIANT_TRUE;
+    return Throw();
+  }
+  STDMETHODIMP DisconnectFromSW(VARIANT_BOOL* disconnected) override {
+    *disconnected = VARIANT_TRUE;
+    return Throw();
+  }
+};
+
+TEST(GuardOfTheConnection, SaysSoAlsoIfTheMethodHadSaidOtherwise) {
+  LateThrowingConnection target([] { throw 1; });
+  Guard<ISwAddin> guard(target);
+  VARIANT_BOOL connected = VARIANT_TRUE;
+  VARIANT_BOOL disconnected = VARIANT_TRUE;
+
+  EXPECT_EQ(guard.ConnectToSW(nullptr, 1, &connected), E_FAIL);
+  EXPECT_EQ(guard.DisconnectFromSW(&disconnected), E_FAIL);
+
+  EXPECT_EQ(connected, VARIANT_FALSE);
+  EXPECT_EQ(disconnected, VARIANT_FALSE);
+}
+
+TEST(GuardOfTheConnection, PassesResultsOnWhereTheHostAsksForThem) {
+  LateThrowingConnection target([] {});
+  Guard<ISwAddin> guard(target);
+  VARIANT_BOOL done = VARIANT_FALSE;
+
+  EXPECT_EQ(guard.ConnectToSW(nullptr, 1, &done), S_OK);
+  EXPECT_EQ(done, VARIANT_TRUE);
+  done = VARIANT_FALSE;
+  EXPECT_EQ(guard.DisconnectFromSW(&done), S_OK);
+  EXPECT_EQ(done, VARIANT_TRUE);
+  EXPECT_EQ(guard.ConnectToSW(nullptr, 1, nullptr), S_OK);
+  EXPECT_EQ(guard.DisconnectFromSW(nullptr), S_OK);
+}
+
 TEST(GuardOfTheBitmapHandler, ReturnsNoPath) {
   ThrowingBitmapHandler target([] { throw std::bad_alloc(); });
   Guard<IBitmapHandler> guard(target);

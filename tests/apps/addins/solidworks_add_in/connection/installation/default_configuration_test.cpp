@@ -37,7 +37,7 @@ TEST_F(NoDefaultConfiguration, MakesConnectingFailAndNamesTheMissingFile) {
   ASSERT_EQ(log.size(), 2u);
   EXPECT_NE(log[0].find(L" INFO  platform "), std::wstring::npos) << CStringHelper::UnicodeToUTF8(log[0]);
   EXPECT_NE(log[1].find(L" ERROR platform "), std::wstring::npos) << CStringHelper::UnicodeToUTF8(log[1]);
-  // Once as the file that was read, once in the text of the failure.
+  // The text of the failure names the file; the line does not name it once more.
   const std::size_t first = log[1].find(view);
   ASSERT_NE(first, std::wstring::npos) << CStringHelper::UnicodeToUTF8(log[1]);
   EXPECT_EQ(log[1].find(view, first + 1), std::wstring::npos) << CStringHelper::UnicodeToUTF8(log[1]);

@@ -1,20 +1,17 @@
-#include "host_answer.h"
+#include "connection_failure.h"
 
 #include <comdef.h>
 #include <oleauto.h>
 
-#include <string>
-
 #include "CComBSTR.h"
 #include "base/com_pointers.h"
 
-void RaiseNoAnswer(const wchar_t* call) {
+void RaiseFailure(HRESULT code, const std::wstring& reason) {
   ICreateErrorInfoPtr description;
   IErrorInfo* error = nullptr;
   if (SUCCEEDED(CreateErrorInfo(&description))) {
-    const CComBSTR text(call + std::wstring(L" returned nothing"));
-    description->SetDescription(text);
+    description->SetDescription(CComBSTR(reason));
     description->QueryInterface(IID_PPV_ARGS(&error));
   }
-  throw _com_error(E_POINTER, error);  // takes over the error object
+  throw _com_error(code, error);  // takes over the error object
 }
