@@ -58,6 +58,10 @@ std::vector<HeldReference> Host::HeldReferences() const {
   return held;
 }
 
+void Host::OnLastRelease(std::function<void(const std::wstring& object)> action) {
+  m_state->services->on_last_release = std::move(action);
+}
+
 std::size_t Host::AdvisedSinks() const { return m_state->events.Sinks().size(); }
 
 std::vector<IDispatchPtr> Host::EventSinks() const {

@@ -23,6 +23,7 @@ void ApplicationEvents::Fire(const ApplicationEvent& event, std::vector<_variant
   DISPPARAMS parameters{};
   parameters.rgvarg = arguments.data();
   parameters.cArgs = static_cast<UINT>(arguments.size());
+  HRESULT first_failure = S_OK;
   const auto sinks = m_sinks;  // a sink may unadvise itself
   for (const auto& [cookie, sink] : sinks) {
     _variant_t result;
@@ -30,9 +31,10 @@ void ApplicationEvents::Fire(const ApplicationEvent& event, std::vector<_variant
                                         &result, nullptr, nullptr);
     if (FAILED(called)) {
       m_journal.Note(L"sink " + std::to_wstring(cookie) + L" failed: " + ResultText(called));
+      if (SUCCEEDED(first_failure)) first_failure = called;
     }
   }
-  m_journal.End(entry, S_OK, L"");
+  m_journal.End(entry, first_failure, L"");
 }
 
 }  // namespace cad_host

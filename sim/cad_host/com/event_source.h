@@ -43,8 +43,8 @@ class ApplicationEvents {
 
   const std::map<DWORD, IDispatchPtr>& Sinks() const { return m_sinks; }
 
-  /// Calls every sink with `arguments`. A sink that fails is noted in the journal; the others
-  /// are still called.
+  /// Calls every sink with `arguments`. A sink that fails is noted in the journal, and the first failure is
+  /// the result of the event's entry; the others are still called.
   void Fire(const ApplicationEvent& event, std::vector<_variant_t> arguments);
 
  private:

@@ -58,8 +58,10 @@ HostObject* HostObject::From(IUnknown* pointer) {
 
 ULONG HostObject::DropReference() {
   const ULONG left = --m_references;
-  if (left == 0) delete this;
-  return left;
+  if (left > 0) return left;
+  if (m_services->on_last_release) m_services->on_last_release(Describe());
+  delete this;
+  return 0;
 }
 
 std::wstring InterfaceName(REFIID iid) {

@@ -22,9 +22,10 @@ HKEY HandleOf(registry_script::RootKey root) {
   return root == registry_script::RootKey::kClassesRoot ? HKEY_CLASSES_ROOT : HKEY_LOCAL_MACHINE;
 }
 
-HRESULT IgnoreMissing(LSTATUS status) {
-  return status == ERROR_FILE_NOT_FOUND ? S_OK : HRESULT_FROM_WIN32(status);
-}
+/// A function, because the macro evaluates its argument several times: never pass it a call.
+HRESULT ResultOf(LSTATUS status) { return HRESULT_FROM_WIN32(status); }
+
+HRESULT IgnoreMissing(LSTATUS status) { return status == ERROR_FILE_NOT_FOUND ? S_OK : ResultOf(status); }
 
 void KeepFirstFailure(HRESULT& first, HRESULT result) {
   if (SUCCEEDED(first) && FAILED(result)) first = result;
@@ -32,12 +33,12 @@ void KeepFirstFailure(HRESULT& first, HRESULT result) {
 
 HRESULT WriteValue(HKEY key, const Value& value) {
   if (const auto* const number = std::get_if<std::uint32_t>(&value.data)) {
-    return HRESULT_FROM_WIN32(RegSetValueExW(key, value.name.c_str(), 0, REG_DWORD,
-                                             reinterpret_cast<const BYTE*>(number), sizeof *number));
+    return ResultOf(RegSetValueExW(key, value.name.c_str(), 0, REG_DWORD,
+                                   reinterpret_cast<const BYTE*>(number), sizeof *number));
   }
   const auto& text = std::get<std::wstring>(value.data);
   const auto size = static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t));
-  return HRESULT_FROM_WIN32(
+  return ResultOf(
       RegSetValueExW(key, value.name.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()), size));
 }
 
@@ -46,8 +47,8 @@ HRESULT WriteKey(HKEY parent, const Key& key) {
   if (key.removal == Removal::kWithContents) result = IgnoreMissing(RegDeleteTreeW(parent, key.name.c_str()));
   if (FAILED(result)) return result;
   HKEY created = nullptr;
-  result = HRESULT_FROM_WIN32(RegCreateKeyExW(parent, key.name.c_str(), 0, nullptr, 0, KEY_READ | KEY_WRITE,
-                                              nullptr, &created, nullptr));
+  result = ResultOf(RegCreateKeyExW(parent, key.name.c_str(), 0, nullptr, 0, KEY_READ | KEY_WRITE, nullptr,
+                                    &created, nullptr));
   const UniqueRegistryKey written(created);
   for (const Value& value : key.values) {
     if (SUCCEEDED(result)) result = WriteValue(written.get(), value);

@@ -16,6 +16,7 @@
 /// Everything happens on the thread that created the host, which becomes a single-threaded apartment.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -63,6 +64,10 @@ class Host {
 
   /// The objects that are held from outside. Empty if all references were released.
   std::vector<HeldReference> HeldReferences() const;
+
+  /// From now on, calls `action` whenever the last reference to an object is released, with what
+  /// HeldReferences calls the object.
+  void OnLastRelease(std::function<void(const std::wstring& object)> action);
 
   /// How many event sinks are advised.
   std::size_t AdvisedSinks() const;

@@ -23,7 +23,7 @@ struct JournalEntry {
   int depth = 0;           ///< the number of entries that contain this one
   std::wstring method;     ///< such as "ISldWorks::OpenDoc6"; for a note, its text
   std::wstring arguments;  ///< the input arguments, such as `"C:\bolt.sldprt", 1, 1, ""`
-  HRESULT result = S_OK;
+  HRESULT result = S_OK;   ///< for an event, the first failure of a sink
   std::wstring results;  ///< the output arguments, such as `0, 0, part "bolt.sldprt"`
   bool fault = false;    ///< the result comes from a fault
 

@@ -91,6 +91,18 @@ void AddInFixture::ConnectAndLogIn() {
 
 bool AddInFixture::Disconnect() { return m_host->Disconnect(*std::exchange(m_addIn, nullptr)); }
 
+bool AddInFixture::DisconnectObject() const {
+  VARIANT_BOOL disconnected = VARIANT_FALSE;
+  EXPECT_EQ(m_addIn->object->DisconnectFromSW(&disconnected), S_OK);
+  return disconnected != VARIANT_FALSE;
+}
+
+bool AddInFixture::ReconnectObject() const {
+  VARIANT_BOOL connected = VARIANT_FALSE;
+  EXPECT_EQ(m_addIn->object->ConnectToSW(m_host->Application(), m_addIn->cookie, &connected), S_OK);
+  return connected != VARIANT_FALSE;
+}
+
 void AddInFixture::ServeWith(plm_client::Client::Handler handler) {
   m_client.reset();  // two cannot serve one pipe
   m_client =

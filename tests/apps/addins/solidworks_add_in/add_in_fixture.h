@@ -81,6 +81,13 @@ class AddInFixture : public testing::Test {
   /// Disconnects and releases the add-in. @return whether it reported that it is disconnected.
   bool Disconnect();
 
+  /// Disconnects the add-in's object, which the host does not release. @return whether it reported that it is
+  /// disconnected.
+  bool DisconnectObject() const;
+
+  /// Connects the same object again. @return whether it reported that it is connected.
+  bool ReconnectObject() const;
+
   /// Starts a new host, with the same state folder, in place of the running one.
   void RestartHost(const std::wstring& revision = L"31.0.0");
 

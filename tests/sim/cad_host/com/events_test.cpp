@@ -84,6 +84,25 @@ TEST_F(EventsTest, TheJournalContainsEvents) {
   EXPECT_TRUE(Journal().Contains(L"event DocumentLoadNotify(\"bolt.sldprt\", \"" + path + L"\")"));
 }
 
+/// A second sink, which fails too, is still called.
+TEST_F(EventsTest, AFailingSinkIsTheResultOfTheEvent) {
+  TestAddIn second;
+  DWORD cookie = 0;
+  m_point->Advise(static_cast<IDispatch*>(&second), &cookie);
+  m_sink.event_result = E_FAIL;
+  second.event_result = E_ABORT;
+  Host().New(swDocPART);
+  EXPECT_EQ(Journal().Of(L"FileNewNotify2").at(0).result, E_FAIL);
+  EXPECT_TRUE(Journal().Contains(L"sink 1 failed: "));
+  EXPECT_TRUE(Journal().Contains(L"sink 2 failed: "));
+  EXPECT_EQ(second.events.size(), m_sink.events.size());
+  m_sink.event_result = S_OK;
+  EXPECT_EQ(m_point->Unadvise(cookie), S_OK);
+  Journal().Clear();
+  Host().New(swDocPART);
+  EXPECT_EQ(Journal().Of(L"FileNewNotify2").at(0).result, S_OK);
+}
+
 TEST_F(EventsTest, HasNoOtherConnectionPoints) {
   EXPECT_FALSE(FindPoint(__uuidof(IDispatch), CONNECT_E_NOCONNECTION));
 }

@@ -202,6 +202,22 @@ TEST(ReferencesTest, ListsTheObjectsThatAreStillHeld) {
   EXPECT_EQ(host.HeldReferences()[0].count, 2u);
 }
 
+TEST(ReferencesTest, TellsWhichObjectIsNoLongerHeld) {
+  cad_host::Host host;
+  host.New(swDocPART);
+  ISldWorksPtr application = host.Application();
+  IModelDoc2Ptr document;
+  application->get_IActiveDoc2(&document);
+  IModelDoc2Ptr again = document;
+  std::vector<std::wstring> released;
+  host.OnLastRelease([&](const std::wstring& object) { released.push_back(object); });
+  document = nullptr;
+  EXPECT_EQ(released, std::vector<std::wstring>{});
+  again = nullptr;
+  application = nullptr;
+  EXPECT_EQ(released, (std::vector<std::wstring>{L"part \"Part1\"", L"the application"}));
+}
+
 TEST(ReferencesTest, ObjectsHeldAfterTheSessionAreDisconnected) {
   IModelDoc2Ptr document;
   ISldWorksPtr application;

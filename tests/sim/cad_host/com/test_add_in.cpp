@@ -47,5 +47,5 @@ STDMETHODIMP TestAddIn::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* argume
     if (argument.vt == VT_BSTR) event.texts.emplace_back(argument.bstrVal, SysStringLen(argument.bstrVal));
   }
   events.push_back(event);
-  return S_OK;
+  return event_result;
 }

@@ -27,7 +27,8 @@ class TestAddIn : public ISwAddin, public IDispatch {
     std::vector<std::wstring> texts;  ///< of the arguments that are text
     bool operator==(const Event&) const = default;
   };
-  std::vector<Event> events;  ///< received as a sink
+  std::vector<Event> events;    ///< received as a sink
+  HRESULT event_result = S_OK;  ///< what it returns as a sink
 
   ULONG References() const { return m_references; }
 

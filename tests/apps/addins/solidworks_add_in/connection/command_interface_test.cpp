@@ -1,8 +1,14 @@
 // The menu, toolbar and command tabs that View.json describes.
 #include <gtest/gtest.h>
 
-#include "add_in_fixture.h"
+#include <string>
+#include <string_view>
+
+#include "case_name.h"
+#include "command_interface_fixture.h"
+#include "import_patch.h"
 #include "list_difference.h"
+#include "log_line.h"
 #include "views.h"
 
 namespace {
@@ -17,28 +23,15 @@ constexpr const char* kTwoItems = R"({
   ]
 })";
 
-class CommandInterface : public AddInFixture {
- protected:
-  void ConnectWith(std::string_view view) {
-    m_home.WriteConfiguration(L"View.json", view);
-    Connect();
-  }
+class CommandInterface : public CommandInterfaceFixture {};
 
-  const cad_host::CommandGroup& Group() const { return *m_host->Groups().at(0); }
-
-  /// Disconnects and restarts the host, which keeps its saved state.
-  void Restart() {
-    Disconnect();
-    RestartHost();
-  }
-
-  /// The arguments of each call of the method.
-  Texts ArgumentsOf(std::wstring_view method) const {
-    Texts arguments;
-    for (const auto& call : m_host->GetJournal().Calls(method)) arguments.push_back(call.arguments);
-    return arguments;
-  }
-};
+/// The bytes of the bitmap resource `id` of the add-in.
+std::string Strip(WORD id) {
+  const HMODULE dll = GetModuleHandleW(L"solidworks_add_in.dll");
+  HRSRC resource = FindResourceW(dll, MAKEINTRESOURCEW(id), RT_BITMAP);
+  const auto* bytes = static_cast<const char*>(LockResource(LoadResource(dll, resource)));
+  return {bytes, SizeofResource(dll, resource)};
+}
 
 TEST_F(CommandInterface, IsAGroupWithTheTitleAndItemsOfTheFile) {
   ConnectWith(kTwoItems);
@@ -63,7 +56,9 @@ TEST_F(CommandInterface, SetsAStripOfSixteenIconsForBothIconLists) {
     EXPECT_TRUE(icons->is_bitmap) << Utf8(icons->path);
     EXPECT_EQ(icons->width, 512);
     EXPECT_EQ(icons->height, 32);
+    EXPECT_EQ(ReadFileBytes(icons->path).substr(sizeof(BITMAPFILEHEADER)), Strip(254));
   }
+  EXPECT_NE(Strip(254), Strip(255));
   EXPECT_NE(Group().large_icons.path, Group().small_icons.path);
   EXPECT_EQ(m_home.IconFiles().size(), 2u);
 }
@@ -84,6 +79,18 @@ TEST_F(CommandInterface, HasATabForAssembliesDrawingsAndPartsInThatOrder) {
       EXPECT_EQ(commands[place].text_style, 2);
     }
   }
+}
+
+/// A host whose command indices are not the positions of the items.
+TEST_F(CommandInterface, AsksForTheCommandIdsOfTheIndicesThatTheHostGave) {
+  m_host->GetFaults().ChangeResults(
+      L"ICommandGroup::AddCommandItem", cad_host::Faults::kEvery, [](const std::vector<void*>& results) {
+        long& index = *static_cast<long*>(results.at(0));
+        index = 70 - index;
+      });
+  ConnectWith(kTwoItems);
+  EXPECT_SAME_ENTRIES(ArgumentsOf(L"ICommandGroup::get_CommandID"),
+                      Texts{L"70", L"69", L"70", L"69", L"70", L"69"});
 }
 
 TEST_F(CommandInterface, AddsFourteenItemsInTheirOrder) {
@@ -144,99 +151,6 @@ TEST_F(CommandInterface, OfTheInstalledDefaultHasAllFourteenCommands) {
   }
 }
 
-// Command ids and tabs that the host saved in earlier starts.
-
-TEST_F(CommandInterface, DoesNotIgnoreThePreviousGroupOnTheFirstStart) {
-  ConnectWith(ViewWithItems(3));
-  EXPECT_FALSE(Group().ignores_previous);
-  EXPECT_EQ(ArgumentsOf(L"ICommandManager::RemoveCommandTab"), Texts{});
-}
-
-TEST_F(CommandInterface, ReplacesTabsOfItsTitleIfTheHostHasSavedNoIds) {
-  ConnectWith(ViewWithItems(3));
-  Restart();
-  m_host->GetFaults().ReturnNothing(L"ICommandManager::IGetGroupDataFromRegistry");
-  Connect();
-  EXPECT_FALSE(Group().ignores_previous);
-  EXPECT_EQ(ArgumentsOf(L"ICommandManager::RemoveCommandTab").size(), 3u);
-  EXPECT_EQ(m_host->Tabs().size(), 3u);
-}
-
-TEST_F(CommandInterface, DoesNotChangeTabsOfOtherTitles) {
-  ConnectWith(ViewWithItems(1, "Sheet Metal"));
-  Restart();
-  ConnectWith(ViewWithItems(1, "PLM"));
-  EXPECT_EQ(ArgumentsOf(L"ICommandManager::RemoveCommandTab"), Texts{});
-  EXPECT_EQ(m_host->Tabs().size(), 6u);
-}
-
-TEST_F(CommandInterface, WithSeveralItemsIsRebuiltOnEveryLaterStart) {
-  ConnectWith(ViewWithItems(3));
-  for (int start = 2; start <= 4; ++start) {
-    Restart();
-    Connect();
-    EXPECT_EQ(ArgumentsOf(L"ICommandManager::IGetGroupDataFromRegistry"), Texts{L"0, 3"});
-    EXPECT_TRUE(Group().ignores_previous);
-    EXPECT_EQ(ArgumentsOf(L"ICommandManager::RemoveCommandTab").size(), 3u);
-    EXPECT_EQ(m_host->Tabs().size(), 3u) << "no tab is duplicated or lost";
-  }
-}
-
-TEST_F(CommandInterface, RemovesEachTabBeforeItAddsTheNewOne) {
-  ConnectWith(ViewWithItems(2));
-  Restart();
-  Connect();
-  Texts calls;
-  for (const auto& call : m_host->GetJournal().Calls()) {
-    const bool of_tabs = call.method.find(L"CommandTab") != std::wstring::npos &&
-                         call.method.starts_with(L"ICommandManager::");
-    if (of_tabs) calls.push_back(call.method.substr(17) + L" " + call.arguments);
-  }
-  Texts expected;
-  for (const auto& [type, name] : {std::pair(L"2", L"assembly"), {L"3", L"drawing"}, {L"1", L"part"}}) {
-    const std::wstring tab = std::wstring(type) + L", \"PLM\"";
-    expected.insert(expected.end(), {L"GetCommandTab " + tab,
-                                     L"RemoveCommandTab command tab \"PLM\" of " + std::wstring(name),
-                                     L"AddCommandTab " + tab});
-  }
-  EXPECT_SAME_ENTRIES(calls, expected);
-}
-
-/// The host has saved a group without items; its empty list of ids differs from the ids of one item.
-TEST_F(CommandInterface, WithoutItemsIsRebuiltOnALaterStart) {
-  ConnectWith(ViewWithItems(0));
-  Restart();
-  ConnectWith(ViewWithItems(1));
-  EXPECT_EQ(ArgumentsOf(L"ICommandManager::IGetGroupDataFromRegistry"), Texts{L"0, 0"});
-  EXPECT_TRUE(Group().ignores_previous);
-}
-
-TEST_F(CommandInterface, WithOneItemKeepsItsTabsOnALaterStart) {
-  ConnectWith(ViewWithItems(1));
-  Restart();
-  Connect();
-  EXPECT_FALSE(Group().ignores_previous);
-  EXPECT_EQ(ArgumentsOf(L"ICommandManager::RemoveCommandTab"), Texts{});
-  EXPECT_EQ(ArgumentsOf(L"ICommandManager::AddCommandTab"), Texts{});
-  EXPECT_EQ(m_host->Tabs().size(), 3u);
-}
-
-TEST_F(CommandInterface, RemovesANullTabIfItRebuildsTheGroupAndFindsNoTab) {
-  ConnectWith(ViewWithItems(3, "Old"));
-  Restart();
-  ConnectWith(ViewWithItems(3, "New"));
-  EXPECT_SAME_ENTRIES(ArgumentsOf(L"ICommandManager::RemoveCommandTab"), Texts{L"null", L"null", L"null"});
-  EXPECT_EQ(m_host->Tabs().size(), 6u) << "the tabs of the old title stay in the host";
-}
-
-TEST_F(CommandInterface, AddsATabEvenIfTheHostReportsThatItRemovedNone) {
-  ConnectWith(ViewWithItems(3));
-  Restart();
-  m_host->GetFaults().HideResult(L"ICommandManager::RemoveCommandTab", cad_host::Faults::kEvery);
-  Connect();
-  EXPECT_EQ(m_host->Tabs().size(), 3u);
-}
-
 TEST_F(CommandInterface, RemovesItsGroupButNotItsTabsOnDisconnecting) {
   ConnectWith(ViewWithItems(3));
   Disconnect();
@@ -252,5 +166,41 @@ TEST_F(CommandInterface, IsBuiltWithoutIconsIfNoIconFileCanBeCreated) {
   EXPECT_EQ(ArgumentsOf(L"ICommandGroup::put_SmallIconList"), Texts{L"\"\""});
   EXPECT_EQ(Group().items.size(), 2u);
 }
+
+/// For which text of View.json the system has no memory.
+struct NoMemoryFor {
+  const char* name;
+  const wchar_t* text;
+};
+
+class CommandInterfaceText : public CommandInterfaceFixture, public testing::WithParamInterface<NoMemoryFor> {
+ protected:
+  /// In place of the system's function: fails for the text of this case.
+  static BSTR WINAPI Allocate(const OLECHAR* text, UINT length) {
+    if (std::wstring_view(text ? text : L"", length) == GetParam().text) return nullptr;
+    return SysAllocStringLen(text, length);
+  }
+};
+
+TEST_P(CommandInterfaceText, WithoutMemoryMakesConnectingFail) {
+  m_home.WriteConfiguration(L"View.json", kTwoItems);
+  {
+    const ImportPatch patch(GetModuleHandleW(L"solidworks_add_in.dll"), "SysAllocStringLen", &Allocate);
+    EXPECT_EQ(TryToConnect(), E_OUTOFMEMORY);
+  }
+  ASSERT_FALSE(PlatformLog().empty());
+  const std::wstring line = PlatformLog().back();
+  EXPECT_NE(line.find(L"|connecting to the host failed: "), std::wstring::npos) << Utf8(line);
+  EXPECT_TRUE(line.ends_with(CodeText(E_OUTOFMEMORY))) << Utf8(line);
+  EXPECT_TRUE(m_host->HeldReferences().empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(, CommandInterfaceText,
+                         testing::Values(NoMemoryFor{"Title", L"Prüfung 图纸"},
+                                         NoMemoryFor{"HintOfTheGroup", L""}, NoMemoryFor{"Name", L"登出"},
+                                         NoMemoryFor{"ToolTip", L"tip 2"}, NoMemoryFor{"Hint", L"hint 2"},
+                                         NoMemoryFor{"Callback", L"PlmLogOut"},
+                                         NoMemoryFor{"EnableMethod", L"EnablePlmLogOut"}),
+                         CaseName<NoMemoryFor>);
 
 }  // namespace

@@ -147,35 +147,58 @@ TEST_F(Connection, DisconnectingWithoutAConnectionDoesNothing) {
 
 TEST_F(Connection, DisconnectingTwiceDoesNothingTheSecondTime) {
   Connect();
-  const ISwAddinPtr add_in = m_addIn->object;
-  VARIANT_BOOL disconnected = VARIANT_FALSE;
-  EXPECT_EQ(add_in->DisconnectFromSW(&disconnected), S_OK);
-  EXPECT_EQ(disconnected, VARIANT_TRUE);
-  EXPECT_EQ(add_in->DisconnectFromSW(&disconnected), S_OK);
-  EXPECT_EQ(disconnected, VARIANT_FALSE);
+  EXPECT_TRUE(DisconnectObject());
+  EXPECT_FALSE(DisconnectObject());
+}
+
+/// What the host tells of the objects that it served, while the add-in lets go of them.
+TEST_F(Connection, IsEndedByReleasingTheCommandManagerBeforeTheApplication) {
+  Connect();
+  Texts released;
+  m_host->OnLastRelease([&](const std::wstring& object) { released.push_back(object); });
+  EXPECT_TRUE(Disconnect());
+  EXPECT_SAME_ENTRIES(released, Texts{L"the connection point of the application events",
+                                      L"the command manager", L"the application"});
+}
+
+/// A host that releases the add-in without disconnecting it.
+TEST_F(Connection, OfADestroyedObjectIsReleasedInTheSameOrderAfterTheIconFiles) {
+  Connect();
+  ASSERT_EQ(m_home.IconFiles().size(), 2u);
+  Texts released;
+  m_host->OnLastRelease([&](const std::wstring& object) {
+    released.push_back(object + (m_home.IconFiles().empty() ? L"" : L", with icon files"));
+  });
+  m_addIn->callbacks = nullptr;
+  m_addIn->object = nullptr;
+  EXPECT_SAME_ENTRIES(released, Texts{L"the command manager", L"the application"});
+  RestartHost();  // that host has no add-in to disconnect
+}
+
+/// The logout fails, so that there still is a login result.
+TEST_F(Connection, IsNotNeededToSendTheLoginResultToTheClient) {
+  ConnectAndLogIn();
+  Answer("QD_PLMLogout", "{}");
+  EXPECT_TRUE(DisconnectObject());
+  EXPECT_EQ(Object()->PlmWf(), S_OK);
+  EXPECT_EQ(Asked(), (Requests{"QD_PLMLogout ", std::string("QD_PLMStartWF ") + kLoginAnswer}));
 }
 
 /// Even if the logout of the previous connection failed.
 TEST_F(Connection, StartsLoggedOutIfTheSameObjectConnectsAgain) {
   ConnectAndLogIn();
   Answer("QD_PLMLogout", "{}");
-  const ISwAddinPtr add_in = m_addIn->object;
-  VARIANT_BOOL done = VARIANT_FALSE;
-  add_in->DisconnectFromSW(&done);
+  DisconnectObject();
   EXPECT_EQ(Enabled(L"EnablePlmLogOut"), 1);
-  add_in->ConnectToSW(m_host->Application(), m_addIn->cookie, &done);
+  ReconnectObject();
   EXPECT_EQ(Enabled(L"EnablePlmLogOut"), 0);
   EXPECT_EQ(Enabled(L"EnablePlmLogin"), 1);
 }
 
 TEST_F(Connection, IsPossibleAgainAfterADisconnection) {
   Connect();
-  const ISwAddinPtr add_in = m_addIn->object;
-  VARIANT_BOOL done = VARIANT_FALSE;
-  add_in->DisconnectFromSW(&done);
-  const ISldWorksPtr application = m_host->Application();
-  EXPECT_EQ(add_in->ConnectToSW(application, m_addIn->cookie, &done), S_OK);
-  EXPECT_EQ(done, VARIANT_TRUE);
+  EXPECT_TRUE(DisconnectObject());
+  EXPECT_TRUE(ReconnectObject());
   EXPECT_EQ(m_host->Groups().size(), 1u);
   EXPECT_EQ(m_host->AdvisedSinks(), 1u);
 }

@@ -32,6 +32,16 @@ class EventSink : public AddInFixture {
   static std::vector<_variant_t> TextArguments(std::size_t count) {
     return std::vector<_variant_t>(count, L"text");
   }
+
+  /// The advised sink looks for events in the type library of version `major`, which is registered while a
+  /// host of this version runs. @param running the version of the host that runs already.
+  void ExpectLooksInTypeLibrary(WORD major, WORD running) const {
+    const std::vector<IDispatchPtr> sinks = m_host->EventSinks();
+    ASSERT_EQ(sinks.size(), 1u);
+    EXPECT_EQ(Raise(sinks[0], 4, TextArguments(9)), running == major ? E_FAIL : S_OK);
+    const cad_host::Host other({.state_folder = m_folder.Path(L"other"), .revision = std::to_wstring(major)});
+    EXPECT_EQ(Raise(sinks[0], 4, TextArguments(9)), E_FAIL);
+  }
 };
 
 TEST_F(EventSink, HandlesTheEventsOfOpeningCreatingAndClosingDocuments) {
@@ -137,6 +147,19 @@ TEST_F(EventSink, IgnoresEventsIfTheirTypeLibraryIsMissing) {
   EXPECT_EQ(Raise(MakeSink(0), 4, TextArguments(9)), S_OK);
 }
 
+/// The object was connected to a host that told its revision, which counts no more.
+TEST_F(EventSink, LooksForEventsInVersion0IfTheHostDoesNotTellItsRevision) {
+  for (const HRESULT result : {E_FAIL, S_OK}) {
+    RestartHost();
+    Connect();
+    EXPECT_TRUE(DisconnectObject());
+    m_host->GetFaults().Fail(L"ISldWorks::RevisionNumber", 1, result);
+    EXPECT_TRUE(ReconnectObject());
+    ExpectLooksInTypeLibrary(0, kRegisteredMajor);
+    EXPECT_TRUE(Disconnect());
+  }
+}
+
 /// The major version of the type library that a host of a revision registers, and the major version that the
 /// sink of the add-in looks for in this host.
 struct Revision {
@@ -152,12 +175,7 @@ TEST_P(AdvisedSink, LooksForEventsInTheTypeLibraryOfTheHostsMajorVersion) {
   const Revision& row = GetParam();
   RestartHost(row.revision);
   Connect();
-  const std::vector<IDispatchPtr> sinks = m_host->EventSinks();
-  ASSERT_EQ(sinks.size(), 1u);
-  EXPECT_EQ(Raise(sinks[0], 4, TextArguments(9)), row.host_major == row.sink_major ? E_FAIL : S_OK);
-  const cad_host::Host other(
-      {.state_folder = m_folder.Path(L"other"), .revision = std::to_wstring(row.sink_major)});
-  EXPECT_EQ(Raise(sinks[0], 4, TextArguments(9)), E_FAIL);
+  ExpectLooksInTypeLibrary(row.sink_major, row.host_major);
 }
 
 INSTANTIATE_TEST_SUITE_P(, AdvisedSink,

@@ -83,6 +83,7 @@ TEST_F(ConnectionToAFailingHost, SucceedsUnlessAnObjectThatItNeedsIsMissing) {
     // The query, the command manager, the group, and a tab and its box for each of three document types.
     EXPECT_EQ(failed, 9) << result;
   }
+  EXPECT_EQ(AddInLog(), Texts{});
 }
 
 TEST_F(ConnectionToAFailingHost, SucceedsWithoutEventsIfTheSinkCannotBeAdvised) {
@@ -140,7 +141,26 @@ TEST_F(ConnectionToAFailingHost, DisconnectsAndLogsOutIfAnyCallFails) {
       ExpectNothingLeft(round);
     }
   }
+  EXPECT_EQ(m_home.LogLines(), Texts{});
   RestartHost();  // in some rounds the sink stayed advised
+}
+
+/// The sink that could not be unadvised counts as not advised; it stays in the host.
+TEST_F(ConnectionToAFailingHost, CanConnectAgainIfTheSinkCouldNotBeUnadvised) {
+  for (const wchar_t* method :
+       {L"ISldWorks::QueryInterface(IConnectionPointContainer)",
+        L"IConnectionPointContainer::FindConnectionPoint", L"IConnectionPoint::Unadvise"}) {
+    RestartHost();
+    Connect();
+    m_host->GetFaults().Fail(method, 1, E_FAIL);
+    EXPECT_FALSE(DisconnectObject()) << Utf8(method);
+    EXPECT_TRUE(ReconnectObject()) << Utf8(method);
+    EXPECT_EQ(m_host->AdvisedSinks(), 2u) << Utf8(method);
+    m_host->GetJournal().Clear();
+    EXPECT_TRUE(Disconnect()) << Utf8(method);
+    EXPECT_EQ(m_host->GetJournal().Calls(L"IConnectionPoint::Unadvise").at(0).arguments, L"2");
+  }
+  RestartHost();  // the first sinks stayed advised
 }
 
 /// The connection failed before the object had what its commands need.

@@ -45,7 +45,7 @@ class LinkedLog {
                        "log4cplus.appender.events=log4cplus::FileAppender\n"
                        "log4cplus.appender.events.File=${LogFolder}/events.log\n"
                        "log4cplus.appender.events.layout=log4cplus::PatternLayout\n"
-                       "log4cplus.appender.events.layout.ConversionPattern=%c|%p|%L|%M|%m|%b%n\n");
+                       "log4cplus.appender.events.layout.ConversionPattern=%c|%p|%L|%M|%m|%F%n\n");
     EXPECT_TRUE(m_initializer.Initialize(m_folder.Path(), L"Linked", properties));
   }
 
@@ -112,7 +112,7 @@ class DrawingHelper : public testing::Test {
   }
 
   static constexpr const wchar_t* kFunction = L"InsertChildFile";
-  static constexpr const wchar_t* kSource = L"|DrawingHelper.cpp";
+  static constexpr const wchar_t* kSource = L"|/tavo/apps/addins/solidworks_add_in/DrawingHelper.cpp";
 
   TempFolder m_folder;
   cad_host::Host m_host;

@@ -13,10 +13,13 @@
 #include "environment.h"
 #include "import_patch.h"
 #include "module/bitmap_handler.h"
-#include "resources/resource_ids.h"
 #include "temp_folder.h"
 
 namespace {
+
+// The icon strips of the DLL.
+constexpr long kStrip = 254;
+constexpr long kMonochromeStrip = 255;
 
 class BitmapFileHandler : public testing::Test {
  protected:
@@ -40,8 +43,15 @@ class BitmapFileHandler : public testing::Test {
     EXPECT_EQ(path, nullptr);
   }
 
+  /// There is one file, with this content, which Dispose leaves because the handler did not return it.
+  void ExpectForgottenFile(const std::string& content) const {
+    EXPECT_EQ(m_handler->Dispose(), S_OK);
+    ASSERT_EQ(m_folder.List().size(), 1u);
+    EXPECT_EQ(m_folder.Read(m_folder.List().front()), content);
+  }
+
   /// The bitmap resource `id` after a file header.
-  std::string ExpectedFile(unsigned id) const {
+  std::string ExpectedFile(long id) const {
     HRSRC resource = FindResourceW(m_dll.Handle(), MAKEINTRESOURCEW(id), RT_BITMAP);
     const DWORD size = SizeofResource(m_dll.Handle(), resource);
     const auto* bytes = static_cast<const char*>(LockResource(LoadResource(m_dll.Handle(), resource)));
@@ -63,6 +73,15 @@ class BitmapFileHandler : public testing::Test {
     return errors;
   }
 
+  /// The only error in the log is that there was no memory.
+  void ExpectLoggedNoMemory() const {
+    const std::vector<std::wstring> errors = LoggedErrors();
+    ASSERT_EQ(errors.size(), 1u);
+    EXPECT_NE(errors[0].find(L"IBitmapHandler::CreateBitmapFileFromResource raised 0x8007000e"),
+              std::wstring::npos)
+        << CStringHelper::UnicodeToUTF8(errors[0]);
+  }
+
   ComApartment m_com;
   TempFolder m_platformFolder;
   ScopedEnvironment m_home{L"TAVO_HOME", m_platformFolder.Path()};
@@ -75,12 +94,12 @@ class BitmapFileHandler : public testing::Test {
 }  // namespace
 
 TEST_F(BitmapFileHandler, WritesTheResourceAsABitmapFile) {
-  EXPECT_EQ(ReadFileBytes(Create(IDB_TOOLBAR)), ExpectedFile(IDB_TOOLBAR));
-  EXPECT_EQ(ReadFileBytes(Create(IDB_TOOLBAR_MONOCHROME)), ExpectedFile(IDB_TOOLBAR_MONOCHROME));
+  EXPECT_EQ(ReadFileBytes(Create(kStrip)), ExpectedFile(kStrip));
+  EXPECT_EQ(ReadFileBytes(Create(kMonochromeStrip)), ExpectedFile(kMonochromeStrip));
 }
 
 TEST_F(BitmapFileHandler, WritesFilesThatTheSystemReads) {
-  HANDLE bitmap = LoadImageW(nullptr, Create(IDB_TOOLBAR).c_str(), IMAGE_BITMAP, 0, 0,
+  HANDLE bitmap = LoadImageW(nullptr, Create(kStrip).c_str(), IMAGE_BITMAP, 0, 0,
                              LR_LOADFROMFILE | LR_CREATEDIBSECTION);
   ASSERT_NE(bitmap, nullptr);
   BITMAP shape{};
@@ -92,17 +111,17 @@ TEST_F(BitmapFileHandler, WritesFilesThatTheSystemReads) {
 }
 
 TEST_F(BitmapFileHandler, CreatesFilesInTheTemporaryFolder) {
-  const std::wstring path = Create(IDB_TOOLBAR);
+  const std::wstring path = Create(kStrip);
   ASSERT_TRUE(path.starts_with(m_folder.Path() + L"\\swt")) << CStringHelper::UnicodeToUTF8(path);
   EXPECT_TRUE(path.ends_with(L".tmp")) << CStringHelper::UnicodeToUTF8(path);
 }
 
 TEST_F(BitmapFileHandler, UsesTheLow16BitsOfTheId) {
-  EXPECT_EQ(ReadFileBytes(Create(0x7FFF0000 | IDB_TOOLBAR)), ExpectedFile(IDB_TOOLBAR));
+  EXPECT_EQ(ReadFileBytes(Create(0x7FFF0000 | kStrip)), ExpectedFile(kStrip));
 }
 
 TEST_F(BitmapFileHandler, CreatesANewFileForEachCallAndDeletesAllInDispose) {
-  const std::wstring first = Create(IDB_TOOLBAR), second = Create(IDB_TOOLBAR);
+  const std::wstring first = Create(kStrip), second = Create(kStrip);
   EXPECT_NE(first, second);
   EXPECT_EQ(ReadFileBytes(first), ReadFileBytes(second));
   EXPECT_EQ(m_handler->Dispose(), S_OK);
@@ -115,13 +134,13 @@ TEST_F(BitmapFileHandler, AllowsDisposeWithoutFiles) {
 }
 
 TEST_F(BitmapFileHandler, CreatesFilesAfterDispose) {
-  Create(IDB_TOOLBAR);
+  Create(kStrip);
   m_handler->Dispose();
-  EXPECT_EQ(ReadFileBytes(Create(IDB_TOOLBAR)), ExpectedFile(IDB_TOOLBAR));
+  EXPECT_EQ(ReadFileBytes(Create(kStrip)), ExpectedFile(kStrip));
 }
 
 TEST_F(BitmapFileHandler, SkipsAFileThatCannotBeDeleted) {
-  const std::wstring gone = Create(IDB_TOOLBAR), held = Create(IDB_TOOLBAR), last = Create(IDB_TOOLBAR);
+  const std::wstring gone = Create(kStrip), held = Create(kStrip), last = Create(kStrip);
   DeleteFileW(gone.c_str());
   HANDLE host = CreateFileW(held.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
   EXPECT_EQ(m_handler->Dispose(), S_OK);
@@ -133,43 +152,78 @@ TEST_F(BitmapFileHandler, SkipsAFileThatCannotBeDeleted) {
 }
 
 TEST_F(BitmapFileHandler, DeletesItsFilesWhenItIsDestroyed) {
-  Create(IDB_TOOLBAR);
+  Create(kStrip);
   m_handler = nullptr;
   EXPECT_TRUE(m_folder.List().empty());
 }
 
 TEST_F(BitmapFileHandler, FailsIfTheBitmapIsMissingAndLeavesAnEmptyFile) {
   ExpectFailure(9999);
-  ASSERT_EQ(m_folder.List().size(), 1u);
-  EXPECT_EQ(m_folder.Read(m_folder.List().front()), "");
-  EXPECT_EQ(m_handler->Dispose(), S_OK);
-  EXPECT_EQ(m_folder.List().size(), 1u) << "Dispose deletes only files that were returned";
+  ExpectForgottenFile("");
+}
+
+/// In place of the system's functions.
+HANDLE WINAPI OpenNothing(LPCWSTR, DWORD, DWORD, SECURITY_ATTRIBUTES*, DWORD, DWORD, HANDLE) {
+  SetLastError(ERROR_ACCESS_DENIED);
+  return INVALID_HANDLE_VALUE;
+}
+BOOL WINAPI WriteAllButTheLastByte(HANDLE file, LPCVOID bytes, DWORD count, DWORD* written, OVERLAPPED* how) {
+  return WriteFile(file, bytes, count - 1, written, how);
+}
+BOOL WINAPI WriteAndFail(HANDLE file, LPCVOID bytes, DWORD count, DWORD* written, OVERLAPPED* how) {
+  WriteFile(file, bytes, count, written, how);
+  return FALSE;
+}
+
+TEST_F(BitmapFileHandler, FailsIfTheFileCannotBeOpened) {
+  {
+    const ImportPatch patch(m_dll.Handle(), "CreateFileW", &OpenNothing);
+    ExpectFailure(kStrip);
+  }
+  ExpectForgottenFile("");
+}
+
+TEST_F(BitmapFileHandler, FailsIfTheFileIsNotWrittenToItsEnd) {
+  {
+    const ImportPatch patch(m_dll.Handle(), "WriteFile", &WriteAllButTheLastByte);
+    ExpectFailure(kStrip);
+  }
+  const std::string whole = ExpectedFile(kStrip);
+  ExpectForgottenFile(whole.substr(0, whole.size() - 1));
+}
+
+TEST_F(BitmapFileHandler, FailsIfTheSystemReportsThatWritingFailed) {
+  {
+    const ImportPatch patch(m_dll.Handle(), "WriteFile", &WriteAndFail);
+    ExpectFailure(kStrip);
+  }
+  ExpectForgottenFile(ExpectedFile(kStrip));
 }
 
 TEST_F(BitmapFileHandler, FailsIfTheTemporaryFolderIsMissing) {
   m_tmp.Set(m_folder.Path(L"absent"));
-  ExpectFailure(IDB_TOOLBAR);
+  ExpectFailure(kStrip);
   EXPECT_TRUE(m_folder.List().empty());
 }
 
 TEST_F(BitmapFileHandler, FailsIfTheTemporaryFolderIsAFile) {
   m_tmp.Set(m_folder.Write(L"file", ""));
-  ExpectFailure(IDB_TOOLBAR);
+  ExpectFailure(kStrip);
 }
 
 TEST_F(BitmapFileHandler, FailsIfThePathOfTheTemporaryFolderIsTooLong) {
   m_tmp.Set(m_folder.MakeFolder(std::wstring(150, L'a') + L"\\" + std::wstring(150, L'b')));
-  ExpectFailure(IDB_TOOLBAR);
+  ExpectFailure(kStrip);
 }
 
 TEST_F(BitmapFileHandler, FailsForANullPointer) {
-  EXPECT_EQ(m_handler->CreateBitmapFileFromResource(IDB_TOOLBAR, nullptr), E_POINTER);
+  EXPECT_EQ(m_handler->CreateBitmapFileFromResource(kStrip, nullptr), E_POINTER);
   EXPECT_TRUE(m_folder.List().empty());
 }
 
 TEST_F(BitmapFileHandler, CanBeCalledByName) {
   const IDispatchPtr dispatch = m_handler;
-  _variant_t path, id(static_cast<long>(IDB_TOOLBAR));
+  _variant_t path, id(kStrip);
   LPOLESTR name = const_cast<LPOLESTR>(L"createbitmapfilefromresource");
   DISPID method = 0;
   ASSERT_EQ(dispatch->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &method), S_OK);
@@ -178,7 +232,7 @@ TEST_F(BitmapFileHandler, CanBeCalledByName) {
                              nullptr, nullptr),
             S_OK);
   ASSERT_EQ(path.vt, VT_BSTR);
-  EXPECT_EQ(ReadFileBytes(V_BSTR(&path)), ExpectedFile(IDB_TOOLBAR));
+  EXPECT_EQ(ReadFileBytes(V_BSTR(&path)), ExpectedFile(kStrip));
 }
 
 TEST_F(BitmapFileHandler, ReportsTheCodeOfAFailureThroughDispatch) {
@@ -199,39 +253,35 @@ TEST_F(BitmapFileHandler, ReportsTheCodeOfAFailureThroughDispatch) {
 BSTR WINAPI NoMemory(const OLECHAR*, UINT) { return nullptr; }
 
 TEST_F(BitmapFileHandler, ReturnsThatThereIsNoMemoryForThePath) {
-  const ImportPatch patch(m_dll.Handle(), "SysAllocStringLen", &NoMemory);
   BSTR path = SysAllocString(L"before");
   const _bstr_t before(path, false);
-
-  EXPECT_EQ(m_handler->CreateBitmapFileFromResource(IDB_TOOLBAR, &path), E_OUTOFMEMORY);
-
+  {
+    const ImportPatch patch(m_dll.Handle(), "SysAllocStringLen", &NoMemory);
+    EXPECT_EQ(m_handler->CreateBitmapFileFromResource(kStrip, &path), E_OUTOFMEMORY);
+  }
   EXPECT_EQ(path, nullptr);
-  ASSERT_EQ(LoggedErrors().size(), 1u);
-  EXPECT_NE(LoggedErrors()[0].find(L"IBitmapHandler::CreateBitmapFileFromResource raised 0x8007000e"),
-            std::wstring::npos)
-      << CStringHelper::UnicodeToUTF8(LoggedErrors()[0]);
+  ExpectLoggedNoMemory();
+  ExpectForgottenFile("");
 }
 
 TEST_F(BitmapFileHandler, ReportsThatThereIsNoMemoryForThePathThroughDispatch) {
   const IDispatchPtr dispatch = m_handler;
-  const ImportPatch patch(m_dll.Handle(), "SysAllocStringLen", &NoMemory);
-  _variant_t path, id(static_cast<long>(IDB_TOOLBAR));
+  _variant_t path, id(kStrip);
   DISPPARAMS arguments{&id, nullptr, 1, 0};
   EXCEPINFO exception{};
-
-  EXPECT_EQ(dispatch->Invoke(1, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments, &path, &exception,
-                             nullptr),
-            DISP_E_EXCEPTION);
-
+  {
+    const ImportPatch patch(m_dll.Handle(), "SysAllocStringLen", &NoMemory);
+    EXPECT_EQ(dispatch->Invoke(1, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments, &path,
+                               &exception, nullptr),
+              DISP_E_EXCEPTION);
+  }
   EXPECT_EQ(exception.scode, E_OUTOFMEMORY);
   EXPECT_EQ(_bstr_t(path).length(), 0u);
   for (BSTR text : {exception.bstrSource, exception.bstrDescription, exception.bstrHelpFile}) {
     SysFreeString(text);
   }
-  ASSERT_EQ(LoggedErrors().size(), 1u);
-  EXPECT_NE(LoggedErrors()[0].find(L"IBitmapHandler::CreateBitmapFileFromResource raised 0x8007000e"),
-            std::wstring::npos)
-      << CStringHelper::UnicodeToUTF8(LoggedErrors()[0]);
+  ExpectLoggedNoMemory();
+  ExpectForgottenFile("");
 }
 
 TEST_F(BitmapFileHandler, HasTypeInformation) {

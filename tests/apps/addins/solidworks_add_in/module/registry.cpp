@@ -1,7 +1,10 @@
 #include "registry.h"
 
+#include <stdexcept>
 #include <utility>
 #include <vector>
+
+#include "base/utf8.h"
 
 namespace {
 
@@ -45,12 +48,20 @@ RegistryContents ReadRegistry(HKEY root, const std::wstring& path) {
 
 bool RegistryKeyExists(HKEY root, const std::wstring& path) { return !ReadRegistry(root, path).empty(); }
 
-ForeignKey::ForeignKey(HKEY root, std::wstring path, DWORD options) : m_root(root), m_path(std::move(path)) {
+ForeignKey::ForeignKey(HKEY root, std::wstring path) : m_root(root), m_path(std::move(path)) {
   HKEY key = nullptr;
-  RegCreateKeyExW(root, m_path.c_str(), 0, nullptr, options, KEY_WRITE, nullptr, &key, nullptr);
+  DWORD disposition = 0;
+  RegCreateKeyExW(root, m_path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_WRITE, nullptr, &key,
+                  &disposition);
   const DWORD value = 1;
-  RegSetValueExW(key, L"Foreign", 0, REG_DWORD, reinterpret_cast<const BYTE*>(&value), sizeof value);
+  // One that exists already is somebody else's, and must not be removed.
+  if (disposition == REG_CREATED_NEW_KEY) {
+    RegSetValueExW(key, L"Foreign", 0, REG_DWORD, reinterpret_cast<const BYTE*>(&value), sizeof value);
+  }
   RegCloseKey(key);
+  if (disposition != REG_CREATED_NEW_KEY) {
+    throw std::runtime_error("no new key: " + utf8::Encode<wchar_t>(m_path));
+  }
 }
 
 ForeignKey::~ForeignKey() { RegDeleteTreeW(m_root, m_path.c_str()); }

@@ -16,11 +16,11 @@ RegistryContents ReadRegistry(HKEY root, const std::wstring& path);
 
 bool RegistryKeyExists(HKEY root, const std::wstring& path);
 
-/// A key with a value of another program. The destructor removes it with all its subkeys.
+/// A new key with a value of another program. The destructor removes it with all its subkeys.
 class ForeignKey {
  public:
-  /// @param options such as REG_OPTION_VOLATILE.
-  ForeignKey(HKEY root, std::wstring path, DWORD options = REG_OPTION_NON_VOLATILE);
+  /// @throws std::runtime_error if the key exists already or cannot be created.
+  ForeignKey(HKEY root, std::wstring path);
   ForeignKey(const ForeignKey&) = delete;
   ForeignKey& operator=(const ForeignKey&) = delete;
   ~ForeignKey();

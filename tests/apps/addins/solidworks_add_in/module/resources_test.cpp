@@ -13,7 +13,6 @@
 #include "linked_module.h"
 #include "module/module_state.h"
 #include "module/string_table.h"
-#include "resources/resource_ids.h"
 #include "user_language.h"
 
 namespace {
@@ -21,6 +20,13 @@ namespace {
 constexpr LANGID kEnglish = 0x0809;
 constexpr LANGID kSimplified = 0x0804;
 constexpr LANGID kTraditional = 0x0404;
+
+// The numbers by which the add-in, the registrar and the system find the resources.
+constexpr unsigned kStrip = 254;
+constexpr unsigned kMonochromeStrip = 255;
+constexpr unsigned kAddInScript = 101;
+constexpr unsigned kBitmapHandlerScript = 111;
+constexpr unsigned kTypeLibrary = 1;
 
 struct Text {
   unsigned id;
@@ -155,9 +161,24 @@ TEST(VersionResource, HasTheVersionOfTheProject) {
   EXPECT_EQ(fixed->dwFileType, static_cast<DWORD>(VFT_DLL));
 }
 
+TEST(RegistrationScripts, AreTheResourcesOfTheirClasses) {
+  const AddInDll dll;
+  const auto script = [&](unsigned id) {
+    const std::vector<BYTE> bytes = Resource(dll.Handle(), id, L"REGISTRY");
+    return std::string(bytes.begin(), bytes.end());
+  };
+  EXPECT_NE(script(kAddInScript).find("solidworks_add_in.SwAddin.1"), std::string::npos);
+  EXPECT_NE(script(kBitmapHandlerScript).find("solidworks_add_in.BitmapHandler.1"), std::string::npos);
+}
+
+TEST(TypeLibraryResource, IsTheFirst) {
+  const AddInDll dll;
+  EXPECT_FALSE(Resource(dll.Handle(), kTypeLibrary, L"TYPELIB").empty());
+}
+
 TEST(IconStrips, HoldSixteenDifferentIconsEach) {
   const AddInDll dll;
-  for (const unsigned id : {IDB_TOOLBAR, IDB_TOOLBAR_MONOCHROME}) {
+  for (const unsigned id : {kStrip, kMonochromeStrip}) {
     SCOPED_TRACE(id);
     const std::vector<BYTE> bitmap = Resource(dll.Handle(), id, RT_BITMAP);
     BITMAPINFOHEADER info;
@@ -181,7 +202,7 @@ TEST(IconStrips, HoldSixteenDifferentIconsEach) {
 
 TEST(IconStrips, HaveTheTransparentColourInTheirCorners) {
   const AddInDll dll;
-  const std::vector<BYTE> bitmap = Resource(dll.Handle(), IDB_TOOLBAR, RT_BITMAP);
+  const std::vector<BYTE> bitmap = Resource(dll.Handle(), kStrip, RT_BITMAP);
   ASSERT_GT(bitmap.size(), sizeof(BITMAPINFOHEADER));
   for (int icon = 0; icon < 16; ++icon) {
     const BYTE* corner = bitmap.data() + sizeof(BITMAPINFOHEADER) + icon * 32 * 3;

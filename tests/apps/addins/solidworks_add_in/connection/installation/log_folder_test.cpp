@@ -1,5 +1,6 @@
 // The add-in if its log cannot be written or its log configuration is wrong: everything else works.
 #include <functional>
+#include <optional>
 
 #include "base/unique_handle.h"
 #include "case_name.h"
@@ -66,6 +67,26 @@ TEST_F(LogFolder, IgnoresAFolderWithTheNameOfTheConfiguration) {
   Load();
   EXPECT_TRUE(m_host->Disconnect(Connect()));
   EXPECT_NE(LogFileLines().at(0).find(L"\\bin\\config\\Log4cplus.properties"), std::wstring::npos);
+}
+
+/// Neither variable says where the log folder is, until the second connection.
+TEST_F(LogFolder, IsNotNeededToConnect) {
+  m_home.Set(std::nullopt);
+  const ScopedEnvironment application_data(L"APPDATA", std::nullopt);
+  Load();
+  // Of one load: the object stays, so the DLL is not unloaded in between.
+  IUnknownPtr held;
+  ASSERT_EQ(m_dll->GetClassObject(CLSID_SwAddin, IID_PPV_ARGS(&held)), S_OK);
+  cad_host::AddIn& add_in = Connect();
+  EXPECT_EQ(m_host->GetJournal().Of(L"ISwAddin::ConnectToSW").at(0).results, L"true");
+  ASSERT_EQ(m_host->Groups().size(), 1u);
+  EXPECT_EQ(m_host->Groups()[0]->items.size(), 14u);
+  EXPECT_TRUE(m_host->Disconnect(add_in));
+  EXPECT_FALSE(m_folder.Exists(L"log"));
+
+  m_home.Set(m_folder.Path());
+  EXPECT_TRUE(m_host->Disconnect(Connect()));
+  EXPECT_EQ(LogFileLines().size(), 2u) << "that it is set up, and connected";
 }
 
 /// The host calls a command of an object that it has not connected.
