@@ -24,8 +24,8 @@ struct JournalEntry {
   std::wstring method;     ///< such as "ISldWorks::OpenDoc6"; for a note, its text
   std::wstring arguments;  ///< the input arguments, such as `"C:\bolt.sldprt", 1, 1, ""`
   HRESULT result = S_OK;   ///< for an event, the first failure of a sink
-  std::wstring results;  ///< the output arguments, such as `0, 0, part "bolt.sldprt"`
-  bool fault = false;    ///< the result comes from a fault
+  std::wstring results;    ///< the output arguments, such as `0, 0, part "bolt.sldprt"`
+  bool fault = false;      ///< the result comes from a fault
 
   /// The entry as a line, such as `ISldWorks::ActivateDoc("bolt.sldprt") = S_OK, part "bolt.sldprt"`.
   std::wstring Text() const;

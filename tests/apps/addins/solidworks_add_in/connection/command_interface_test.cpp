@@ -83,11 +83,11 @@ TEST_F(CommandInterface, HasATabForAssembliesDrawingsAndPartsInThatOrder) {
 
 /// A host whose command indices are not the positions of the items.
 TEST_F(CommandInterface, AsksForTheCommandIdsOfTheIndicesThatTheHostGave) {
-  m_host->GetFaults().ChangeResults(
-      L"ICommandGroup::AddCommandItem", cad_host::Faults::kEvery, [](const std::vector<void*>& results) {
-        long& index = *static_cast<long*>(results.at(0));
-        index = 70 - index;
-      });
+  m_host->GetFaults().ChangeResults(L"ICommandGroup::AddCommandItem", cad_host::Faults::kEvery,
+                                    [](const std::vector<void*>& results) {
+                                      long& index = *static_cast<long*>(results.at(0));
+                                      index = 70 - index;
+                                    });
   ConnectWith(kTwoItems);
   EXPECT_SAME_ENTRIES(ArgumentsOf(L"ICommandGroup::get_CommandID"),
                       Texts{L"70", L"69", L"70", L"69", L"70", L"69"});

@@ -99,8 +99,8 @@ TEST_F(BitmapFileHandler, WritesTheResourceAsABitmapFile) {
 }
 
 TEST_F(BitmapFileHandler, WritesFilesThatTheSystemReads) {
-  HANDLE bitmap = LoadImageW(nullptr, Create(kStrip).c_str(), IMAGE_BITMAP, 0, 0,
-                             LR_LOADFROMFILE | LR_CREATEDIBSECTION);
+  HANDLE bitmap =
+      LoadImageW(nullptr, Create(kStrip).c_str(), IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE | LR_CREATEDIBSECTION);
   ASSERT_NE(bitmap, nullptr);
   BITMAP shape{};
   GetObjectW(bitmap, sizeof shape, &shape);

@@ -9,6 +9,7 @@
 #include <stdexcept>
 
 #include "CZALException.h"
+#include "add_in_methods.h"
 #include "case_name.h"
 #include "module/guards.h"
 #include "solidworks_add_in_h.h"
@@ -67,37 +68,13 @@ class DispatchThrower : public Thrower<Dual> {
   }
 };
 
-class ThrowingAddIn : public DispatchThrower<ISolidWorksAddIn> {
+class ThrowingAddIn : public DispatchThrower<UniformAddIn> {
  public:
   using DispatchThrower::DispatchThrower;
-  STDMETHODIMP PlmLogin() override { return Throw(); }
-  STDMETHODIMP EnablePlmLogin(LONG*) override { return Throw(); }
-  STDMETHODIMP PlmLogOut() override { return Throw(); }
-  STDMETHODIMP EnablePlmLogOut(LONG*) override { return Throw(); }
-  STDMETHODIMP OpenDataSelector() override { return Throw(); }
-  STDMETHODIMP EnableOpenDataSelector(LONG*) override { return Throw(); }
-  STDMETHODIMP PlmMyCheckOutList() override { return Throw(); }
-  STDMETHODIMP EnablePlmMyCheckOutList(LONG*) override { return Throw(); }
-  STDMETHODIMP PlmWf() override { return Throw(); }
-  STDMETHODIMP EnablePlmWf(LONG*) override { return Throw(); }
-  STDMETHODIMP PlmCode() override { return Throw(); }
-  STDMETHODIMP EnablePlmCode(LONG*) override { return Throw(); }
-  STDMETHODIMP PlmQuery() override { return Throw(); }
-  STDMETHODIMP EnablePlmQuery(LONG*) override { return Throw(); }
-  STDMETHODIMP PlmImportCurrent() override { return Throw(); }
-  STDMETHODIMP EnableImportCurrent(LONG*) override { return Throw(); }
-  STDMETHODIMP PlmLotimport() override { return Throw(); }
-  STDMETHODIMP EnableLotimport(LONG*) override { return Throw(); }
-  STDMETHODIMP PlmCreateMaterial() override { return Throw(); }
-  STDMETHODIMP EnablePlmCreateMaterial(LONG*) override { return Throw(); }
-  STDMETHODIMP PlmMyTempMaterial() override { return Throw(); }
-  STDMETHODIMP EnablePlmMyTempMaterial(LONG*) override { return Throw(); }
-  STDMETHODIMP PlmTaskManage() override { return Throw(); }
-  STDMETHODIMP EnablePlmTaskManage(LONG*) override { return Throw(); }
-  STDMETHODIMP PlmMaterialBackFill() override { return Throw(); }
-  STDMETHODIMP EnablePlmMaterialBackFill(LONG*) override { return Throw(); }
-  STDMETHODIMP PlmImportChangeItem() override { return Throw(); }
-  STDMETHODIMP EnablePlmImportChangeItem(LONG*) override { return Throw(); }
+
+ protected:
+  HRESULT OnCommand(const wchar_t*) override { return Throw(); }
+  HRESULT OnEnable(const wchar_t*, long*) override { return Throw(); }
 };
 
 class ThrowingConnection : public Thrower<ISwAddin> {

@@ -23,7 +23,8 @@ using Texts = std::vector<std::wstring>;
 
 std::wstring SetLocaleCall(LCID locale) { return L"set locale " + std::to_wstring(locale); }
 
-/// Stands between the DLL and the system's functions for the thread's locale, the registry and type libraries.
+/// Stands between the DLL and the system's functions for the thread's locale, the registry and type
+/// libraries.
 class SystemCalls {
  public:
   explicit SystemCalls(HMODULE dll)

@@ -6,47 +6,18 @@
 #include "CComBSTR.h"
 #include "CStringHelper.h"
 #include "add_in_dll.h"
+#include "add_in_methods.h"
 #include "base/com_pointers.h"
 #include "solidworks_add_in_h.h"
 
 namespace {
 
-struct Method {
-  const wchar_t* name;
-  const wchar_t* help;
-  bool has_status;
-};
-
-constexpr Method kMethods[] = {
-    {L"PlmLogin", L"method PlmLogin", false},
-    {L"EnablePlmLogin", L"method EnablePlmLogin", true},
-    {L"PlmLogOut", L"method PlmLogOut", false},
-    {L"EnablePlmLogOut", L"method EnablePlmLogOut", true},
-    {L"OpenDataSelector", L"method OpenDataSelector", false},
-    {L"EnableOpenDataSelector", L"method EnableOpenDataSelector", true},
-    {L"PlmMyCheckOutList", L"method PlmMyCheckOutList", false},
-    {L"EnablePlmMyCheckOutList", L"method EnablePlmMyCheckOutList", true},
-    {L"PlmWf", L"method PlmWf", false},
-    {L"EnablePlmWf", L"method EnablePlmWf", true},
-    {L"PlmCode", L"method PlmCode", false},
-    {L"EnablePlmCode", L"method EnablePlmCode", true},
-    {L"PlmQuery", L"method PlmQuery", false},
-    {L"EnablePlmQuery", L"method EnablePlmQuery", true},
-    {L"PlmImportCurrent", L"method PlmImport", false},
-    {L"EnableImportCurrent", L"method EnableImport", true},
-    {L"PlmLotimport", L"method PlmLotimport", false},
-    {L"EnableLotimport", L"method EnableLotimport", true},
-    {L"PlmCreateMaterial", L"method PlmCreateMaterial", false},
-    {L"EnablePlmCreateMaterial", L"method EnablePlmCreateMaterial", true},
-    {L"PlmMyTempMaterial", L"method PlmMyTempMaterial", false},
-    {L"EnablePlmMyTempMaterial", L"method EnablePlmMyTempMaterial", true},
-    {L"PlmTaskManage", L"method PlmTaskManage", false},
-    {L"EnablePlmTaskManage", L"method EnablePlmTaskManage", true},
-    {L"PlmMaterialBackFill", L"method PlmMaterialBackFill", false},
-    {L"EnablePlmMaterialBackFill", L"method EnablePlmMaterialBackFill", true},
-    {L"PlmImportChangeItem", L"method PlmImportChangeItem", false},
-    {L"EnablePlmImportChangeItem", L"method EnablePlmImportChangeItem", true},
-};
+/// The help of a method. Two have that of an older name.
+std::wstring HelpOf(const std::wstring& name) {
+  if (name == L"PlmImportCurrent") return L"method PlmImport";
+  if (name == L"EnableImportCurrent") return L"method EnableImport";
+  return L"method " + name;
+}
 
 GUID Guid(const wchar_t* text) {
   GUID id{};
@@ -143,18 +114,19 @@ TEST_F(TypeLibrary, HasAllMethodsInOrder) {
   ASSERT_EQ(info->GetTypeAttr(&attributes), S_OK);
   const WORD count = attributes->cFuncs;
   info->ReleaseTypeAttr(attributes);
-  ASSERT_EQ(count, std::size(kMethods));
+  ASSERT_EQ(count, std::size(kMethodNames));
   for (UINT index = 0; index < count; ++index) {
-    const Method& method = kMethods[index];
-    SCOPED_TRACE(CStringHelper::UnicodeToUTF8(method.name));
+    const std::wstring name = kMethodNames[index];
+    SCOPED_TRACE(CStringHelper::UnicodeToUTF8(name));
     const Function function(info, index);
     EXPECT_EQ(function->memid, static_cast<MEMBERID>(index + 1));
     EXPECT_EQ(static_cast<unsigned>(function->oVft), (kInheritedFunctions + index) * sizeof(void*));
     EXPECT_EQ(function->invkind, INVOKE_FUNC);
     EXPECT_EQ(function->elemdescFunc.tdesc.vt, VT_HRESULT);
-    ExpectDocumentation(info, function->memid, method.name, method.help);
-    ASSERT_EQ(function->cParams, method.has_status ? 1 : 0);
-    if (!method.has_status) continue;
+    ExpectDocumentation(info, function->memid, name, HelpOf(name));
+    const bool has_status = name.starts_with(L"Enable");
+    ASSERT_EQ(function->cParams, has_status ? 1 : 0);
+    if (!has_status) continue;
     const ELEMDESC& status = function->lprgelemdescParam[0];
     EXPECT_EQ(ParameterName(info, function->memid), L"status");
     EXPECT_EQ(status.paramdesc.wParamFlags, PARAMFLAG_FOUT);

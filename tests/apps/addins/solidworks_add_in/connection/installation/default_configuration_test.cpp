@@ -6,21 +6,10 @@
 
 namespace {
 
-class NoDefaultConfiguration : public FreshDllFixture {
- protected:
-  void SetUp() override {
-    const std::wstring copy = m_folder.MakeFolder(L"add-in") + L"\\solidworks_add_in.dll";
-    ASSERT_TRUE(CopyFileW(AddInDll::BuiltPath().c_str(), copy.c_str(), TRUE));
-    Load(copy);
-  }
-
-  void TearDown() override {
-    EXPECT_EQ(m_dll->UnregisterServer(), S_OK);
-    FreshDllFixture::TearDown();
-  }
-};
+class NoDefaultConfiguration : public FreshDllFixture {};
 
 TEST_F(NoDefaultConfiguration, MakesConnectingFailAndNamesTheMissingFile) {
+  LoadCopy();
   const std::wstring view = ConfigurationPath(L"View.json");
   try {
     Connect();

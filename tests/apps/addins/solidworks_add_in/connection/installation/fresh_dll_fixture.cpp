@@ -17,6 +17,9 @@ void FreshDllFixture::TearDown() {
     EXPECT_TRUE(m_host->HeldReferences().empty());
   }
   m_host.reset();
+  if (m_isCopy) {
+    EXPECT_EQ(m_dll->UnregisterServer(), S_OK);
+  }
   m_dll.reset();
   CoFreeUnusedLibrariesEx(0, 0);
   EXPECT_EQ(GetModuleHandleW(L"solidworks_add_in.dll"), nullptr);
@@ -26,6 +29,14 @@ void FreshDllFixture::Load(const std::wstring& path) {
   m_dll.emplace(path);
   EXPECT_EQ(m_dll->RegisterServer(), S_OK);
   m_host.emplace(cad_host::HostOptions{.state_folder = m_folder.Path(L"host")});
+}
+
+std::wstring FreshDllFixture::LoadCopy() {
+  std::wstring path = m_folder.MakeFolder(L"add-in") + L"\\solidworks_add_in.dll";
+  EXPECT_TRUE(CopyFileW(AddInDll::BuiltPath().c_str(), path.c_str(), TRUE));
+  Load(path);
+  m_isCopy = true;
+  return path;
 }
 
 std::vector<std::wstring> FreshDllFixture::LogFileLines(const std::wstring& name) const {

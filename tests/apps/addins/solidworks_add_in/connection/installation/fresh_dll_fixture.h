@@ -24,7 +24,11 @@ class FreshDllFixture : public testing::Test {
   void TearDown() override;
 
   /// Loads the DLL, registers it and starts the host.
-  void Load(const std::wstring& path = AddInDll::BuiltPath());
+  void Load() { Load(AddInDll::BuiltPath()); }
+
+  /// The same with a copy of the DLL in the folder "add-in" of m_folder, without the default configuration.
+  /// At the end it is unregistered. @return its path.
+  std::wstring LoadCopy();
 
   cad_host::AddIn& Connect() { return m_host->Connect(L"TAVO SolidWorks Integration"); }
 
@@ -40,4 +44,9 @@ class FreshDllFixture : public testing::Test {
   MessageBoxRecorder m_boxes;
   std::optional<AddInDll> m_dll;
   std::optional<cad_host::Host> m_host;
+
+ private:
+  void Load(const std::wstring& path);
+
+  bool m_isCopy = false;
 };

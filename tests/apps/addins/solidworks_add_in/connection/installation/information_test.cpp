@@ -39,11 +39,8 @@ TEST_F(Information, NamesVersionDllLogConfigurationRevisionAndMenu) {
 
 TEST_F(Information, SaysThatTheLogConfigurationIsBuiltInIfThereIsNoFile) {
   const std::wstring view = m_folder.Write(L"add-in\\config\\View.json", R"({"name":"PLM","Menu":[]})");
-  const std::wstring copy = m_folder.Path(L"add-in\\solidworks_add_in.dll");
-  ASSERT_TRUE(CopyFileW(AddInDll::BuiltPath().c_str(), copy.c_str(), TRUE));
-  Load(copy);
-  ExpectLines(SetUpOf(copy) + L"built in", ConnectedWith(view));
-  EXPECT_EQ(m_dll->UnregisterServer(), S_OK);
+  const std::wstring dll = LoadCopy();
+  ExpectLines(SetUpOf(dll) + L"built in", ConnectedWith(view));
 }
 
 TEST_F(Information, IsLoggedOnceForTheSetUpAndAtEachConnection) {
