@@ -7,11 +7,13 @@
 #include <cstddef>
 #include <new>
 #include <stdexcept>
+#include <string>
 
 #include "CZALException.h"
 #include "add_in_methods.h"
 #include "case_name.h"
 #include "module/guards.h"
+#include "recording_add_in.h"
 #include "solidworks_add_in_h.h"
 
 namespace {
@@ -149,6 +151,17 @@ TEST_P(GuardOf, EventSinkEndsTheExceptionOfEachSlot) {
 }
 
 INSTANTIATE_TEST_SUITE_P(, GuardOf, testing::ValuesIn(kExceptions), CaseName<Exception>);
+
+TEST(GuardOfTheAddIn, CallsTheMethodOfEachSlot) {
+  RecordingAddIn target;
+  Guard<ISolidWorksAddIn> guard(target);
+  std::size_t slot = kDispatchSlots;
+  for (const std::wstring name : kMethodNames) {
+    target.called.clear();
+    EXPECT_EQ(CallSlot(&guard, slot++), S_OK);
+    EXPECT_EQ(target.called, name + L" ");
+  }
+}
 
 TEST(GuardOfTheConnection, SaysNotConnectedAndNotDisconnected) {
   ThrowingConnection target([] { throw 1; });
