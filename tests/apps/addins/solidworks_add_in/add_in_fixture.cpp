@@ -2,6 +2,7 @@
 
 #include "CStringHelper.h"
 #include "base/hex_code.h"
+#include "host/command_manager.h"
 
 namespace {
 
@@ -101,6 +102,14 @@ bool AddInFixture::ReconnectObject() const {
   VARIANT_BOOL connected = VARIANT_FALSE;
   EXPECT_EQ(m_addIn->object->ConnectToSW(m_host->Application(), m_addIn->cookie, &connected), S_OK);
   return connected != VARIANT_FALSE;
+}
+
+void AddInFixture::RemoveCommandGroup() const {
+  ICommandManagerPtr manager;
+  m_host->Application()->GetCommandManager(m_addIn->cookie, &manager);
+  VARIANT_BOOL removed = VARIANT_FALSE;
+  manager->RemoveCommandGroup(0, &removed);
+  EXPECT_TRUE(removed);
 }
 
 void AddInFixture::ServeWith(plm_client::Client::Handler handler) {

@@ -88,6 +88,10 @@ class AddInFixture : public testing::Test {
   /// Connects the same object again. @return whether it reported that it is connected.
   bool ReconnectObject() const;
 
+  /// Removes the add-in's command group, because the host refuses two groups with one id: the object can then
+  /// connect again without disconnecting.
+  void RemoveCommandGroup() const;
+
   /// Starts a new host, with the same state folder, in place of the running one.
   void RestartHost(const std::wstring& revision = L"31.0.0");
 

@@ -110,9 +110,8 @@ TEST_F(ServedCall, ThatReleasesTheAddInKeepsItAliveUntilTheDisconnectionEnds) {
 TEST_F(ServedCall, ThatReconnectsLetsTheCommandKeepItsConnection) {
   Connect();
   m_action.Set([&] {
-    VARIANT_BOOL done = VARIANT_FALSE;
-    EXPECT_EQ(m_addIn->object->DisconnectFromSW(&done), S_OK);
-    EXPECT_EQ(m_addIn->object->ConnectToSW(m_host->Application(), m_addIn->cookie, &done), S_OK);
+    EXPECT_TRUE(DisconnectObject());
+    EXPECT_TRUE(ReconnectObject());
     m_freedMemory.Overwrite();
   });
   EXPECT_TRUE(Pick(L"PlmLogin").Succeeded());
@@ -130,9 +129,8 @@ TEST_F(ServedCall, ThatReconnectsAndInvokesASecondCommandStartsNoSecondCommand) 
   Connect();
   HRESULT second = S_OK;
   m_action.Set([&] {
-    VARIANT_BOOL done = VARIANT_FALSE;
-    EXPECT_EQ(m_addIn->object->DisconnectFromSW(&done), S_OK);
-    EXPECT_EQ(m_addIn->object->ConnectToSW(m_host->Application(), m_addIn->cookie, &done), S_OK);
+    EXPECT_TRUE(DisconnectObject());
+    EXPECT_TRUE(ReconnectObject());
     second = Object()->PlmLogin();
   });
   EXPECT_TRUE(Pick(L"PlmLogin").Succeeded());

@@ -4,7 +4,6 @@
 #include "add_in_fixture.h"
 #include "handle_count.h"
 #include "heap_blocks.h"
-#include "host/command_manager.h"
 #include "list_difference.h"
 #include "log_line.h"
 #include "views.h"
@@ -205,13 +204,9 @@ TEST_F(Connection, IsPossibleAgainAfterADisconnection) {
 
 TEST_F(Connection, MadeAgainWithoutDisconnectingFailsAndIsLogged) {
   Connect();
-  const ISldWorksPtr application = m_host->Application();
-  ICommandManagerPtr manager;
-  application->GetCommandManager(m_addIn->cookie, &manager);
-  VARIANT_BOOL connected = VARIANT_FALSE;
-  manager->RemoveCommandGroup(0, &connected);  // the host refuses two groups with one id
-  connected = VARIANT_TRUE;
-  ASSERT_EQ(m_addIn->object->ConnectToSW(application, m_addIn->cookie, &connected), E_FAIL);
+  RemoveCommandGroup();
+  VARIANT_BOOL connected = VARIANT_TRUE;
+  ASSERT_EQ(m_addIn->object->ConnectToSW(m_host->Application(), m_addIn->cookie, &connected), E_FAIL);
   EXPECT_EQ(connected, VARIANT_FALSE);
   const std::wstring line = PlatformError();
   EXPECT_TRUE(

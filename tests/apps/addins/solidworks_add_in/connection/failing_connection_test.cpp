@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "add_in_fixture.h"
-#include "host/command_manager.h"
 #include "log_line.h"
 #include "method_case_name.h"
 #include "result_codes.h"
@@ -114,12 +113,8 @@ TEST_F(ConnectionToAFailingHost, UnadvisesAnInvalidCookieIfTheSinkWasNotAdvised)
 TEST_F(ConnectionToAFailingHost, CanConnectAgainIfTheSinkWasNotAdvised) {
   m_host->GetFaults().Fail(L"IConnectionPoint::Advise", 1, E_FAIL);
   Connect();
-  const ISldWorksPtr application = m_host->Application();
-  ICommandManagerPtr manager;
-  application->GetCommandManager(m_addIn->cookie, &manager);
-  VARIANT_BOOL done = VARIANT_FALSE;
-  manager->RemoveCommandGroup(0, &done);  // the host refuses two groups with one id
-  EXPECT_EQ(m_addIn->object->ConnectToSW(application, m_addIn->cookie, &done), S_OK);
+  RemoveCommandGroup();
+  EXPECT_TRUE(ReconnectObject());
   EXPECT_EQ(m_host->AdvisedSinks(), 1u);
 }
 

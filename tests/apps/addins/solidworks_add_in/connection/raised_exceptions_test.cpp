@@ -8,7 +8,6 @@
 #include "CZALException.h"
 #include "class_under_test.h"
 #include "documents/documents_fixture.h"
-#include "host/command_manager.h"
 #include "method_case_name.h"
 #include "result_codes.h"
 #include "views.h"
@@ -95,12 +94,9 @@ TEST_F(RaisedException, OfConnectingWithAMalformedFileNamesThePlace) {
 
 TEST_F(RaisedException, OfASecondConnectionIsAFailure) {
   ConnectClass();
+  RemoveCommandGroup();
   const ISldWorksPtr application = m_host->Application();
-  ICommandManagerPtr manager;
-  application->GetCommandManager(m_addIn->cookie, &manager);
   VARIANT_BOOL done = VARIANT_FALSE;
-  manager->RemoveCommandGroup(0, &done);  // the host refuses two groups with one id
-  done = VARIANT_FALSE;
   EXPECT_EQ(ThrownComError([&] { m_class->ConnectToSW(application, m_addIn->cookie, &done); }), E_FAIL);
   EXPECT_EQ(done, VARIANT_FALSE);
 }
