@@ -44,6 +44,11 @@ void Faults::ChangeResults(std::wstring method, int nth, Change change) {
   Set(std::move(method), nth, {.runs = true, .change = std::move(change)});
 }
 
+void Faults::FailWithResults(std::wstring method, int nth, HRESULT result) {
+  const auto unchanged = [](const std::vector<void*>&) {};
+  Set(std::move(method), nth, {.runs = true, .result = result, .change = unchanged});
+}
+
 void Faults::Before(std::wstring method, int nth, std::function<void()> action) {
   Set(std::move(method), nth, {.runs = true, .keeps_results = true}, std::move(action));
 }

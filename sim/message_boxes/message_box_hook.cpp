@@ -56,6 +56,7 @@ BOOL CALLBACK ReadChild(HWND child, LPARAM argument) {
 MessageBoxContent ReadMessageBox(HWND box) {
   MessageBoxContent content;
   content.caption = TextOf(box);
+  content.owner = GetWindow(box, GW_OWNER);
   EnumChildWindows(box, ReadChild, reinterpret_cast<LPARAM>(&content));
   const auto left = [box](int button) {
     RECT place{};

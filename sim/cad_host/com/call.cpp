@@ -51,7 +51,7 @@ HRESULT RunWithFaults(Services& services, const std::wstring& method, Arguments 
   if (effect->change) {
     const HRESULT result = WithoutExceptions(services, body);
     effect->change(ResultPlaces(arguments));
-    return result;
+    return FAILED(effect->result) ? effect->result : result;
   }
   if (effect->runs) {
     WithoutExceptions(services, body);

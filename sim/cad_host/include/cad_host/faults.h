@@ -36,6 +36,9 @@ class Faults {
   using Change = std::function<void(const std::vector<void*>& results)>;
   void ChangeResults(std::wstring method, int nth, Change change);
 
+  /// The method runs and its results are returned, but it returns `result`, a failure.
+  void FailWithResults(std::wstring method, int nth, HRESULT result);
+
   /// The method runs as usual, after `action`.
   void Before(std::wstring method, int nth, std::function<void()> action);
 
@@ -63,8 +66,8 @@ class Faults {
   struct Effect {
     bool runs = false;           ///< the method runs
     bool keeps_results = false;  ///< the caller gets the results unchanged
-    HRESULT result = S_OK;
-    Change change = nullptr;  ///< changes the results of a method that runs
+    HRESULT result = S_OK;       ///< what the method returns; with `change` only if it is a failure
+    Change change = nullptr;     ///< changes the results of a method that runs
   };
 
   /// Counts a call of `method` and returns the effect of its fault; empty if there is no fault for this call.

@@ -16,6 +16,7 @@ struct MessageBoxContent {
   std::wstring caption;
   UINT icon = 0;             ///< MB_ICONERROR and so on; 0 if there is no icon
   std::vector<int> buttons;  ///< ids such as IDOK, from left to right
+  HWND owner = nullptr;      ///< the window that owns the box; null without one
 };
 
 /// Reads what the message box `box` shows now.

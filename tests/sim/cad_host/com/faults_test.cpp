@@ -83,6 +83,14 @@ TEST_F(FaultsTest, HidesTheResultOfAMethodThatRuns) {
   EXPECT_EQ(Host().ActiveDocument()->title, L"Part1");
 }
 
+TEST_F(FaultsTest, FailsAMethodThatRunsAndReturnsItsResults) {
+  Faults().FailWithResults(L"ISldWorks::get_IActiveDoc2", 1, E_ACCESSDENIED);
+  IModelDoc2Ptr document;
+  EXPECT_EQ(AskActive(&document), E_ACCESSDENIED);
+  EXPECT_TRUE(document);
+  EXPECT_TRUE(Journal().Calls().back().fault);
+}
+
 TEST_F(FaultsTest, RunsAnActionBeforeACall) {
   Faults().Before(L"ISldWorks::get_IActiveDoc2", 1, [this] { Host().Close(Host().ActiveDocument()); });
   IModelDoc2Ptr document;

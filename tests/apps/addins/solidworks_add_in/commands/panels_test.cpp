@@ -69,6 +69,33 @@ TEST_F(Command, ReturnsInvalidPointerWhileLoggedOutIfItSendsTheLogin) {
   EXPECT_EQ(AddInLog(), Texts{});
 }
 
+TEST_F(Command, ReturnsInvalidPointerAfterALogoutIfItSendsTheLogin) {
+  ConnectAndLogIn();
+  m_host->Open(MakeModel(L"a.sldprt"));
+  EXPECT_EQ(Pick(L"PlmLogOut").result, S_OK);
+  for (const DirectCommand& command : kCommandsWithLogin) ExpectEndedException(Object(), command, E_POINTER);
+  EXPECT_EQ(Asked(), Requests{"QD_PLMLogout "});
+  EXPECT_EQ(AddInLog(), Texts{});
+}
+
+TEST_F(Command, SendsTheLoginAsCompactTextHoweverTheClientWroteIt) {
+  Answer("QD_PLMLogin",
+         " { \"__InvokeResult__\" : true , \"path\" : \"a\\/b\",\r\n\t\"user\" : \"\\u738b\\u00e9\" , "
+         "\"ids\" : [ 1 , null ] } ");
+  Connect();
+  m_host->Open(MakeModel(L"a.sldprt"));
+  const ISolidWorksAddInPtr object = Object();
+  ASSERT_EQ(object->PlmLogin(), S_OK);
+  for (const DirectCommand& command : kCommandsWithLogin) {
+    EXPECT_EQ((object.GetInterfacePtr()->*command.method)(), S_OK);
+    const std::string request = Asked().back();
+    EXPECT_EQ(request.substr(request.find(' ')),
+              R"( {"__InvokeResult__":true,"path":"a/b","user":"王é","ids":[1,null]})")
+        << Utf8(command.name);
+  }
+  EXPECT_EQ(Asked().size(), 1 + std::size(kCommandsWithLogin));
+}
+
 TEST_F(Command, SucceedsWhileLoggedOutIfItSendsNoLogin) {
   Connect();
   EXPECT_EQ(Object()->PlmMyTempMaterial(), S_OK);

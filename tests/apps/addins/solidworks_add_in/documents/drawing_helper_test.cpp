@@ -13,6 +13,7 @@
 #include "list_difference.h"
 #include "log_line.h"
 #include "method_case_name.h"
+#include "opening_faults.h"
 #include "raised_by.h"
 #include "temp_folder.h"
 
@@ -149,6 +150,25 @@ TEST_F(DrawingHelper, LogsThatTheModelCannotBeOpened) {
   const std::wstring missing = m_folder.Path(L"missing.sldprt");
   Insert(missing);
   EXPECT_EQ(Log(), (Texts{StartLine(missing), FailureLine(112, L"OpenDoc6 failed at " + missing, S_OK)}));
+}
+
+TEST_F(DrawingHelper, PlacesAViewEvenIfTheHostReportsErrorsAndWarningsOfTheModel) {
+  const auto drawing = OpenDrawing();
+  const std::wstring model = MakeModel(L"x.sldprt");
+  ReportErrorsAndWarnings(m_host.GetFaults());
+  Insert(model);
+  EXPECT_EQ(drawing->model.views.size(), 1u);
+  EXPECT_EQ(Log(), Texts{StartLine(model)});
+}
+
+TEST_F(DrawingHelper, LogsThatOpeningFailsAlthoughTheHostReturnsADocument) {
+  const auto drawing = OpenDrawing();
+  const std::wstring model = MakeModel(L"x.sldprt");
+  FailWithADocument(m_host.GetFaults(), E_ACCESSDENIED);
+  Insert(model);
+  EXPECT_EQ(drawing->model.views.size(), 0u);
+  EXPECT_EQ(Log(),
+            (Texts{StartLine(model), FailureLine(112, L"OpenDoc6 failed at " + model, E_ACCESSDENIED)}));
 }
 
 TEST_F(DrawingHelper, LogsThatNothingIsSelectedAndLeavesTheModelOpen) {

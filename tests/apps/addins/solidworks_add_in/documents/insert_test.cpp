@@ -6,6 +6,7 @@
 #include "list_difference.h"
 #include "log_line.h"
 #include "method_case_name.h"
+#include "opening_faults.h"
 
 namespace {
 
@@ -178,6 +179,28 @@ TEST_F(Insert, LogsAndThenShowsThatTheFileCannotBeOpened) {
   EXPECT_EQ(m_home.LogLines(), Texts{InsertLine(847, L"OpenDoc6 failed at " + missing, S_OK)});
   EXPECT_EQ(BoxTexts(), Texts{shown::OpenFailed(missing)});
   EXPECT_EQ(LinesAtBoxes(), std::vector<std::size_t>{1}) << "logged before the message";
+  EXPECT_EQ(CalledMethods().back(), L"ISldWorks::OpenDoc6");
+}
+
+TEST_F(Insert, SucceedsEvenIfTheHostReportsErrorsAndWarningsOfTheFile) {
+  ConnectAndLogIn();
+  const auto assembly = OpenAssembly();
+  ReportErrorsAndWarnings(m_host->GetFaults());
+  InsertFile(MakeModel(L"x.sldprt"));
+  EXPECT_EQ(assembly->components.size(), 4u);
+  EXPECT_EQ(OpenNames(), Texts{L"Top.sldasm"});
+  EXPECT_EQ(m_home.LogLines(), Texts{});
+}
+
+TEST_F(Insert, LogsAndThenShowsThatOpeningFailsAlthoughTheHostReturnsADocument) {
+  ConnectAndLogIn();
+  OpenAssembly();
+  const std::wstring part = MakeModel(L"x.sldprt");
+  FailWithADocument(m_host->GetFaults(), E_ACCESSDENIED);
+  ExpectBox();
+  InsertFile(part);
+  EXPECT_EQ(m_home.LogLines(), Texts{InsertLine(847, L"OpenDoc6 failed at " + part, E_ACCESSDENIED)});
+  EXPECT_EQ(BoxTexts(), Texts{shown::OpenFailed(part)});
   EXPECT_EQ(CalledMethods().back(), L"ISldWorks::OpenDoc6");
 }
 

@@ -5,6 +5,7 @@
 #include "heap_blocks.h"
 #include "list_difference.h"
 #include "log_line.h"
+#include "opening_faults.h"
 #include "result_codes.h"
 #include "shown_texts.h"
 
@@ -90,6 +91,26 @@ TEST_P(OpenFile, LogsTheHostsErrorCode) {
   PickWith({part});
   EXPECT_EQ(AddInLog(), Texts{FailedLine(part, E_FAIL)});
   EXPECT_EQ(m_host->GetJournal().Calls(L"ISldWorks::ActivateDoc").size(), 0u);
+}
+
+TEST_P(OpenFile, SucceedsEvenIfTheHostReportsErrorsAndWarnings) {
+  ConnectAndLogIn();
+  const std::wstring part = MakeModel(L"x.sldprt");
+  ReportErrorsAndWarnings(m_host->GetFaults());
+  PickWith({part});
+  EXPECT_EQ(HostCalls().back(), L"ISldWorks::ActivateDoc(\"" + part + L"\")");
+  EXPECT_EQ(m_home.LogLines(), Texts{});
+}
+
+TEST_P(OpenFile, FailsIfTheHostFailsAlthoughItReturnsADocument) {
+  ConnectAndLogIn();
+  const std::wstring part = MakeModel(L"x.sldprt");
+  FailWithADocument(m_host->GetFaults(), E_ACCESSDENIED);
+  m_boxes->Expect(IDOK);
+  PickWith({part});
+  EXPECT_EQ(m_boxes->Boxes().at(0).text, shown::OpenFailed(part));
+  EXPECT_EQ(AddInLog(), Texts{FailedLine(part, E_ACCESSDENIED)});
+  EXPECT_EQ(HostCalls(), Texts{L"ISldWorks::OpenDoc6(\"" + part + L"\", 1, 1, \"\")"});
 }
 
 TEST_P(OpenFile, SucceedsEvenIfActivatingFails) {

@@ -167,6 +167,22 @@ INSTANTIATE_TEST_SUITE_P(, AcceptedReplacement,
                                          HostResult{"Greatest", 0x7FFFFFFF}),
                          CaseName<HostResult>);
 
+TEST_F(Replace, PassesAPathWithoutAFolderToTheHostAsItIs) {
+  ConnectAndLogIn();
+  OpenAssembly();
+  for (const wchar_t* path : {L"", L"screw.sldprt"}) {
+    m_host->GetFaults().Fail(kReplace, 1, E_INVALIDARG);
+    ExpectBox();
+    ReplaceWith(path);
+    const Texts calls = HostCalls();
+    EXPECT_EQ(calls.at(calls.size() - 2),
+              kReplace + (L"(\"" + std::wstring(path)) + L"\", \"\", true, 0, true)");
+    EXPECT_EQ(calls.back(), L"ISldWorks::CloseDoc(\"" + std::wstring(path) + L"\")");
+  }
+  EXPECT_SAME_ENTRIES(m_home.LogLines(),
+                      Texts(2, ReplaceLine(948, L"pAssDoc->ReplaceComponents2", E_INVALIDARG)));
+}
+
 TEST_F(Replace, CallsTheHostEvenIfNothingIsSelected) {
   ConnectAndLogIn();
   const auto assembly = OpenAssembly();

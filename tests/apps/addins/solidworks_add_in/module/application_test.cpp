@@ -3,6 +3,7 @@
 
 #include <thread>
 
+#include "host_window.h"
 #include "linked_module.h"
 #include "message_boxes.h"
 #include "module/application.h"
@@ -20,33 +21,6 @@ class Application : public testing::Test {
 
   LinkedModule m_module;
   const UserLanguage m_english{MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US)};
-};
-
-/// A window of the host that records whether it was ever disabled.
-class HostWindow {
- public:
-  HostWindow()
-      : m_window(CreateWindowW(L"STATIC", L"host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 200, 100, nullptr,
-                               nullptr, nullptr, nullptr)) {
-    SetWindowLongPtrW(m_window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-    SetWindowLongPtrW(m_window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&OnMessage));
-  }
-  HostWindow(const HostWindow&) = delete;
-  HostWindow& operator=(const HostWindow&) = delete;
-  ~HostWindow() { DestroyWindow(m_window); }
-
-  HWND Handle() const { return m_window; }
-  bool WasDisabled() const { return m_wasDisabled; }
-
- private:
-  static LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-    auto* const host = reinterpret_cast<HostWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (message == WM_ENABLE && !wparam) host->m_wasDisabled = true;
-    return DefWindowProcW(window, message, wparam, lparam);
-  }
-
-  HWND m_window;
-  bool m_wasDisabled = false;
 };
 
 }  // namespace

@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 
 #include "case_name.h"
+#include "documents/opening_faults.h"
 #include "list_difference.h"
+#include "log_line.h"
 #include "properties_fixture.h"
 #include "result_codes.h"
 
@@ -128,6 +130,25 @@ TEST_F(CreateMaterial, DeterminesTheTypeOfEachDocument) {
   EXPECT_TRUE(opened[0].ends_with(L"a.txt\", 0, 1, null"));
   EXPECT_TRUE(opened[1].ends_with(L"b.sldasm\", 2, 1, null"));
   EXPECT_TRUE(opened[2].ends_with(L"c.sldprt\", 1, 1, null"));
+}
+
+TEST_F(CreateMaterial, ReadsADocumentAlthoughTheHostReportsErrorsAndWarnings) {
+  OpenPartWithThree();
+  ReportErrorsAndWarnings(m_host->GetFaults());
+  PickAnswering({IDOK, IDCANCEL});
+  EXPECT_EQ(Asked(), Requests{R"(QD_PLMCreateMaterial {"extract_info":{"A":"1","B":"2","C":"3"}})"});
+  EXPECT_EQ(m_home.LogLines(), Texts{});
+}
+
+TEST_F(CreateMaterial, EndsIfOpeningFailsAlthoughTheHostReturnsADocument) {
+  const auto document = OpenPartWithThree();
+  FailWithADocument(m_host->GetFaults(), E_ACCESSDENIED);
+  m_boxes->Expect(IDOK);
+  EXPECT_EQ(Pick(L"PlmCreateMaterial").code, E_ACCESSDENIED);
+  EXPECT_EQ(Asked(), Requests{});
+  EXPECT_EQ(AddInLog(), Texts{ErrorLine(1267, L"PlmCreateMaterial",
+                                        L"iSwApp->OpenDoc6 failed, opened file path: " + document->path,
+                                        E_ACCESSDENIED)});
 }
 
 TEST_F(CreateMaterial, EndsIfNoMaterialWasCreated) {

@@ -1,19 +1,5 @@
 #include "property_access_fixture.h"
 
-#include "views.h"
-
-void PropertyAccessFixture::SetUp() {
-  m_home.WriteConfiguration(L"View.json", ViewWithItems(1));
-  const ClassUnderTest made = MakeClassUnderTest();
-  m_class = made.object;
-  m_addIn = &m_host->Connect(made.held, L"class");
-}
-
-void PropertyAccessFixture::TearDown() {
-  PropertiesFixture::TearDown();
-  m_class = nullptr;
-}
-
 std::shared_ptr<CJsonObject> PropertyAccessFixture::Json(const std::wstring& text) {
   auto json = std::make_shared<CJsonObject>();
   EXPECT_TRUE(json->CreateFrom(text));
@@ -25,4 +11,15 @@ IModelDoc2Ptr PropertyAccessFixture::ActiveModel() const {
   m_host->Application()->get_IActiveDoc2(&document);
   m_host->GetJournal().Clear();
   return document;
+}
+
+cad_host::Faults::Change NamesOfType(VARTYPE type) {
+  return [type](const std::vector<void*>& results) {
+    auto* const names = static_cast<VARIANT*>(results[0]);
+    VariantClear(names);
+    if (type & VT_ARRAY) {
+      names->parray = SafeArrayCreateVector(static_cast<VARTYPE>(type & VT_TYPEMASK), 0, 3);
+    }
+    names->vt = type;
+  };
 }

@@ -4,16 +4,15 @@
 #include "class_under_test.h"
 #include "properties_fixture.h"
 
-class PropertyAccessFixture : public PropertiesFixture {
+class PropertyAccessFixture : public ConnectedClass<PropertiesFixture> {
  protected:
-  void SetUp() override;
-  void TearDown() override;
-
   /// The JSON object that `text` describes.
   static std::shared_ptr<CJsonObject> Json(const std::wstring& text = L"{}");
 
   /// The interface of the active document. Clears the journal.
   IModelDoc2Ptr ActiveModel() const;
-
-  CSolidWorksAddIn* m_class = nullptr;
 };
+
+/// Puts a value of the type `type` in the place of the names that GetNames or GetAll returns, their first
+/// result.
+cad_host::Faults::Change NamesOfType(VARTYPE type);

@@ -14,8 +14,8 @@ constexpr const wchar_t* kGetNames = L"ICustomPropertyManager::GetNames";
 constexpr const wchar_t* kGet2 = L"ICustomPropertyManager::Get2";
 constexpr const wchar_t* kGet3 = L"ICustomPropertyManager::Get3";
 
-/// The positions of the results of GetAll.
-enum GetAllResult { kNames, kTypes, kValues, kCount };
+/// The position of the count in the results of GetAll.
+constexpr std::size_t kCount = 3;
 
 class PropertyReader : public PropertyAccessFixture {
  protected:
@@ -191,24 +191,12 @@ TEST_F(PropertyReader, OfTheActiveDocumentReadsNoMoreThanTheCount) {
   }
 }
 
-/// Replaces the names that a call returns with a value of this type.
-cad_host::Faults::Change Names(VARTYPE type) {
-  return [type](const std::vector<void*>& results) {
-    auto* const names = static_cast<VARIANT*>(results[kNames]);
-    VariantClear(names);
-    if (type & VT_ARRAY) {
-      names->parray = SafeArrayCreateVector(static_cast<VARTYPE>(type & VT_TYPEMASK), 0, 3);
-    }
-    names->vt = type;
-  };
-}
-
 TEST_F(PropertyReader, OfTheActiveDocumentReturnsNothingIfTheNamesAreNotAnArrayOfTexts) {
   OpenPartWithThree();
   for (const VARTYPE type :
        std::initializer_list<VARTYPE>{VT_EMPTY, VT_NULL, VT_I4, VT_ARRAY | VT_I4, VT_ARRAY | VT_VARIANT}) {
     m_host->GetFaults().Clear();
-    m_host->GetFaults().ChangeResults(kGetAll, 1, Names(type));
+    m_host->GetFaults().ChangeResults(kGetAll, 1, NamesOfType(type));
     EXPECT_EQ(ReadActive(), L"{}") << type;
   }
   EXPECT_EQ(m_home.LogLines(), Texts{});
@@ -219,7 +207,7 @@ TEST_F(PropertyReader, OfAGivenDocumentFailsIfTheNamesAreNotAnArrayOfTexts) {
   for (const VARTYPE type : std::initializer_list<VARTYPE>{VT_I4, VT_ARRAY | VT_I4, VT_ARRAY | VT_VARIANT}) {
     m_home.Reset();
     m_host->GetFaults().Clear();
-    m_host->GetFaults().ChangeResults(kGetNames, 1, Names(type));
+    m_host->GetFaults().ChangeResults(kGetNames, 1, NamesOfType(type));
     EXPECT_EQ(ReadGiven(DISP_E_TYPEMISMATCH), L"{}") << type;
     EXPECT_EQ(AddInLog(), Texts{ErrorLine(1479, L"GetCustomProperty",
                                           L"CSolidWorksFileAnalyser::Var2StringList", DISP_E_TYPEMISMATCH)});
@@ -230,19 +218,25 @@ TEST_F(PropertyReader, OfAGivenDocumentReturnsNothingIfThereAreNoNames) {
   OpenPartWithThree();
   for (const VARTYPE type : {VT_EMPTY, VT_NULL}) {
     m_host->GetFaults().Clear();
-    m_host->GetFaults().ChangeResults(kGetNames, 1, Names(type));
+    m_host->GetFaults().ChangeResults(kGetNames, 1, NamesOfType(type));
     EXPECT_EQ(ReadGiven(), L"{}") << type;
   }
   EXPECT_EQ(m_home.LogLines(), Texts{});
 }
 
 TEST_F(PropertyReader, PassesAnEmptyNameForTheDocumentLevelNotNull) {
+  const auto manager_calls = [this] {
+    Texts arguments;
+    for (const auto& call : m_host->GetJournal().Calls(L"IModelDocExtension::get_CustomPropertyManager")) {
+      arguments.push_back(call.arguments);
+    }
+    return arguments;
+  };
   OpenPartWithThree();
   ReadActive();
-  ReadGiven();
-  for (const auto& call : m_host->GetJournal().Calls(L"IModelDocExtension::get_CustomPropertyManager")) {
-    EXPECT_EQ(call.arguments, L"\"\"");
-  }
+  EXPECT_EQ(manager_calls(), Texts{L"\"\""});
+  ReadGiven();  // clears the journal first
+  EXPECT_EQ(manager_calls(), Texts{L"\"\""});
 }
 
 }  // namespace

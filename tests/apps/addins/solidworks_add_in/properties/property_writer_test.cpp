@@ -162,6 +162,20 @@ TEST_F(PropertyWriter, WritesNoMoreThanTheArrayAndTheCountHave) {
   }
 }
 
+TEST_F(PropertyWriter, WritesNothingAndShowsSuccessIfTheNamesAreNotAnArrayOfTexts) {
+  const auto document = OpenPartWithThree();
+  for (const VARTYPE type :
+       std::initializer_list<VARTYPE>{VT_EMPTY, VT_NULL, VT_I4, VT_ARRAY | VT_I4, VT_ARRAY | VT_VARIANT}) {
+    m_host->GetFaults().Clear();
+    m_host->GetFaults().ChangeResults(L"ICustomPropertyManager::GetAll", 1, NamesOfType(type));
+    Write(LR"({"A":"x","B":"y","C":"z"})");
+  }
+  EXPECT_SAME_ENTRIES(PropertiesOf(*document), Texts{L"A=1", L"B=2", L"C=3"});
+  EXPECT_SAME_ENTRIES(Boxes(), Texts(5, L"completed"));
+  EXPECT_EQ(m_host->GetJournal().Calls(kSet).size(), 0u);
+  EXPECT_EQ(m_home.LogLines(), Texts{});
+}
+
 TEST_F(PropertyWriter, DoesNotChangeTheObject) {
   OpenPartWithThree();
   const auto json = Json(LR"({"A":"x","D":7})");
