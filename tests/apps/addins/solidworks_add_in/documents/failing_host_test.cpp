@@ -8,6 +8,7 @@
 #include <tuple>
 
 #include "documents_fixture.h"
+#include "folder_tree.h"
 #include "list_difference.h"
 #include "method_case_name.h"
 #include "outcomes.h"
@@ -74,7 +75,11 @@ class DocumentOperation : public DocumentsFixture {
 
   Files FilesNow() const {
     Files files;
-    for (const wchar_t* folder : {L"download", L"parts"}) AddFiles(folder, files);
+    for (const wchar_t* folder : {L"download", L"parts"}) {
+      for (const std::wstring& path : ListTree(m_folder, folder)) {
+        files[path] = path.ends_with(L'\\') ? "" : m_folder.Read(path);
+      }
+    }
     return files;
   }
 
@@ -115,18 +120,6 @@ class DocumentOperation : public DocumentsFixture {
   }
 
  private:
-  void AddFiles(const std::wstring& folder, Files& files) const {
-    for (const std::wstring& entry : m_folder.List(folder)) {
-      const std::wstring name = folder + L"\\" + entry;
-      if (GetFileAttributesW(m_folder.Path(name).c_str()) & FILE_ATTRIBUTE_DIRECTORY) {
-        files[name + L"\\"] = "";
-        AddFiles(name, files);
-      } else {
-        files[name] = m_folder.Read(name);
-      }
-    }
-  }
-
   std::wstring m_file;
   std::wstring m_componentPath;
   std::shared_ptr<cad_host::Document> m_assembly;

@@ -2,15 +2,7 @@
 
 #include <algorithm>
 
-#include "base/system_path.h"
-
-namespace {
-
-bool IsFolder(const std::wstring& path) {
-  return GetFileAttributesW(SystemPath(path).c_str()) & FILE_ATTRIBUTE_DIRECTORY;
-}
-
-}  // namespace
+#include "folder_tree.h"
 
 CoveringFixture::CoveringFixture() {
   m_folder.MakeFolder(L"prj");
@@ -65,20 +57,15 @@ std::size_t CoveringFixture::CoverLines() const {
 
 Texts CoveringFixture::Files() const {
   Texts files;
-  ListFiles(L"dl", files);
-  ListFiles(L"prj", files);
+  for (const wchar_t* folder : {L"dl", L"prj"}) {
+    for (const std::wstring& path : ListTree(m_folder, folder)) {
+      files.push_back(path.ends_with(L'\\') ? path : path + L" = " + LabelOf(path));
+    }
+  }
   return files;
 }
 
-void CoveringFixture::ListFiles(const std::wstring& name, Texts& files) const {
-  for (const std::wstring& entry : m_folder.List(name)) {
-    const std::wstring path = name + L"\\" + entry;
-    if (IsFolder(At(path))) {
-      files.push_back(path + L"\\");
-      ListFiles(path, files);
-    } else {
-      const auto label = m_labels.find(m_folder.Read(path));
-      files.push_back(path + L" = " + (label == m_labels.end() ? L"?" : label->second));
-    }
-  }
+std::wstring CoveringFixture::LabelOf(const std::wstring& path) const {
+  const auto label = m_labels.find(m_folder.Read(path));
+  return label == m_labels.end() ? L"?" : label->second;
 }

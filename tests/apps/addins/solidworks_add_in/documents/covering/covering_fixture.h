@@ -87,7 +87,7 @@ class CoveringFixture : public AddInFixture {
 
  private:
   std::size_t CoverLines() const;
-  void ListFiles(const std::wstring& name, Texts& files) const;
+  std::wstring LabelOf(const std::wstring& path) const;
 
   std::map<std::wstring, long> m_revisions;
   std::map<std::string, std::wstring> m_labels;  // by content

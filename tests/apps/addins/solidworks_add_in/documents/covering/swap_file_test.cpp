@@ -3,6 +3,7 @@
 
 #include "add_in_fixture.h"
 #include "case_name.h"
+#include "folder_tree.h"
 #include "list_difference.h"
 #include "result_codes.h"
 #include "solidworks_add_in.h"
@@ -17,17 +18,6 @@ struct Exchange {
   HRESULT code = S_OK;
   Texts after;  ///< files as "NAME = CONTENT"
 };
-
-void List(const TempFolder& folder, const std::wstring& name, Texts& lines) {
-  for (const std::wstring& entry : folder.List(name)) {
-    const std::wstring path = name.empty() ? entry : name + L"\\" + entry;
-    if (GetFileAttributesW(folder.Path(path).c_str()) & FILE_ATTRIBUTE_DIRECTORY) {
-      List(folder, path, lines);
-    } else {
-      lines.push_back(path + L" = " + folder.ReadText(path));
-    }
-  }
-}
 
 class SwapFile : public testing::TestWithParam<Exchange> {};
 
@@ -45,7 +35,9 @@ TEST_P(SwapFile, ReturnsItsCodeAndUndoesNothing) {
                                        exchange.download, folder.Path(L"old")),
             exchange.code);
   Texts after;
-  List(folder, L"", after);
+  for (const std::wstring& path : ListTree(folder)) {
+    if (!path.ends_with(L'\\')) after.push_back(path + L" = " + folder.ReadText(path));
+  }
   EXPECT_SAME_ENTRIES(after, exchange.after);
 }
 
