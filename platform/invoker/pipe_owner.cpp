@@ -37,6 +37,42 @@ class TokenInformation {
 using TokenUserInformation = TokenInformation<TOKEN_USER>;
 using TokenOwnerInformation = TokenInformation<TOKEN_OWNER>;
 
+/// The owner of a pipe.
+class PipeOwner {
+ public:
+  explicit PipeOwner(HANDLE pipe) {
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    m_error = GetSecurityInfo(pipe, SE_KERNEL_OBJECT, OWNER_SECURITY_INFORMATION, &m_sid, nullptr, nullptr,
+                              nullptr, &descriptor);
+    m_descriptor.reset(descriptor);
+  }
+
+  /// The system's code if it does not report the owner, else ERROR_SUCCESS.
+  DWORD Error() const { return m_error; }
+
+  /// Null if the pipe has no owner.
+  PSID Sid() const { return m_sid; }
+
+ private:
+  DWORD m_error;
+  PSID m_sid = nullptr;  // within m_descriptor
+  LocalMemory<void> m_descriptor;
+};
+
+/// Whether the system gives this process's new pipes no owner.
+///
+/// Windows gives every pipe one. Measured with Wine 8: an object that is made without a security descriptor
+/// never has an owner, whichever process, thread or token made it; with a descriptor, even an empty one, it
+/// always has one. There this says nothing about who made the pipe, but only this user's processes can: Wine
+/// shows the objects of one user to no other.
+bool NewPipesHaveNoOwner() {
+  HANDLE read = nullptr, write = nullptr;
+  if (!CreatePipe(&read, &write, nullptr, 0)) return false;
+  const UniqueHandle reading(read), writing(write);
+  const PipeOwner owner(read);
+  return owner.Error() == ERROR_SUCCESS && !owner.Sid();
+}
+
 }  // namespace
 
 std::wstring UserSidText() {
@@ -49,19 +85,21 @@ std::wstring UserSidText() {
 }
 
 bool IsTrustedOwner(PSID owner, PSID user, PSID default_owner) {
-  return !owner || EqualSid(owner, user) || EqualSid(owner, default_owner);
+  return owner && (EqualSid(owner, user) || EqualSid(owner, default_owner));
 }
 
 void CheckPipeOwner(HANDLE pipe) {
-  PSID owner = nullptr;
-  PSECURITY_DESCRIPTOR descriptor = nullptr;
-  const DWORD error = GetSecurityInfo(pipe, SE_KERNEL_OBJECT, OWNER_SECURITY_INFORMATION, &owner, nullptr,
-                                      nullptr, nullptr, &descriptor);
-  const LocalMemory<void> owned(descriptor);
-  if (error != ERROR_SUCCESS) throw PipeFailure(L"the owner of the pipe cannot be determined", error);
+  const PipeOwner owner(pipe);
+  if (owner.Error() != ERROR_SUCCESS) {
+    throw PipeFailure(L"the owner of the pipe cannot be determined", owner.Error());
+  }
+  if (!owner.Sid()) {
+    if (NewPipesHaveNoOwner()) return;
+    throw ClientNotReached{{L"the pipe has no owner"}};
+  }
   const TokenUserInformation user(TokenUser);
   const TokenOwnerInformation default_owner(TokenOwner);
-  if (!IsTrustedOwner(owner, user->User.Sid, default_owner->Owner)) {
+  if (!IsTrustedOwner(owner.Sid(), user->User.Sid, default_owner->Owner)) {
     throw ClientNotReached{{L"the pipe belongs to another user"}};
   }
 }

@@ -11,13 +11,14 @@ namespace invoker {
 /// @throws NoAnswer if it cannot be determined.
 std::wstring UserSidText();
 
-/// Whether a process of `user` may use a pipe of `owner`. `default_owner` is the owner of the process's new
-/// objects. A null `owner` is trusted: Wine reports it for each pipe that was made without a security
-/// descriptor (measured with GetSecurityInfo, Wine 8), and Windows gives every pipe an owner.
+/// Whether a process of `user` may use a pipe of `owner`, null if the system does not know it.
+/// `default_owner` is the owner of the process's new objects.
 bool IsTrustedOwner(PSID owner, PSID user, PSID default_owner);
 
-/// @throws ClientNotReached if the pipe belongs to another user; NoAnswer if its owner cannot be determined
-/// or the client has closed the pipe.
+/// Checks that the pipe belongs to the user of this process. A pipe without an owner is allowed only where
+/// the system gives new pipes of this process no owner either.
+/// @throws ClientNotReached if the pipe belongs to another user or its owner is not known; NoAnswer if the
+/// system refuses to report the owner or the client has closed the pipe.
 void CheckPipeOwner(HANDLE pipe);
 
 /// @throws ClientNotReached if the system reports that the pipe's server is in another terminal session.

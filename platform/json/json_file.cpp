@@ -13,9 +13,8 @@ namespace {
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 std::wstring DescribeFault(const std::wstring& path, std::string_view text, const JsonFault& fault) {
-  const TextPosition position = PositionInText(text, fault.offset);
-  return L"\"" + path + L"\", line " + std::to_wstring(position.line) + L", column " +
-         std::to_wstring(position.column) + L": " + CStringHelper::UTF8ToUnicode(fault.reason);
+  return L"\"" + path + L"\", " + DescribePositionInText(text, fault.offset) + L": " +
+         CStringHelper::UTF8ToUnicode(fault.reason);
 }
 
 }  // namespace

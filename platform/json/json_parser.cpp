@@ -119,6 +119,11 @@ TextPosition PositionInText(std::string_view text, std::size_t offset) {
           1 + static_cast<std::size_t>(std::ranges::count_if(in_line, is_first_byte))};
 }
 
+std::wstring DescribePositionInText(std::string_view text, std::size_t offset) {
+  const TextPosition position = PositionInText(text, offset);
+  return L"line " + std::to_wstring(position.line) + L", column " + std::to_wstring(position.column);
+}
+
 std::optional<JsonFault> ParseJson(std::string_view text, JsonDocument& document) {
   const std::optional<std::string> changed = WithoutExtremeNumbers(text);
   ParsedDocument parsed(text, changed ? *changed : text);

@@ -40,8 +40,12 @@ std::string PlainFunctionName(std::string_view function) {
     if (character == '<') ++depth;
     if (character == '>') --depth;
     if (depth != 0) continue;
-    if (character == ' ') begin = at + 1;
-    if (character == '(') end = at;
+    // A result that is a pointer or reference to a function or array stands around the name: `void (*
+    // F())()`.
+    const bool opens_name =
+        character == '(' && at + 1 < function.size() && (function[at + 1] == '*' || function[at + 1] == '&');
+    if (character == ' ' || opens_name) begin = at + 1;
+    if (character == '(' && !opens_name) end = at;
     if (function.substr(at).starts_with(kOperator)) {
       const std::size_t symbol = at + kOperator.size();
       end = std::min(function.find('(', symbol + (function.substr(symbol).starts_with("()") ? 2 : 0)), end);

@@ -1,5 +1,6 @@
 #include "pipe_owner.h"
 
+#include <aclapi.h>
 #include <sddl.h>
 
 #include <memory>
@@ -7,9 +8,12 @@
 #include <string_view>
 #include <vector>
 
+#include "base/local_memory.h"
+#include "base/unique_handle.h"
 #include "case_name.h"
 #include "import_patch.h"
 #include "invoker_fixture.h"
+#include "no_answer.h"
 #include "raw_server.h"
 #include "system_function.h"
 
@@ -36,7 +40,7 @@ TEST(PipeOwner, IsTrustedIfItIsTheUserOrTheOwnerOfTheUsersNewObjects) {
   EXPECT_FALSE(invoker::IsTrustedOwner(stranger.Get(), user.Get(), user.Get()));
   EXPECT_FALSE(invoker::IsTrustedOwner(administrators.Get(), user.Get(), user.Get()));
   EXPECT_FALSE(invoker::IsTrustedOwner(everyone.Get(), user.Get(), administrators.Get()));
-  EXPECT_TRUE(invoker::IsTrustedOwner(nullptr, user.Get(), user.Get()));
+  EXPECT_FALSE(invoker::IsTrustedOwner(nullptr, user.Get(), user.Get()));
 }
 
 struct OtherOwner {
@@ -64,7 +68,22 @@ INSTANTIATE_TEST_SUITE_P(, PipeOfAnotherUser, testing::ValuesIn(kOtherOwners), C
 
 class PipeOfThisUser : public InvokerFixture {};
 
+/// Whether a new pipe of this process without a security descriptor has an owner on this system.
+bool NewPipesHaveAnOwner() {
+  HANDLE read = nullptr, write = nullptr;
+  PSID owner = nullptr;
+  PSECURITY_DESCRIPTOR descriptor = nullptr;
+  EXPECT_TRUE(CreatePipe(&read, &write, nullptr, 0));
+  const UniqueHandle reading(read), writing(write);
+  EXPECT_EQ(GetSecurityInfo(read, SE_KERNEL_OBJECT, OWNER_SECURITY_INFORMATION, &owner, nullptr, nullptr,
+                            nullptr, &descriptor),
+            static_cast<DWORD>(ERROR_SUCCESS));
+  const LocalMemory<void> owned(descriptor);
+  return owner != nullptr;
+}
+
 TEST_F(PipeOfThisUser, IsUsedEvenWithoutASecurityDescriptor) {
+  // Whether this pipe has an owner depends on the system: Wine gives it none. See PipeWithoutAnOwner.
   ConfigurePipe();
   const std::string content = R"({"jsonrpc":"2.0","id":1,"result":{"answer":"x"}})";
   const RawServer server(m_pipe, [&](HANDLE connection) {
@@ -72,6 +91,72 @@ TEST_F(PipeOfThisUser, IsUsedEvenWithoutASecurityDescriptor) {
     WriteAll(connection, "Content-Length: " + std::to_string(content.size()) + "\r\n\r\n" + content);
   });
   EXPECT_EQ(Invoke(L"QD_PLMLogin"), L"x");
+}
+
+using CreatePipeFunction = decltype(CreatePipe);
+
+const auto kCreatePipe = SystemFunction<CreatePipeFunction>(L"kernel32.dll", "CreatePipe");
+
+BOOL WINAPI CreateWithOwner(HANDLE* read, HANDLE* write, SECURITY_ATTRIBUTES*, DWORD size) {
+  SECURITY_DESCRIPTOR descriptor;
+  InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION);
+  SECURITY_ATTRIBUTES attributes{sizeof(attributes), &descriptor, FALSE};
+  return kCreatePipe(read, write, &attributes, size);
+}
+
+BOOL WINAPI CreateWithoutTheRightToReadTheOwner(HANDLE* read, HANDLE* write, SECURITY_ATTRIBUTES* attributes,
+                                                DWORD size) {
+  const HANDLE process = GetCurrentProcess();
+  HANDLE created = nullptr;
+  return kCreatePipe(&created, write, attributes, size) &&
+         DuplicateHandle(process, created, process, read, SYNCHRONIZE, FALSE, DUPLICATE_CLOSE_SOURCE);
+}
+
+BOOL WINAPI Fail(HANDLE*, HANDLE*, SECURITY_ATTRIBUTES*, DWORD) {
+  SetLastError(ERROR_NO_SYSTEM_RESOURCES);
+  return FALSE;
+}
+
+/// A system that does not say that its new pipes have no owner.
+struct NewPipes {
+  const char* name;
+  CreatePipeFunction* create;
+};
+
+void PrintTo(const NewPipes& pipes, std::ostream* stream) { *stream << pipes.name; }
+
+class PipeWithoutAnOwner : public InvokerFixture, public testing::WithParamInterface<NewPipes> {};
+
+TEST_P(PipeWithoutAnOwner, GetsNoRequestUnlessNewPipesHaveNoOwnerEither) {
+  if (NewPipesHaveAnOwner()) GTEST_SKIP() << "no pipe is without an owner on this system";
+  ConfigurePipe(R"(,"client":"C:\\no such program.exe")");
+  std::string received;
+  {
+    const RawServer server(m_pipe, [&](HANDLE connection) { received = ReadBytes(connection, 1); });
+    const ImportPatch patch(GetModuleHandleW(nullptr), "CreatePipe", GetParam().create);
+    EXPECT_EQ(InvokeUnreached(L"QD_PLMLogin"), L"");
+  }
+  ExpectOneLine(L"QD_PLMLogin", L"the pipe has no owner");
+  EXPECT_EQ(received, "");
+}
+
+const NewPipes kNewPipes[] = {{"NewPipesHaveAnOwner", &CreateWithOwner},
+                              {"TheirOwnerIsNotReported", &CreateWithoutTheRightToReadTheOwner},
+                              {"NoPipeCanBeMade", &Fail}};
+INSTANTIATE_TEST_SUITE_P(, PipeWithoutAnOwner, testing::ValuesIn(kNewPipes), CaseName<NewPipes>);
+
+TEST_F(PipeOfThisUser, IsRefusedIfTheSystemDoesNotReportItsOwner) {
+  // given an end of a pipe without the right to read its owner
+  HANDLE read = nullptr, write = nullptr;
+  ASSERT_TRUE(CreateWithoutTheRightToReadTheOwner(&read, &write, nullptr, 0));
+  const UniqueHandle reading(read), writing(write);
+
+  try {
+    invoker::CheckPipeOwner(read);
+    ADD_FAILURE() << "the pipe was accepted";
+  } catch (const invoker::NoAnswer& refusal) {
+    EXPECT_TRUE(refusal.reason.starts_with(L"the owner of the pipe cannot be determined: "));
+  }
 }
 
 /// For the life of the object, the system reports that the server of each pipe is in this terminal session.

@@ -33,4 +33,8 @@ TEST(PositionInText, OfAnOffsetPastTheEndIsTheEnd) {
   EXPECT_EQ(PositionInText("a\nbc", 100), (TextPosition{2, 3}));
 }
 
+TEST(PositionInText, IsDescribedByLineAndColumn) {
+  EXPECT_EQ(DescribePositionInText("a\n\xC3\xA4 bc", 5), L"line 2, column 3");
+}
+
 }  // namespace

@@ -60,3 +60,14 @@ inline void PrintError(const std::wstring& message) {
   CLog::Print("C:\\source\\solidworks_add_in.cpp", 368, "CSolidWorksAddIn::PlmLogin", L"errormsg", 40000,
               message);
 }
+
+/// The line with kFieldsLayout after PrintError(L"text").
+inline constexpr wchar_t kErrorLine[] = L"errormsg|ERROR|368|CSolidWorksAddIn::PlmLogin|text";
+
+/// Properties: every event goes to the appender "file", which writes the file at `path`.
+inline std::wstring FileAppender(const std::wstring& path) {
+  return L"log4cplus.rootLogger=TRACE, file\n"
+         L"log4cplus.appender.file=log4cplus::FileAppender\n"
+         L"log4cplus.appender.file.File=" +
+         path + L"\n";
+}

@@ -56,6 +56,17 @@ std::string& ReferenceResult() {
   return g_name;
 }
 
+void (*FunctionPointerResult(int))(First) {
+  g_name = PlainNameOf();
+  return nullptr;
+}
+
+const int (&ArrayResult())[2] {
+  static constexpr int kNumbers[2]{};
+  g_name = PlainNameOf();
+  return kNumbers;
+}
+
 class Sample {
  public:
   Sample() { g_name = PlainNameOf(); }
@@ -132,6 +143,10 @@ TEST(PlainFunctionName, HasNoResult) {
   EXPECT_EQ(g_name, "PointerResult");
   ReferenceResult();
   EXPECT_EQ(g_name, "ReferenceResult");
+  FunctionPointerResult(1);
+  EXPECT_EQ(g_name, "FunctionPointerResult");
+  ArrayResult();
+  EXPECT_EQ(g_name, "ArrayResult");
   EXPECT_EQ(PlainFunctionName("const char *A::Name(int)"), "A::Name") << "as other compilers write it";
 }
 

@@ -1,6 +1,7 @@
 #include "plm_commands.h"
 
 #include <new>
+#include <string_view>
 
 #include "json/json_parser.h"
 #include "log/platform_log.h"
@@ -8,19 +9,26 @@
 
 namespace {
 
+/// What keeps `text` from being a JSON object, and its line and column; nothing if it is one.
+std::wstring FaultOf(std::string_view text) {
+  CJsonObject::Document document;
+  if (const auto fault = ParseJson(text, document)) {
+    return CStringHelper::UTF8ToUnicode(fault->reason) + L" (" + DescribePositionInText(text, fault->offset) +
+           L")";
+  }
+  if (document.IsObject()) return {};
+  const std::size_t begin = text.find_first_not_of(" \t\r\n");
+  return L"it is another JSON value (" + DescribePositionInText(text, begin) + L")";
+}
+
 /// Logs an answer that is not empty and not a JSON object. The line does not contain the answer's text, which
 /// may hold a login.
 void LogUnusableAnswer(const std::wstring& command, const std::wstring& answer) {
   if (answer.empty()) return;
   const std::wstring line = L"the answer to PLM command [" + command + L"] is not a JSON object: ";
   try {
-    CJsonObject::Document document;
-    if (const auto fault = ParseJson(CStringHelper::UnicodeToUTF8(answer), document)) {
-      LogPlatformError(line + CStringHelper::UTF8ToUnicode(fault->reason) + L" (byte " +
-                       std::to_wstring(fault->offset) + L" of its UTF-8 text)");
-    } else if (!document.IsObject()) {
-      LogPlatformError(line + L"it is another JSON value (byte 0 of its UTF-8 text)");
-    }
+    const std::wstring fault = FaultOf(CStringHelper::UnicodeToUTF8(answer));
+    if (!fault.empty()) LogPlatformError(line + fault);
   } catch (const std::bad_alloc&) {
     LogPlatformError(line + L"there is not enough memory to read it");
   }

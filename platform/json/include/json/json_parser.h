@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "detail/json_document.h"
@@ -22,6 +23,9 @@ struct TextPosition {
 /// The line and column of the byte at `offset` in `text`, UTF-8. Lines end with a line feed; a byte inside a
 /// character has the column of the next one. An offset past the end counts as the end.
 TextPosition PositionInText(std::string_view text, std::size_t offset);
+
+/// The same for a message: "line 2, column 7".
+std::wstring DescribePositionInText(std::string_view text, std::size_t offset);
 
 /// Parses `text`, UTF-8 without a byte-order mark, into `document`. The text must be one JSON value of at
 /// most 1,000 levels, valid UTF-8 and without unpaired surrogates. Parsing does not recurse, however deeply

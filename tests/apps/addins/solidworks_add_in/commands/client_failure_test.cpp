@@ -164,14 +164,15 @@ TEST_P(AnswerThatIsNotAJsonObject, IsLoggedWithItsFaultButNotItsText) {
 
 INSTANTIATE_TEST_SUITE_P(
     , AnswerThatIsNotAJsonObject,
-    testing::Values(
-        UnusableAnswer{"Cut", R"({"user":"secret")", L" (byte 16 of its UTF-8 text)"},
-        UnusableAnswer{"NotJson", "secret", L" (byte 0 of its UTF-8 text)"},
-        UnusableAnswer{"AfterOtherCharacters", R"({"ü":secret})", L" (byte 6 of its UTF-8 text)"},
-        UnusableAnswer{"TextBehind", R"({} secret)", L" (byte 3 of its UTF-8 text)"},
-        UnusableAnswer{"Blank", " ", L" (byte 1 of its UTF-8 text)"},
-        UnusableAnswer{"Array", R"(["secret"])", L"it is another JSON value (byte 0 of its UTF-8 text)"},
-        UnusableAnswer{"String", R"("secret")", L"it is another JSON value (byte 0 of its UTF-8 text)"}),
+    testing::Values(UnusableAnswer{"Cut", R"({"user":"secret")", L" (line 1, column 17)"},
+                    UnusableAnswer{"NotJson", "secret", L" (line 1, column 1)"},
+                    UnusableAnswer{"AfterOtherCharacters", R"({"ü":secret})", L" (line 1, column 6)"},
+                    UnusableAnswer{"OnALaterLine", "{\r\n  \"ü\": secret\r\n}", L" (line 2, column 8)"},
+                    UnusableAnswer{"TextBehind", R"({} secret)", L" (line 1, column 4)"},
+                    UnusableAnswer{"Blank", " ", L" (line 1, column 2)"},
+                    UnusableAnswer{"Array", R"(["secret"])", L"it is another JSON value (line 1, column 1)"},
+                    UnusableAnswer{"String", "\n \"secret\"",
+                                   L"it is another JSON value (line 2, column 2)"}),
     CaseName<UnusableAnswer>);
 
 TEST_F(ClientFailure, AddInDisconnectsFromTheHostWithoutAClient) {
