@@ -13,6 +13,7 @@ namespace plm_client {
 namespace {
 
 constexpr std::chrono::milliseconds kRetryInterval{10};
+constexpr int kUnknownMethod = -32601;
 constexpr int kInternalError = -32603;
 
 /// The answer to a message that is not a request of the protocol.
@@ -119,6 +120,8 @@ bool Client::AnswerFrames(PipeStream& stream, std::string& bytes, int connection
 Reply Client::Answer(Request& request, std::size_t content_start, std::stop_token stop) {
   try {
     ReadRequest(std::string_view(request.frame).substr(content_start), request);
+  } catch (const UnknownMethod& failure) {
+    return Reply::Error(kUnknownMethod, failure.what());
   } catch (const std::runtime_error& failure) {
     return Refuse(failure);
   }

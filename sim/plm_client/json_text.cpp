@@ -1,7 +1,5 @@
 #include "plm_client/json_text.h"
 
-#include <stdexcept>
-
 #include "detail/rapidjson_config.h"
 // After the configuration, which must come first.
 #include <rapidjson/stringbuffer.h>
@@ -37,12 +35,12 @@ void ReadRequest(std::string_view message, Request& request) {
   rapidjson::Document json;
   json.Parse<rapidjson::kParseValidateEncodingFlag>(message.data(), message.size());
   if (json.HasParseError()) throw std::runtime_error("the request is not valid JSON");
-  if (Text(json, "jsonrpc") != "2.0" || Text(json, "method") != "invoke") {
-    throw std::runtime_error("the request is not \"invoke\" of JSON-RPC 2.0");
-  }
+  if (Text(json, "jsonrpc") != "2.0") throw std::runtime_error("the request is not JSON-RPC 2.0");
   const rapidjson::Value& id = Member(json, "id");
   if (!id.IsUint64()) throw std::runtime_error("the request has no numeric id");
   request.id = id.GetUint64();
+  const std::string method = Text(json, "method");
+  if (method != "invoke") throw UnknownMethod("there is no method \"" + method + "\"");
   request.command = Text(Member(json, "params"), "command");
   request.text = Text(Member(json, "params"), "request");
 }

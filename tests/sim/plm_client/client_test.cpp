@@ -139,7 +139,7 @@ TEST_F(ClientTest, RefusesInvalidRequestsAndKeepsTheConnection) {
       "{",
       "[]",
       R"({"jsonrpc":"2.0","method":"invoke","params":{"command":"A","request":""}})",
-      R"({"jsonrpc":"2.0","id":1,"method":"other","params":{"command":"A","request":""}})",
+      R"({"jsonrpc":"2.0","id":1,"params":{"command":"A","request":""}})",
       R"({"jsonrpc":"2.0","id":1,"method":"invoke","params":{"command":"A","request":{}}})",
       R"({"jsonrpc":"2.0","id":1,"method":"invoke","params":{"request":""}})",
   };
@@ -150,6 +150,17 @@ TEST_F(ClientTest, RefusesInvalidRequestsAndKeepsTheConnection) {
   }
   EXPECT_TRUE(client.Requests().empty());
   EXPECT_EQ(host.Ask(1, "A"), R"({"jsonrpc":"2.0","id":1,"result":{"answer":""}})");
+}
+
+TEST_F(ClientTest, AnswersAnotherMethodWithAnErrorAndKeepsTheConnection) {
+  const Client client({.pipe = m_pipe}, std::ref(m_script));
+  const Host host(m_pipe);
+  host.Send(Frame(R"({"jsonrpc":"2.0","id":7,"method":"ping"})"));
+  EXPECT_EQ(host.ReceiveContent(),
+            R"({"jsonrpc":"2.0","id":7,"error":{"code":-32601,"message":"there is no method \"ping\""}})");
+  EXPECT_TRUE(client.Requests().empty()) << "it is no command";
+  EXPECT_EQ(host.Ask(8, "A"), R"({"jsonrpc":"2.0","id":8,"result":{"answer":""}})");
+  EXPECT_EQ(client.ConnectionCount(), 1);
 }
 
 TEST_F(ClientTest, ClosesTheConnectionAfterAnInvalidHeader) {

@@ -1,6 +1,7 @@
 /// @file Reads and writes JSON.
 #pragma once
 
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -11,8 +12,15 @@ namespace plm_client {
 /// `text` as a JSON string, quotes included.
 std::string JsonString(std::string_view text);
 
+/// The method of a request is not "invoke".
+struct UnknownMethod : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
 /// Reads the message that a frame holds into `request`.
-/// @throws std::runtime_error if it is not a request of the protocol.
+/// @throws UnknownMethod for another method; the id is then read. std::runtime_error if it is not a request
+/// of
+///         the protocol.
 void ReadRequest(std::string_view message, Request& request);
 
 }  // namespace plm_client
