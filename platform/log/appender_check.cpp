@@ -156,23 +156,17 @@ class AppenderCheck {
     SetBuiltInLayout(m_properties.All(), appender);
   }
 
-  // A filter that cannot be followed is removed together with the later ones, which could reject what it
-  // would have accepted.
+  // A filter that cannot be followed is removed. The library then ignores the later ones, too, which could
+  // reject what it would have accepted.
   void CorrectFilters(const std::wstring& appender) {
-    const std::wstring prefix = appender + L".filters.";
-    bool is_correct = true;
-    int number = 1;
-    for (; is_correct; ++number) {
-      const std::wstring filter = prefix + std::to_wstring(number);
-      if (!m_properties.Exists(filter)) break;
+    for (int number = 1;; ++number) {
+      const std::wstring filter = appender + L".filters." + std::to_wstring(number);
+      if (!m_properties.Exists(filter)) return;
       const ComponentType* const type = FindFilterType(m_properties.Value(filter));
       if (!type) m_properties.Report(filter, m_properties.Value(filter), L"is not a filter type");
-      is_correct = type && CorrectComponent(filter, *type);
-      if (!is_correct) m_properties.RemoveAllBelow(filter);
-    }
-    if (is_correct) return;
-    for (; m_properties.Exists(prefix + std::to_wstring(number)); ++number) {
-      m_properties.RemoveAllBelow(prefix + std::to_wstring(number));
+      if (type && CorrectComponent(filter, *type)) continue;
+      m_properties.RemoveAllBelow(filter);
+      return;
     }
   }
 

@@ -185,6 +185,13 @@ TEST_F(Configuration, WithoutAPipeConnectsToTheClientOfThisUser) {
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"x");
 }
 
+TEST_F(Configuration, WithADeviceThatIsNotAPipeReachesNoClient) {
+  Configure(R"({"pipe":"..\\NUL"})");
+  m_boxes.Expect(IDOK);
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");
+  ExpectOneLine(L"QD_PLMQuery", LR"(\\.\pipe\..\NUL is not a pipe)");
+}
+
 struct PipeName {
   const char* name;
   const wchar_t* end;

@@ -151,6 +151,13 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{
             "PropertyWithoutAnAppender", L"log4cplus.appender.errors.File=errors.log\n",
             LR"(log4cplus.appender.errors.File: "errors.log" is ignored: log4cplus.appender.errors is missing)"},
+        Fault{
+            "PropertyWithoutALayout",
+            L"log4cplus.appender.other=log4cplus::NullAppender\n"
+            L"log4cplus.appender.other.layout.ConversionPattern=%m%n\n",
+            LR"(log4cplus.appender.other.layout.ConversionPattern: "%m%n" is ignored: log4cplus.appender.other.layout is missing)"},
+        Fault{"GeneralProperty", L"log4cplus.disableOverride=maybe\n",
+              LR"(log4cplus.disableOverride: "maybe" is not true or false)"},
         Fault{"Additivity", L"log4cplus.additivity.errormsg=no\n",
               LR"(log4cplus.additivity.errormsg: "no" is not true or false)"},
         Fault{"UnknownKey", L"log4cplus.rotLogger=INFO, file\n",
@@ -200,6 +207,34 @@ TEST(PropertiesFile, KeepsARestrictedAppenderBesideTheBuiltInOne) {
   CLog::Print("f", 1, "F", L"infomsg", 20000, L"information");
   EXPECT_EQ(log.Lines().size(), 3u);
   EXPECT_EQ(log.Lines(L"errors.log").size(), 2u);
+}
+
+/// Properties: an appender `name` that writes errors only, into errors.log.
+std::wstring ErrorsAppender(const std::wstring& name) {
+  const std::wstring key = L"log4cplus.appender." + name;
+  return key + L"=tavo::SharedFileAppender\n" + key + L".File=errors.log\n" + key + L".Threshold=ERROR\n";
+}
+
+TEST(PropertiesFile, LosesNoEventOfALoggerWhoseKeyIsMisspelt) {
+  LogFolder log;
+  log.Folder().WriteText(L"Log4cplus.properties", L"log4cplus.rootLogger=INFO, errors\n" +
+                                                      ErrorsAppender(L"errors") +
+                                                      L"log4cplus.loger.infomsg=INFO, errors\n");
+  ASSERT_TRUE(log.Start());
+  CLog::Print("f", 1, "F", L"infomsg", 20000, L"information");
+  const std::vector<std::wstring> lines = log.Lines();
+  ASSERT_EQ(lines.size(), 2u) << "the fault, and the event";
+  EXPECT_TRUE(lines[1].ends_with(L"information"));
+}
+
+TEST(PropertiesFile, KeepsAnAppenderWithTheNameOfTheBuiltInOne) {
+  LogFolder log;
+  log.Folder().WriteText(L"Log4cplus.properties",
+                         L"log4cplus.rootLogger=INFO, builtIn, fiel\n" + ErrorsAppender(L"builtIn"));
+  ASSERT_TRUE(log.Start());
+  CLog::Print("f", 1, "F", L"infomsg", 20000, L"information");
+  EXPECT_EQ(log.Lines(L"errors.log").size(), 1u) << "the fault";
+  EXPECT_EQ(log.Lines().size(), 2u) << "the fault, and the event";
 }
 
 TEST(PropertiesFile, KeepsLevelsThatLoggersHaveOnPurpose) {

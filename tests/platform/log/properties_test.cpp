@@ -91,6 +91,35 @@ TEST(PropertiesFile, SetsSizeAndCountOfTheSharedFile) {
   EXPECT_GT(log.Folder().Read(L"SolidWorks.log.1").size(), 900u);
 }
 
+TEST(PropertiesFile, MayNameTheFileByAPatternOnly) {
+  LogFolder log;
+  ASSERT_TRUE(
+      log.StartWith(L"log4cplus.rootLogger=TRACE, file\n"
+                    L"log4cplus.appender.file=log4cplus::TimeBasedRollingFileAppender\n"
+                    L"log4cplus.appender.file.FilenamePattern=year %d{yyyy}.log\n"));
+  PrintError(L"text");
+  const std::vector<std::wstring> files = log.Folder().List();
+  ASSERT_EQ(files.size(), 2u) << testing::PrintToString(files);
+  EXPECT_TRUE(files[1].starts_with(L"year ")) << testing::PrintToString(files);
+  EXPECT_EQ(log.Lines(files[1]), std::vector<std::wstring>{kErrorLine});
+}
+
+TEST(PropertiesFile, MayAskForMissingFolders) {
+  LogFolder log;
+  ASSERT_TRUE(
+      log.StartWith(FileAppender(L"sub\\deep\\file.log") + L"log4cplus.appender.file.CreateDirs=true\n"));
+  PrintError(L"text");
+  EXPECT_EQ(log.Lines(L"sub\\deep\\file.log"), std::vector<std::wstring>{kErrorLine});
+}
+
+TEST(PropertiesFile, MayNameASharedFileBeyondTwoHundredAndSixtyCharacters) {
+  LogFolder log;
+  const std::wstring name = std::wstring(120, L'd') + L"\\" + std::wstring(120, L'e') + L"\\file.log";
+  ASSERT_TRUE(log.StartWith(FileAppender(name) + L"log4cplus.appender.file=tavo::SharedFileAppender\n"));
+  PrintError(L"text");
+  EXPECT_EQ(log.Lines(name), std::vector<std::wstring>{kErrorLine});
+}
+
 TEST(PropertiesFile, MaySwitchTheLogOff) {
   LogFolder log;
   ASSERT_TRUE(log.StartWith(L"log4cplus.rootLogger=OFF\n"));
