@@ -40,8 +40,8 @@ std::string PlainFunctionName(std::string_view function) {
     if (character == '<') ++depth;
     if (character == '>') --depth;
     if (depth != 0) continue;
-    // A result that is a pointer or reference to a function or array stands around the name: `void (*
-    // F())()`.
+    // A result that is a pointer or reference to a function or array stands around the name, as in
+    // `void (* F())()`.
     const bool opens_name =
         character == '(' && at + 1 < function.size() && (function[at + 1] == '*' || function[at + 1] == '&');
     if (character == ' ' || opens_name) begin = at + 1;

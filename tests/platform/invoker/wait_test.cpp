@@ -126,7 +126,7 @@ TEST_P(Wait, EndsWithoutAnAnswerIfTheUserPressesEsc) {
     PostMessageW(m_window.Handle(), kOther, 1, 0);
     PostMessageW(m_window.Handle(), WM_KEYDOWN, 'A', 0);
     PostMessageW(m_window.Handle(), WM_KEYDOWN, VK_ESCAPE, 0);
-    return Reply::Nothing();
+    return Reply::Text("too late").After(std::chrono::seconds(5));
   });
   const Stopwatch watch;
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"");

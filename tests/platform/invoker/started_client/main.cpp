@@ -6,15 +6,19 @@
 
 #include <chrono>
 #include <fstream>
+#include <future>
 #include <iterator>
+#include <memory>
 #include <sstream>
 #include <string>
+#include <thread>
 
 #include "CStringHelper.h"
 #include "plm_client/client.h"
 
 namespace {
 
+constexpr std::chrono::seconds kPatience{5};
 constexpr DWORD kLongest = 30'000;  // milliseconds; ends a client that a failed test has left running
 
 std::string ReadAll(const char* path) {
@@ -35,8 +39,8 @@ plm_client::Reply Served(const plm_client::Request&, std::stop_token) {
   return plm_client::Reply::Text("served");
 }
 
-/// Calls an object of the host, marshalled into object.bin, and answers with the result.
-plm_client::Reply CallHost(const plm_client::Request&, std::stop_token) {
+/// Calls an object of the host, marshalled into object.bin. @return what the object returned.
+std::string CallObject() {
   const std::string marshalled = ReadAll("object.bin");
   IStream* stream = nullptr;
   IDispatch* object = nullptr;
@@ -52,7 +56,17 @@ plm_client::Reply CallHost(const plm_client::Request&, std::stop_token) {
     object->Release();
   }
   CoUninitialize();
-  return plm_client::Reply::Text(SUCCEEDED(result) ? "served " + std::to_string(count) : "failed");
+  return SUCCEEDED(result) ? "served " + std::to_string(count) : "failed";
+}
+
+/// Calls an object of the host and answers with the result.
+plm_client::Reply CallHost(const plm_client::Request&, std::stop_token) {
+  const auto called = std::make_shared<std::promise<std::string>>();
+  std::future<std::string> result = called->get_future();
+  // Detached: a host that does not serve the call makes it wait forever.
+  std::thread([called] { called->set_value(CallObject()); }).detach();
+  if (result.wait_for(kPatience) != std::future_status::ready) return plm_client::Reply::Text("not served");
+  return plm_client::Reply::Text(result.get());
 }
 
 /// Ends the whole process at the first request.
