@@ -89,19 +89,20 @@ std::wstring ExpandVariables(const std::wstring& text) {
   return expanded;
 }
 
-/// Sets the members that the file at `path` contains. @return the file's faults.
+/// Sets the members that the file at `path` contains. @return the file's faults in one line, or nothing.
 std::wstring ReadFile(const std::wstring& path, ClientConfiguration& configuration) {
   CJsonObject file;
   try {
     file.CreateFromFile(path);
   } catch (const CZALException& exception) {
-    return L" " + exception.GetErrorMessage() + L";";
+    return L"using the defaults: " + exception.GetErrorMessage();  // it names the path
   }
   Members members(file);
   configuration.pipe = members.Text("pipe").value_or(L"");
   configuration.program = ExpandVariables(members.Text("client").value_or(L""));
   configuration.start_timeout = members.Milliseconds("startTimeoutMs").value_or(configuration.start_timeout);
-  return members.Faults();
+  const std::wstring faults = members.Faults();
+  return faults.empty() ? faults : L"using defaults for what is wrong in " + path + L":" + faults;
 }
 
 }  // namespace
@@ -112,7 +113,7 @@ ClientConfiguration ReadClientConfiguration(const std::wstring& name, const std:
   CZALCADPathHelper::GetCADCfgPath(name, file, path);
   if (!path.empty() && !IsMissing(path)) {
     const std::wstring faults = ReadFile(path, configuration);
-    if (!faults.empty()) LogPlatformError(L"using defaults for what is wrong in " + path + L":" + faults);
+    if (!faults.empty()) LogPlatformError(faults);
   }
   if (configuration.pipe.empty()) configuration.pipe = kDefaultPipePrefix + UserSidText();
   return configuration;

@@ -89,14 +89,15 @@ TEST_P(ConfigurationFaults, LeadToTheDefaultAndOneLogLine) {
   const std::vector<std::wstring> lines = PlatformLines();
   ASSERT_EQ(lines.size(), 1u);
   EXPECT_NE(lines[0].find(L"PlmClient.json"), std::wstring::npos);
+  EXPECT_EQ(lines[0].find(L"PlmClient.json"), lines[0].rfind(L"PlmClient.json")) << "the path, once";
   for (const std::wstring& name : GetParam().named) {
     EXPECT_NE(lines[0].find(name), std::wstring::npos) << testing::PrintToString(lines[0]);
   }
 }
 
 const Fault kFaults[] = {
-    {"Empty", "", {}},
-    {"Malformed", "{\"pipe\":\"a\",", {}},
+    {"Empty", "", {L"line 1, column 1"}},
+    {"Malformed", "{\"pipe\":\n\"a\",", {L"line 2, column 5"}},
     {"NoObject", "[]", {L"the root is not an object"}},
     {"WrongTypes",
      R"({"pipe":5,"client":null,"startTimeoutMs":"1"})",
