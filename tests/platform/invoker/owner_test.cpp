@@ -106,7 +106,7 @@ BOOL WINAPI CreateWithOwner(HANDLE* read, HANDLE* write, SECURITY_ATTRIBUTES*, D
 
 BOOL WINAPI CreateWithoutTheRightToReadTheOwner(HANDLE* read, HANDLE* write, SECURITY_ATTRIBUTES* attributes,
                                                 DWORD size) {
-  const HANDLE process = GetCurrentProcess();
+  HANDLE process = GetCurrentProcess();
   HANDLE created = nullptr;
   return kCreatePipe(&created, write, attributes, size) &&
          DuplicateHandle(process, created, process, read, SYNCHRONIZE, FALSE, DUPLICATE_CLOSE_SOURCE);

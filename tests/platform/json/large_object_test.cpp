@@ -1,5 +1,5 @@
 // Objects with so many members that a linear search would be too slow.
-#include <chrono>
+#include <ctime>
 
 #include "json_test_support.h"
 
@@ -94,14 +94,15 @@ TEST(LargeObject, HasTheMembersOfACopy) {
   EXPECT_FALSE(object.IsExist(L"before"));
 }
 
-// A linear search would take minutes here.
+// A linear search would take minutes here. The processor's time is measured, where the system tells it apart,
+// so that a busy machine does not fail the test.
 TEST(LargeObject, OfAHundredThousandMembersIsMadeAndReadInSeconds) {
   constexpr int kCount = 100'000;
-  const auto start = std::chrono::steady_clock::now();
+  const std::clock_t start = std::clock();
   CJsonObject object;
   for (int index = 0; index < kCount; ++index) object.SetStringValue(Name(index), L"x");
   for (int index = 0; index < kCount; ++index) ASSERT_TRUE(object.IsExist(Name(index)));
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+  EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 10);
 }
 
 }  // namespace
