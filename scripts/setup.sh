@@ -17,7 +17,7 @@ product_packages=(
 )
 test_packages=(
   g++ pkg-config googletest                                             # native build, test framework
-  libgsf-bin                                                            # an independent reader of OLE files
+  libgsf-bin libgsf-1-dev                                               # an independent reader and writer of OLE files
   clang-16 lld                                                          # a host of the other ABI
 )
 lint_packages=(clang-format clang-tidy-16 python3-minimal)

@@ -75,7 +75,14 @@ void CompoundFile::WriteTable(const wchar_t* name, const Records& records) const
 
 void CompoundFile::WriteStream(const wchar_t* name, std::string_view bytes) const {
   IStreamPtr stream;
-  Check(m_storage->CreateStream(name, kWriteMode, 0, 0, &stream), name);
+  // An existing stream keeps its place in the directory: a new one makes Wine write its neighbours' entries
+  // anew.
+  HRESULT opened = m_storage->OpenStream(name, nullptr, kChangeMode, 0, &stream);
+  if (opened == STG_E_FILENOTFOUND) opened = m_storage->CreateStream(name, kWriteMode, 0, 0, &stream);
+  Check(opened, name);
+  ULARGE_INTEGER size{};
+  size.QuadPart = bytes.size();
+  Check(stream->SetSize(size), name);
   ULONG written = 0;
   Check(stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), &written), name);
   if (written != bytes.size()) Check(STG_E_WRITEFAULT, name);

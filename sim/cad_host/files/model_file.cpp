@@ -9,6 +9,7 @@
 #include "base/system_path.h"
 #include "cad_host/host_error.h"
 #include "compound_file.h"
+#include "directory_fields.h"
 #include "paths.h"
 #include "property_set.h"
 #include "replacement_file.h"
@@ -25,8 +26,8 @@ constexpr const wchar_t* kComponentsStream = L"Components";
 constexpr const wchar_t* kMatesStream = L"Mates";
 constexpr const wchar_t* kViewsStream = L"Views";
 
-constexpr std::array kOwnStreams = {kModelStream,      kConfigurationsStream, kQuantitiesStream,
-                                    kComponentsStream, kMatesStream,          kViewsStream};
+constexpr std::array kOwnStreams = {kModelStream, kConfigurationsStream, kQuantitiesStream, kComponentsStream,
+                                    kMatesStream, kViewsStream,          kAsTypedStream};
 
 struct TypeNames {
   swDocumentTypes_e type;
@@ -212,6 +213,7 @@ void SaveModelFile(const std::wstring& path, const std::wstring& source, ModelFi
       SaveForeign(file, source, saved);
     }
   }
+  KeepStateBitsAndTimes(source, replacement.Path(), path);
   if (saved.kind == FileKind::kCompound) saved.revision = RevisionOfBytes(replacement.Path());
   replacement.Replace();
   model.kind = saved.kind;

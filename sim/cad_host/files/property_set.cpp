@@ -15,16 +15,13 @@
 namespace cad_host {
 namespace {
 
-// A stream beside the property set, for the properties that do not read back from the set as they were typed:
-// a number value loses the form "1.50", and a text value loses the type. Each record has the name, the type
-// and the text in the set, then the type and the text as typed.
-constexpr const wchar_t* kAsTypedStream = L"PropertiesAsTyped";
-
 std::wstring DecodeCodePage(std::string_view bytes, unsigned code_page) {
+  if (bytes.empty()) return {};
   const int size = static_cast<int>(bytes.size());
-  std::wstring text;
-  text.resize(static_cast<std::size_t>(MultiByteToWideChar(code_page, 0, bytes.data(), size, nullptr, 0)));
-  MultiByteToWideChar(code_page, 0, bytes.data(), size, text.data(), static_cast<int>(text.size()));
+  const int length = MultiByteToWideChar(code_page, 0, bytes.data(), size, nullptr, 0);
+  if (length == 0) throw UnknownCodePage(code_page);
+  std::wstring text(static_cast<std::size_t>(length), L'\0');
+  MultiByteToWideChar(code_page, 0, bytes.data(), size, text.data(), length);
   return text;
 }
 
@@ -37,6 +34,26 @@ std::optional<std::string> EncodeCodePage(std::wstring_view text, unsigned code_
   WideCharToMultiByte(code_page, 0, text.data(), size, bytes.data(), length, nullptr, nullptr);
   if (DecodeCodePage(bytes, code_page) != text) return std::nullopt;
   return bytes;
+}
+
+/// Calls `step`, whose errors get the name of the file.
+template <class Step>
+auto WithFileName(const CompoundFile& file, Step step) {
+  try {
+    return step();
+  } catch (const std::out_of_range&) {
+    file.Check(HRESULT_FROM_WIN32(ERROR_INVALID_DATA), L"custom properties");
+    throw;
+  } catch (const UnknownCodePage& failure) {
+    const std::wstring text = L"its code page " + std::to_wstring(failure.code_page) + L" is unknown";
+    file.Check(HRESULT_FROM_WIN32(ERROR_NO_UNICODE_TRANSLATION), text.c_str());
+    throw;
+  } catch (const UnspellableName& failure) {
+    const std::wstring text = L"its code page " + std::to_wstring(failure.code_page) +
+                              L" cannot spell the name of the property \"" + failure.name + L"\"";
+    file.Check(HRESULT_FROM_WIN32(ERROR_NO_UNICODE_TRANSLATION), text.c_str());
+    throw;
+  }
 }
 
 bool SameValue(const CustomProperty& a, const CustomProperty& b) {
@@ -81,12 +98,7 @@ void RestoreAsTyped(const Records& records, CustomProperties& properties) {
 }  // namespace
 
 CustomProperties ReadProperties(const CompoundFile& file) {
-  try {
-    return ReadUserDefinedSections(file.ReadPropertySet(), DecodeCodePage);
-  } catch (const std::out_of_range&) {
-    file.Check(HRESULT_FROM_WIN32(ERROR_INVALID_DATA), L"custom properties");
-    throw;
-  }
+  return WithFileName(file, [&] { return ReadUserDefinedSections(file.ReadPropertySet(), DecodeCodePage); });
 }
 
 CustomProperties ReadPropertiesAsTyped(const CompoundFile& file) {
@@ -98,20 +110,11 @@ CustomProperties ReadPropertiesAsTyped(const CompoundFile& file) {
 void WriteProperties(const CompoundFile& file, const CustomProperties& properties) {
   const std::string old_set = file.ReadPropertySet();
   if (old_set.empty() && properties.empty()) return;
-  try {
-    const std::string set =
-        old_set.empty() ? UserDefinedSection(properties)
-                        : EditUserDefinedSections(old_set, properties, DecodeCodePage, EncodeCodePage);
-    if (set != old_set) file.WritePropertySet(set);
-  } catch (const std::out_of_range&) {
-    file.Check(HRESULT_FROM_WIN32(ERROR_INVALID_DATA), L"custom properties");
-    throw;
-  } catch (const UnspellableName& failure) {
-    const std::wstring step = L"its code page " + std::to_wstring(failure.code_page) +
-                              L" cannot spell the name of the property \"" + failure.name + L"\"";
-    file.Check(HRESULT_FROM_WIN32(ERROR_NO_UNICODE_TRANSLATION), step.c_str());
-    throw;
-  }
+  const std::string set = WithFileName(file, [&] {
+    return old_set.empty() ? UserDefinedSection(properties)
+                           : EditUserDefinedSections(old_set, properties, DecodeCodePage, EncodeCodePage);
+  });
+  if (set != old_set) file.WritePropertySet(set);
 }
 
 void WritePropertiesAsTyped(const CompoundFile& file, const CustomProperties& properties) {

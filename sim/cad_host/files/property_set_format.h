@@ -29,7 +29,10 @@ inline constexpr std::size_t kPropertyPlaceSize = 8;
 inline constexpr std::uint32_t kDictionaryId = 0;  ///< the names of the properties by id
 inline constexpr std::uint32_t kCodePageId = 1;    ///< of the names and of the texts that are not wide
 inline constexpr std::uint32_t kFirstId = 2;
-inline constexpr std::uint32_t kFirstReservedId = 0x80000000;  ///< from here on reserved again
+/// The value of a property that is linked to content of the document has a second value without a name, which
+/// says to what it is linked. The id of that is the property's with this bit. From 0x80000000 on, ids are
+/// reserved again.
+inline constexpr std::uint32_t kLinkBit = 0x01000000;
 
 /// Types of values; each value follows its type.
 inline constexpr std::uint32_t kTypeShort = 2;

@@ -1,11 +1,11 @@
 #include "property_set_section.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstring>
 #include <cwchar>
 #include <stdexcept>
 
+#include "property_set_texts.h"
 #include "records.h"
 
 namespace cad_host::property_set {
@@ -24,20 +24,6 @@ std::wstring WideText(std::string_view bytes) {
   for (std::size_t at = 0; at + sizeof(char16_t) <= bytes.size(); at += sizeof(char16_t)) {
     text += static_cast<wchar_t>(units.Short(at));
   }
-  return text;
-}
-
-/// The date such as "2024-05-31" of a number of 100 nanoseconds since 1601; "0000-00-00" if it is too large.
-std::wstring DateText(std::uint64_t file_time) {
-  using Ticks = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;
-  constexpr auto kBeginning = std::chrono::sys_days(std::chrono::year(1601) / 1 / 1);
-  std::chrono::year_month_day date{};
-  if (file_time <= INT64_MAX) {
-    date = kBeginning + std::chrono::floor<std::chrono::days>(Ticks(static_cast<std::int64_t>(file_time)));
-  }
-  wchar_t text[16];
-  std::swprintf(text, std::size(text), L"%04d-%02u-%02u", static_cast<int>(date.year()),
-                static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()));
   return text;
 }
 
@@ -143,11 +129,14 @@ void Section::ReadDictionary(std::size_t offset) {
   const std::size_t unit = m_codePage == kUtf16 ? sizeof(char16_t) : sizeof(char);
   std::uint32_t left = m_bytes.Number(offset);
   for (offset += sizeof left; left > 0; --left) {
+    const std::size_t begin = offset;
     const std::uint32_t id = m_bytes.Number(offset);
     const std::size_t size = unit * m_bytes.Number(offset + sizeof id);
     offset += 2 * sizeof(std::uint32_t);
     m_names[id] = Text(offset, size, m_codePage);
     offset += m_codePage == kUtf16 ? (size + 3) / 4 * 4 : size;  // only wide names are padded
+    // The last name of a section may lack its padding.
+    m_nameEntries.push_back({id, m_bytes.Part(begin, std::min(offset, m_all.size()) - begin)});
   }
 }
 

@@ -46,6 +46,15 @@ class Section {
   /// The names of properties by id; empty if the section has no dictionary.
   const std::map<std::uint32_t, std::wstring>& Names() const { return m_names; }
 
+  /// An entry of the dictionary.
+  struct NameEntry {
+    std::uint32_t id;
+    std::string_view bytes;  ///< all of it: the id, the length and the name
+  };
+
+  /// The entries of the dictionary, in their order.
+  const std::vector<NameEntry>& NameEntries() const { return m_nameEntries; }
+
   /// The code page of names and of texts that are not wide.
   unsigned CodePage() const { return m_codePage; }
 
@@ -73,6 +82,7 @@ class Section {
   std::map<std::uint32_t, std::size_t> m_byId;  // the last offset of each id
   std::vector<std::size_t> m_offsets;           // of all values, sorted
   std::map<std::uint32_t, std::wstring> m_names;
+  std::vector<NameEntry> m_nameEntries;
   unsigned m_codePage = kSystemCodePage;
 };
 

@@ -4,6 +4,8 @@
 /// search all names for each property.
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
 #include "cad_host/custom_property.h"
@@ -16,5 +18,9 @@ std::string UserDefinedSection(const CustomProperties& properties);
 
 /// The type and the value of a property as UserDefinedSection stores them, padded to whole units of 4 bytes.
 std::string PropertyValueBytes(const CustomProperty& property);
+
+/// The type `type` and the number that `text` is, padded to whole units of 4 bytes; empty if it is not a type
+/// of numbers that this host reads, or cannot hold the number.
+std::optional<std::string> NumberValueBytes(const std::wstring& text, std::uint32_t type);
 
 }  // namespace cad_host

@@ -28,6 +28,11 @@ std::wstring UnusedPath(const std::wstring& target) {
 
 ReplacementFile::ReplacementFile(std::wstring target)
     : m_target(std::move(target)), m_path(UnusedPath(m_target)) {
+  if (const std::size_t end = m_target.find_last_of(L"\\/");
+      end != std::wstring::npos && !IsFolder(m_target.substr(0, end + 1))) {
+    SetLastError(ERROR_PATH_NOT_FOUND);
+    Fail(m_target, L"cannot write, the folder does not exist");
+  }
   const DWORD attributes = FileAttributes(m_target);
   if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY)) {
     SetLastError(ERROR_WRITE_PROTECT);

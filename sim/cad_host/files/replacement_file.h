@@ -9,7 +9,7 @@ namespace cad_host {
 class ReplacementFile {
  public:
   /// @param target a full path; the file need not exist.
-  /// @throws HostError naming the target if it is read-only.
+  /// @throws HostError naming the target if it is read-only or its folder does not exist.
   explicit ReplacementFile(std::wstring target);
   ReplacementFile(const ReplacementFile&) = delete;
   ReplacementFile& operator=(const ReplacementFile&) = delete;

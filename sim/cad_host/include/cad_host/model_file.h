@@ -67,15 +67,13 @@ void WriteModelFile(const std::wstring& path, const ModelFile& model);
 /// does not know in `source` keeps its bytes. A file of another program gets the streams of this host only if
 /// `model` has more than properties, such as components. Sets the kind and the revision that the file has
 /// then.
-/// @throws HostError naming the file if it cannot be written, is opaque, or has streams of other programs
-/// with
-///         the names of this host's streams; an existing file stays as it was.
+/// @throws HostError naming the file if it cannot be written, is opaque, or has streams of other
+///         programs with the names of this host's streams; an existing file stays as it was.
 void SaveModelFile(const std::wstring& path, const std::wstring& source, ModelFile& model);
 
 /// Reads a file of any program. The type of another program's file is that of its extension.
-/// @throws HostError naming the file if it is missing, damaged, or not a file of this host and has no
-/// extension
-///         of a document.
+/// @throws HostError naming the file if it is missing, damaged, in a code page that is unknown, or
+///         not a file of this host and has no extension of a document.
 ModelFile ReadModelFile(const std::wstring& path);
 
 /// The document type for the extension of a file's name; swDocNONE if the extension is unknown.

@@ -7,55 +7,19 @@
 #include <string>
 
 #include "case_name.h"
-#include "files/property_set_format.h"
 #include "files/property_set_reader.h"
+#include "property_set_stream.h"
 
 namespace {
 
 using namespace cad_host;
 using namespace cad_host::property_set;
 
-constexpr std::uint16_t kLatin1 = 28591;
-
-/// Latin-1, and "?" for the bytes of any other code page.
-std::wstring DecodeLatin1(std::string_view bytes, unsigned code_page) {
-  std::wstring text;
-  for (const char byte : bytes) {
-    text += code_page == kLatin1 || byte == 0 ? static_cast<wchar_t>(static_cast<unsigned char>(byte)) : L'?';
-  }
-  return text;
-}
-
-template <class T>
-std::string BytesOf(T value) {
-  return std::string(reinterpret_cast<const char*>(&value), sizeof value);
-}
-
-std::string Number(std::uint32_t value) { return BytesOf(value); }
-
-std::string Wide(std::u16string_view text) {
-  std::string bytes;
-  for (const char16_t unit : text) bytes += BytesOf(unit);
-  return bytes;
-}
-
-/// A stream with one section. Its property kFirstId has the name `name` and the value `value`.
-std::string StreamWith(std::uint16_t code_page, const std::string& name, std::uint32_t name_length,
-                       const std::string& value) {
-  const std::string dictionary = Number(1) + Number(kFirstId) + Number(name_length) + name;
-  const std::string page = Number(kTypeShort) + BytesOf(code_page) + std::string(2, '\0');
-  const std::uint32_t values = kPropertyPlaces + 3 * kPropertyPlaceSize;
-  const auto page_place = values + static_cast<std::uint32_t>(dictionary.size());
-  const auto value_place = page_place + static_cast<std::uint32_t>(page.size());
-  const std::string section = Number(0) + Number(3) + Number(kDictionaryId) + Number(values) +
-                              Number(kCodePageId) + Number(page_place) + Number(kFirstId) +
-                              Number(value_place) + dictionary + page + value;
-  const std::string id(kUserDefined.begin(), kUserDefined.end());
-  return std::string(kSectionCount, '\0') + Number(1) + id + Number(48) + section;
-}
-
+/// A stream with the property kFirstId, which has the name "N".
 std::string StreamWith(const std::string& value) {
-  return StreamWith(kLatin1, std::string("N\0", 2), 2, value);
+  return StreamOf({{kDictionaryId, Dictionary({{kFirstId, std::string("N\0", 2)}})},
+                   {kCodePageId, CodePageValue(kLatin1)},
+                   {kFirstId, value}});
 }
 
 CustomProperties Read(const std::string& stream) { return ReadUserDefinedSections(stream, DecodeLatin1); }
@@ -99,8 +63,10 @@ TEST_P(PropertyValue, ReadsAsItsText) {
 INSTANTIATE_TEST_SUITE_P(, PropertyValue, testing::ValuesIn(kValues), CaseName<ValueCase>);
 
 TEST(PropertyNames, AreWideInAUtf16Set) {
-  const std::string name = Wide(std::u16string_view(u"\u6750\u6599\0", 3)) + std::string(2, '\0');
-  const CustomProperties properties = Read(StreamWith(kUtf16, name, 3, Number(kTypeNumber) + Number(1)));
+  const std::string name = Wide(std::u16string_view(u"\u6750\u6599\0", 3));
+  const CustomProperties properties = Read(StreamOf({{kDictionaryId, WideDictionary({{kFirstId, name}})},
+                                                     {kCodePageId, CodePageValue(kUtf16)},
+                                                     {kFirstId, Number(kTypeNumber) + Number(1)}}));
 
   ASSERT_EQ(properties.size(), 1u);
   EXPECT_EQ(properties[0].name, L"\u6750\u6599");

@@ -7,6 +7,5 @@
 
 /// Runs a line of the system's shell in `folder` and waits until it ends, at most half a minute.
 /// @return its output, with errors. @throws std::runtime_error if it cannot be run, does not end or fails;
-/// the message
-///         has the line and the output.
+///         the message has the line and the output.
 std::string RunShell(const TempFolder& folder, const std::string& line);
