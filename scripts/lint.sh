@@ -49,6 +49,18 @@ changed_sources() {
   done | sort -u
 }
 
+# report_left_out: says how many sources the analysis leaves out, and which if they are few.
+report_left_out() {
+  local count most=20
+  count="$(wc -l <build/tidy/left-out)"
+  say "sources to analyse: $(wc -l <build/tidy/analysed); left out, because build/windows does not compile them: $count"
+  if [ "$count" -le "$most" ]; then
+    sed 's/^/     /' build/tidy/left-out >&2
+  else
+    say "build/tidy/left-out has their names"
+  fi
+}
+
 lint() {
   local sources
   case "${1:-}" in
@@ -77,8 +89,14 @@ lint() {
   mapfile -t extra < <(mingw_flags)
   # What the windows preset does not compile is not analysed: other systems' files, and the host of the other ABI.
   sed '/^$/d' <<<"$sources" | while read -r file; do
-    grep -qF "\"file\": \"$root/$file\"" build/tidy/compile_commands.json && echo "$file" || true
-  done | xargs -r -P "$(nproc)" -n 4 \
+    if grep -qF "\"file\": \"$root/$file\"" build/tidy/compile_commands.json; then
+      echo "$file"
+    else
+      echo "$file" >&3
+    fi
+  done >build/tidy/analysed 3>build/tidy/left-out
+  report_left_out
+  xargs -r -P "$(nproc)" -n 4 <build/tidy/analysed \
     clang-tidy-16 -p build/tidy --quiet "${extra[@]}" >build/tidy/findings.log 2>/dev/null || {
       grep -E 'error:' build/tidy/findings.log | sort -u >&2
       fail "the static analysis found something: see build/tidy/findings.log"
