@@ -38,11 +38,18 @@ T At(std::string_view bytes, std::size_t offset) {
   return value;
 }
 
+/// The size of a sector as a power of 2.
+unsigned SectorShift(std::string_view file) {
+  const auto shift = At<std::uint16_t>(file, kSectorShift);
+  if (shift < kSmallestShift || shift > kLargestShift) ThrowDamaged();
+  return shift;
+}
+
 /// The numbers of sectors of a file, and the places of its directory.
 class Sectors {
  public:
   explicit Sectors(std::string_view file)
-      : m_file(file), m_size(SectorSize(file)), m_numbers(m_size / sizeof(std::uint32_t)), m_table(Table()) {}
+      : m_file(file), m_size(SectorSize(file)), m_numberShift(SectorShift(file) - 2), m_table(Table()) {}
 
   /// The offsets of all entries of the directory, used or not.
   std::vector<std::size_t> EntryOffsets() const {
@@ -57,11 +64,15 @@ class Sectors {
   }
 
  private:
+  /// How many numbers are in a sector.
+  std::size_t Numbers() const { return std::size_t{1} << m_numberShift; }
+
   std::size_t OffsetOf(std::uint32_t sector) const { return (std::size_t{sector} + 1) * m_size; }
 
   std::uint32_t Next(std::uint32_t sector) const {
-    if (sector / m_numbers >= m_table.size()) ThrowDamaged();
-    return NumberIn(m_table[sector / m_numbers], sector % m_numbers);
+    const std::size_t index = sector >> m_numberShift;
+    if (index >= m_table.size()) ThrowDamaged();
+    return NumberIn(m_table[index], sector & (Numbers() - 1));
   }
 
   std::uint32_t NumberIn(std::uint32_t sector, std::size_t index) const {
@@ -76,8 +87,8 @@ class Sectors {
     }
     // The last number in a further sector is that of the next one.
     for (auto extra = At<std::uint32_t>(m_file, kFirstExtraTableSector); extra < kLastSector;
-         extra = NumberIn(extra, m_numbers - 1)) {
-      for (std::size_t index = 0; index + 1 < m_numbers; ++index) sectors.push_back(NumberIn(extra, index));
+         extra = NumberIn(extra, Numbers() - 1)) {
+      for (std::size_t index = 0; index + 1 < Numbers(); ++index) sectors.push_back(NumberIn(extra, index));
       if (sectors.size() * sizeof(std::uint32_t) > m_file.size()) ThrowDamaged();  // the chain is a circle
     }
     return sectors;
@@ -85,7 +96,7 @@ class Sectors {
 
   std::string_view m_file;
   std::size_t m_size;
-  std::size_t m_numbers;  // in a sector of numbers
+  unsigned m_numberShift;  // a number has 4 bytes
   std::vector<std::uint32_t> m_table;
 };
 
@@ -142,11 +153,7 @@ class Directory {
 
 }  // namespace
 
-std::size_t SectorSize(std::string_view file) {
-  const auto shift = At<std::uint16_t>(file, kSectorShift);
-  if (shift < kSmallestShift || shift > kLargestShift) ThrowDamaged();
-  return std::size_t{1} << shift;
-}
+std::size_t SectorSize(std::string_view file) { return std::size_t{1} << SectorShift(file); }
 
 std::uint32_t ExtraTableSectors(std::string_view file) { return At<std::uint32_t>(file, kExtraTableSectors); }
 

@@ -70,7 +70,7 @@ TEST_F(ForeignPropertySetTest, WithoutAUserDefinedSectionGetsOne) {
 
 TEST_F(ForeignPropertySetTest, KeepsTheBytesOfANameThatIsNotWellFormed) {
   // In this code page the last byte is the first one of a character of two; the other one is missing.
-  const std::string name("Bad\x81", 5);
+  const std::string name = Name("Bad\x81");
   const ById names = {{2, name}};
   const std::wstring path = MakeCompound({{kPropertySet, StreamOf({{kDictionaryId, Dictionary(names)},
                                                                    {kCodePageId, CodePageValue(932)},
@@ -82,8 +82,7 @@ TEST_F(ForeignPropertySetTest, KeepsTheBytesOfANameThatIsNotWellFormed) {
   Host().Save(*document);
 
   const std::string set = CompoundContent(path)[kPropertySet].bytes;
-  EXPECT_TRUE(
-      ValuesOf(set).at(kDictionaryId).starts_with(Dictionary({{2, name}, {3, std::string("Added", 6)}})));
+  EXPECT_TRUE(ValuesOf(set).at(kDictionaryId).starts_with(Dictionary({{2, name}, {3, Name("Added")}})));
 }
 
 TEST_F(ForeignPropertySetTest, ShowsAndSavesThePropertiesOfSeveralUserDefinedSections) {
@@ -114,7 +113,7 @@ TEST_F(ForeignPropertySetTest, IsRefusedWithTheNameOfTheFileIfItIsCutOff) {
 }
 
 TEST_F(ForeignPropertySetTest, IsRefusedInAnUnknownCodePage) {
-  const ById names = {{2, std::string("A", 2)}, {3, std::string("B", 2)}};
+  const ById names = {{2, Name("A")}, {3, Name("B")}};
   const std::wstring path = MakeCompound({{kPropertySet, StreamOf({{kDictionaryId, Dictionary(names)},
                                                                    {kCodePageId, CodePageValue(12345)},
                                                                    {2, Number(kTypeNumber) + Number(7)},

@@ -33,8 +33,6 @@ std::string Edit(const std::string& stream, const CustomProperties& properties) 
   return EditUserDefinedSections(stream, properties, DecodeLatin1, EncodeLatin1);
 }
 
-std::string WideName(std::u16string_view text) { return Wide(text) + std::string(2, '\0'); }
-
 const ById kWideNames = {{2, WideName(u"Changed")},   {3, WideName(u"Removed")},     {4, WideName(u"Vector")},
                          {5, WideName(u"Clipboard")}, {6, WideName(u"Long")},        {7, WideName(u"Float")},
                          {8, WideName(u"Date")},      {9, WideName(u"UnsignedLong")}};

@@ -19,8 +19,6 @@ using namespace cad_host::property_set;
 constexpr std::uint16_t kUnknownPage = 932;
 constexpr std::uint32_t kProperty = 9;
 
-std::string Name(std::string_view text) { return std::string(text) + '\0'; }
-std::string WideName(std::u16string_view text) { return Wide(text) + std::string(2, '\0'); }
 std::string NumberValue(std::uint32_t value) { return Number(kTypeNumber) + Number(value); }
 
 CustomProperties Read(const std::string& stream) { return ReadUserDefinedSections(stream, DecodeLatin1); }

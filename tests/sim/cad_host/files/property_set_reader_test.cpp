@@ -17,7 +17,7 @@ using namespace cad_host::property_set;
 
 /// A stream with the property kFirstId, which has the name "N".
 std::string StreamWith(const std::string& value) {
-  return StreamOf({{kDictionaryId, Dictionary({{kFirstId, std::string("N\0", 2)}})},
+  return StreamOf({{kDictionaryId, Dictionary({{kFirstId, Name("N")}})},
                    {kCodePageId, CodePageValue(kLatin1)},
                    {kFirstId, value}});
 }
@@ -63,7 +63,7 @@ TEST_P(PropertyValue, ReadsAsItsText) {
 INSTANTIATE_TEST_SUITE_P(, PropertyValue, testing::ValuesIn(kValues), CaseName<ValueCase>);
 
 TEST(PropertyNames, AreWideInAUtf16Set) {
-  const std::string name = Wide(std::u16string_view(u"\u6750\u6599\0", 3));
+  const std::string name = WideName(u"\u6750\u6599");
   const CustomProperties properties = Read(StreamOf({{kDictionaryId, WideDictionary({{kFirstId, name}})},
                                                      {kCodePageId, CodePageValue(kUtf16)},
                                                      {kFirstId, Number(kTypeNumber) + Number(1)}}));

@@ -38,6 +38,10 @@ std::string Wide(std::u16string_view text) {
   return bytes;
 }
 
+std::string Name(std::string_view text) { return std::string(text) + '\0'; }
+
+std::string WideName(std::u16string_view text) { return Wide(text) + std::string(sizeof(char16_t), '\0'); }
+
 std::string Dictionary(const ById& names) {
   std::string bytes = Number(static_cast<std::uint32_t>(names.size()));
   for (const auto& [id, name] : names) {

@@ -30,10 +30,14 @@ inline std::string Number(std::uint32_t value) { return BytesOf(value); }
 /// The text as UTF-16, without a terminating null.
 std::string Wide(std::u16string_view text);
 
+/// A name of a dictionary, with the terminating null.
+std::string Name(std::string_view text);
+std::string WideName(std::u16string_view text);
+
 /// Bytes by ids: the names of a dictionary, or the values of a section.
 using ById = std::vector<std::pair<std::uint32_t, std::string>>;
 
-/// A dictionary; each name is the bytes with the terminating null. Wide names are padded.
+/// A dictionary; wide names are padded.
 std::string Dictionary(const ById& names);
 std::string WideDictionary(const ById& names);
 
