@@ -39,7 +39,7 @@ show_failures() {
     "$results" | uniq | while read -r name; do
     echo "failed: $1 $2: $name; see $output:"
     sed -nE "s/^[0-9]+: //; /\[ RUN      \] ${name//\//\\/}\$/,/\[  FAILED  \] ${name//\//\\/}/p" "$output" |
-      sed -n '1,40p' | sed 's/^/    /'
+      sed -n '1,40s/^/    /p'  # not head, which would end this script: a program that writes on fails then
   done
 }
 
