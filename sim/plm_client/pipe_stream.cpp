@@ -37,8 +37,8 @@ bool PipeStream::Accept() {
 }
 
 void PipeStream::Disconnect() {
-  m_connected = false;
   DisconnectNamedPipe(m_pipe.get());
+  m_connected = false;  // after that, for those who wait until the host's end is broken
 }
 
 bool PipeStream::Read(std::string& bytes, std::size_t limit) {
