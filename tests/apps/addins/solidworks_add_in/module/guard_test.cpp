@@ -6,12 +6,17 @@
 #include <array>
 #include <cstddef>
 #include <new>
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "CZALException.h"
 #include "add_in_methods.h"
 #include "case_name.h"
+#include "environment.h"
+#include "import_patch.h"
 #include "module/guards.h"
 #include "recording_add_in.h"
 #include "solidworks_add_in_h.h"
@@ -117,15 +122,42 @@ HRESULT CallSlot(IUnknown* object, std::size_t slot) {
   return method(object, &room[0], &room[1], &room[2], &room[3], &room[4], &room[5], &room[6], &room[7]);
 }
 
+// Without a platform folder the log goes to the debugger, in this whole program.
+const ScopedEnvironment no_home{L"TAVO_HOME", std::nullopt};
+const ScopedEnvironment no_application_data{L"APPDATA", std::nullopt};
+
+/// The lines of this program's log that tell of an exception.
+class ExceptionLines {
+ public:
+  ExceptionLines() { lines.clear(); }
+
+  const std::vector<std::wstring>& All() const { return lines; }
+
+ private:
+  static void WINAPI Record(LPCWSTR line) {
+    if (std::wstring_view(line).find(L" raised 0x") != std::wstring_view::npos) lines.emplace_back(line);
+  }
+
+  static inline std::vector<std::wstring> lines;
+  const ImportPatch m_patch{GetModuleHandleW(nullptr), "OutputDebugStringW", &Record};
+};
+
+/// Who logs the exception of a slot.
+enum class Logged { kByTheGuard, kByTheMethod };
+
 class GuardOf : public testing::TestWithParam<Exception> {
  protected:
-  /// Expects that each slot from the fourth to the last returns the exception's code.
+  /// Expects that each slot from the fourth to the last returns the exception's code, and one line for each
+  /// that does not log itself.
   template <class Interface, class Target>
-  void ExpectEachSlotEndsTheException(std::size_t slots) const {
+  void ExpectEachSlotEndsTheException(std::size_t slots, Logged fourth = Logged::kByTheGuard) const {
     Target target(GetParam().raise);
     Guard<Interface> guard(target);
     for (std::size_t slot = kUnknownSlots; slot < slots; ++slot) {
+      const ExceptionLines lines;
       EXPECT_EQ(CallSlot(&guard, slot), GetParam().code) << "slot " << slot;
+      const bool by_method = slot == kUnknownSlots && fourth == Logged::kByTheMethod;
+      EXPECT_EQ(lines.All().size(), by_method ? 0u : 1u) << "slot " << slot;
     }
   }
 };
@@ -135,7 +167,7 @@ TEST_P(GuardOf, AddInEndsTheExceptionOfEachSlot) {
 }
 
 TEST_P(GuardOf, ConnectionEndsTheExceptionOfEachSlot) {
-  ExpectEachSlotEndsTheException<ISwAddin, ThrowingConnection>(kUnknownSlots + 2);
+  ExpectEachSlotEndsTheException<ISwAddin, ThrowingConnection>(kUnknownSlots + 2, Logged::kByTheMethod);
 }
 
 TEST_P(GuardOf, BitmapHandlerEndsTheExceptionOfEachSlot) {
