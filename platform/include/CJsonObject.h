@@ -16,8 +16,8 @@
 ///
 /// Keys and strings are wide strings in this interface and UTF-8 inside. Keys are plain names, compared
 /// exactly; if a name occurs twice, the first member counts. If this value is not an object, it has no
-/// members. Every operation but CreateFrom throws std::bad_alloc if memory runs out; the object is then
-/// unchanged.
+/// members. If memory runs out, an operation throws std::bad_alloc and leaves the object unchanged, unless it
+/// says otherwise.
 class CJsonObject {
  public:
   using Document = JsonDocument;

@@ -36,8 +36,7 @@ class ServingWait {
   /// Waits until one of `handles` (at least one) is signalled.
   /// @return the index of the first signalled handle; nothing after the timeout.
   /// @throws WaitEnded if the user pressed Esc or the timeout of the object has passed; NoAnswer if the
-  /// system
-  ///         cannot wait; any exception of a window procedure called meanwhile.
+  ///         system cannot wait; any exception of a window procedure called meanwhile.
   std::optional<std::size_t> Until(std::initializer_list<HANDLE> handles,
                                    std::optional<std::chrono::milliseconds> timeout = std::nullopt);
 

@@ -10,8 +10,8 @@
 
 namespace invoker {
 
-/// The reason `what`, followed by the system's text, if it has one, and code: "...: Access denied. (error
-/// 5)".
+/// The reason `what`, followed by the system's text, if it has one, and code:
+/// "...: Access denied. (error 5)".
 inline NoAnswer SystemFailure(const std::wstring& what, DWORD code = GetLastError()) {
   const std::wstring text = SystemText(code);
   return {what + (text.empty() ? L"" : L": " + text) + L" (error " + std::to_wstring(code) + L")"};

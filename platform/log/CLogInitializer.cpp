@@ -59,7 +59,7 @@ bool CLogInitializer::Initialize(const std::wstring& folder, const std::wstring&
     for (const std::wstring& fault : faults) LogPlatformError(fault);
     return true;
   } catch (...) {
-    ReportToDebugger(L"the log cannot be started: out of memory; events go to the debugger\n");
+    ReportToDebugger(L"the log cannot be started, probably for want of memory; events go to the debugger\n");
     return false;
   }
 }

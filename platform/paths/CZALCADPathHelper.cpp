@@ -47,7 +47,7 @@ std::wstring AdministratorsPath(const std::wstring& place) {
   return folder.empty() ? folder : folder + L"\\TAVO" + place;
 }
 
-// The default that is installed beside the module; empty where its folder is not known.
+// The default that is installed beside the module; empty if its folder is not known.
 std::wstring InstalledPath(const std::wstring& file) {
   const std::wstring folder = ModuleFolder();
   return folder.empty() ? folder : folder + L"\\config\\" + file;

@@ -37,8 +37,7 @@ ActiveAssembly GetActiveAssembly(const ISldWorksPtr& application, const ActiveAs
 /// @return whether the host did; if not, this was logged and shown to the user, and the host was asked to
 ///         close `downloaded`.
 /// @param host_major the host's major version, 0 if it is not known. A host before release 2018 does not have
-/// the
-///        method: the replacement fails with E_NOTIMPL.
+///        the method: the replacement fails with E_NOTIMPL.
 bool ReplaceSelectedComponent(const ISldWorksPtr& application, long host_major,
                               const IAssemblyDocPtr& assembly, const std::wstring& path,
                               const std::wstring& downloaded, const LogSite& site);

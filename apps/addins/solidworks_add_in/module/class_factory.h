@@ -19,7 +19,7 @@ class ClassFactory : public IClassFactory {
   ClassFactory& operator=(const ClassFactory&) = delete;
   virtual ~ClassFactory() = default;
 
-  /// @return CLASS_E_NOAGGREGATION where there is an `outer` object; what the creation says.
+  /// @return CLASS_E_NOAGGREGATION if there is an `outer` object; else the result of the creation.
   STDMETHODIMP CreateInstance(IUnknown* outer, REFIID iid, void** object) override;
 
   STDMETHODIMP LockServer(BOOL lock) override;
