@@ -14,8 +14,8 @@ namespace invoker {
 /// @return the pipe, which belongs to this process's user and is served in this terminal session. The server
 ///         may identify this process, not impersonate it.
 /// @throws ClientNotReached if there is no such pipe; NoAnswer if the client closes it at once; WaitEnded if
-///         the user or the timeout of `wait` ended the wait for it; any exception of a window procedure called
-///         meanwhile.
+///         the user or the timeout of `wait` ended the wait for it; any exception of a window procedure
+///         called meanwhile.
 UniqueHandle ConnectToClient(const std::wstring& name, const std::wstring& file, bool starts_client,
                              ServingWait& wait);
 

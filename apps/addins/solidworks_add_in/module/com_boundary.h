@@ -2,8 +2,8 @@
 ///
 /// The host is built with another compiler, which cannot catch what is thrown here: an exception that reaches
 /// it ends or hangs it. So everything that the host, the system or a library can call ends exceptions, by the
-/// functions of this file if it has nothing to add: IDispatch::Invoke answers with code and text, and what the
-/// system calls on the way of such a call keeps the exception until that returns.
+/// functions of this file if it has nothing to add: IDispatch::Invoke answers with code and text, and what
+/// the system calls on the way of such a call keeps the exception until that returns.
 #pragma once
 
 #include <windows.h>
