@@ -120,9 +120,8 @@ void BuildTab(const ICommandManagerPtr& manager, swDocumentTypes_e type, const C
 Items ReadItems(const CJsonObject& view, const std::wstring& view_file) {
   Items items = view.GetObjectArray(L"Menu");
   const ViewRules rules{kMaximumItems, kIcons, add_in_dispatch::IsCommand, add_in_dispatch::IsEnableMethod};
-  for (const auto& fault : FindViewFaults(view, items, rules)) {
-    LogPlatformError(view_file + L": " + fault);
-  }
+  const std::wstring place = view_file + L": ";
+  for (const auto& fault : FindViewFaults(view, items, rules)) LogPlatformError(place + fault);
   items.resize(std::min(items.size(), kMaximumItems));
   return items;
 }

@@ -123,8 +123,8 @@ HRESULT CallSlot(IUnknown* object, std::size_t slot) {
 }
 
 // Without a platform folder the log goes to the debugger, in this whole program.
-const ScopedEnvironment no_home{L"TAVO_HOME", std::nullopt};
-const ScopedEnvironment no_application_data{L"APPDATA", std::nullopt};
+const ScopedEnvironment kNoHome{L"TAVO_HOME", std::nullopt};
+const ScopedEnvironment kNoApplicationData{L"APPDATA", std::nullopt};
 
 /// The lines of this program's log that tell of an exception.
 class ExceptionLines {

@@ -1,6 +1,8 @@
 // The system calls with which the DLL registers: the locale in which it makes them, and those that fail.
 #include <gtest/gtest.h>
 
+#include <windows.h>
+// After windows.h, which it needs.
 #include <oleauto.h>
 
 #include <algorithm>
