@@ -19,6 +19,13 @@ endfunction()
 
 tavo_imported(rapidjson)
 tavo_imported(gtest libgtest.a)
+if(EXISTS ${prefix}/lib/libbenchmark.a)  # only `./dev bench` builds it
+  tavo_imported(benchmark libbenchmark.a)
+  target_compile_definitions(benchmark INTERFACE BENCHMARK_STATIC_DEFINE)
+  if(WIN32)
+    target_link_libraries(benchmark INTERFACE shlwapi)
+  endif()
+endif()
 if(WIN32)
   tavo_imported(log4cplus liblog4cplusSU.a)
   target_compile_definitions(log4cplus INTERFACE UNICODE _UNICODE)

@@ -20,6 +20,7 @@ test_packages=(
   libgsf-bin libgsf-1-dev                                               # an independent reader and writer of OLE files
   clang-16 lld                                                          # a host of the other ABI
 )
+bench_packages=(nlohmann-json3-dev python3-minimal)
 lint_packages=(clang-format clang-tidy-16 python3-minimal)
 
 as_root() {
@@ -65,7 +66,7 @@ build_dependency() {
   local prefix="$root/build/deps/$kind" work="$root/build/deps/$kind/objects/$name"
   local stamp="$prefix/.$name"
   [ "$(cat "$stamp" 2>/dev/null)" = "$*" ] && return
-  [ "$name" = log4cplus ] && fetch_source log4cplus "$source"
+  case "$name" in log4cplus|benchmark) fetch_source "$name" "$source" ;; esac
   say "building $name ($kind)"
   local toolchain=()
   [ "$kind" = windows ] && toolchain=(-DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64.cmake")
@@ -103,6 +104,16 @@ setup_tests() {
   use_rapidjson native
   build_dependency native googletest /usr/src/googletest -DBUILD_GMOCK=OFF
   build_dependency windows googletest /usr/src/googletest -DBUILD_GMOCK=OFF
+}
+
+# setup_bench: what the measurements need beside the product.
+setup_bench() {
+  install_packages "${product_packages[@]}" "${bench_packages[@]}"
+  setup_tests
+  mkdir -p build/deps/windows/include
+  cp -ru /usr/include/nlohmann build/deps/windows/include/
+  build_dependency windows benchmark "$root/build/deps/benchmark-source" -DGIT_VERSION=1.7.1 \
+    -DBENCHMARK_ENABLE_TESTING=OFF -DBENCHMARK_ENABLE_WERROR=OFF
 }
 
 # setup_lint: what the analysis reads beside the sources, and what it is.
