@@ -2,7 +2,9 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -54,7 +56,10 @@ class CJsonObject {
 
   /// The string member `key`; the empty string if it is missing or null. A member of another type reads as
   /// ToJson writes it: `5`, `true`, `{"a":"b"}`.
-  std::wstring GetStringValue(const std::wstring& key) const;
+  std::wstring GetStringValue(std::wstring_view key) const;
+
+  /// The same text; nothing if the member is missing.
+  std::optional<std::wstring> FindStringValue(std::wstring_view key) const;
 
   /// The integer member `key`; 0 if it is missing, not a number, a fraction or beyond 32 bits.
   long GetLongValue(const std::wstring& key) const;
@@ -67,10 +72,10 @@ class CJsonObject {
   std::pair<bool, std::vector<std::wstring>> GetPropertyStringArrayValue(const std::wstring& key) const;
 
   /// Whether the member `key` exists, with any type.
-  bool IsExist(const std::wstring& key) const;
+  bool IsExist(std::wstring_view key) const;
 
   /// Adds the string member `key`, or replaces its value. If this value is not an object, it becomes one.
-  void SetStringValue(const std::wstring& key, const std::wstring& value);
+  void SetStringValue(std::wstring_view key, std::wstring_view value);
 
   /// The document, for creating a view.
   const std::shared_ptr<Document>& Share() const { return m_pDocument; }
@@ -133,10 +138,12 @@ class CJsonObject {
     return *member;
   }
 
-  Value* FindMemberOrNull(const std::wstring& key) const {
+  /// The first member `key`; null if it is missing or this is not an object.
+  Value* FindMemberOrNull(std::wstring_view key) const;
+
+  Value* FindMemberOrNull(std::string_view utf8_key) const {
     RAPIDJSON_ASSERT(m_pDocument != nullptr);
-    if (!m_pValue->IsObject()) return nullptr;
-    return m_members.Find(*m_pValue, CStringHelper::UnicodeToUTF8(key));
+    return m_pValue->IsObject() ? m_members.Find(*m_pValue, utf8_key) : nullptr;
   }
 
   /// An object with a document of its own that holds deep copies of the members of `object`.

@@ -2,7 +2,7 @@
 
 #include <atomic>
 #include <cstdint>
-#include <optional>
+#include <memory>
 #include <utility>
 
 #include "client_connector.h"
@@ -86,27 +86,27 @@ class CZALCmdInvoker::Impl {
     // Before connecting: a request that cannot be sent must not open a connection or start the client.
     const std::string request = invoker::MakeFrame(invoker::MakeRequest(id, command, json));
     ServingWait wait(options.timeout);
-    PipeConnection connection = Connect(options.starts_client, wait);
-    connection.AllowForeground();
-    std::wstring answer = connection.Ask(request, id, wait);
-    if (connection.IsUsable()) m_kept.emplace(std::move(connection));
+    std::unique_ptr<PipeConnection> connection = Connect(options.starts_client, wait);
+    connection->AllowForeground();
+    std::wstring answer = connection->Ask(request, id, wait);
+    if (connection->IsInSync()) m_kept = std::move(connection);
     return answer;
   }
 
   /// The kept connection if it is still usable, else a new one. A connection is kept only after an answer: a
   /// late answer may still arrive on one that failed.
-  PipeConnection Connect(bool starts_client, ServingWait& wait) {
-    std::optional<PipeConnection> kept = std::exchange(m_kept, std::nullopt);
-    if (kept && kept->IsUsable()) return std::move(*kept);
+  std::unique_ptr<PipeConnection> Connect(bool starts_client, ServingWait& wait) {
+    std::unique_ptr<PipeConnection> kept = std::move(m_kept);
+    if (kept && kept->IsUsable()) return kept;
     kept.reset();  // first, for a client that serves one connection at a time
-    return PipeConnection(invoker::ConnectToClient(m_name, m_file, starts_client, wait));
+    return std::make_unique<PipeConnection>(invoker::ConnectToClient(m_name, m_file, starts_client, wait));
   }
 
   const std::wstring m_name;
   const std::wstring m_file;
   const BusyFlag m_busy;
   std::uint64_t m_lastId = 0;
-  std::optional<PipeConnection> m_kept;
+  std::unique_ptr<PipeConnection> m_kept;
 };
 
 CZALCmdInvoker::CZALCmdInvoker(std::wstring name, std::wstring file, BusyFlag busy)

@@ -62,18 +62,29 @@ std::string MakeFrame(std::string_view content) {
 }
 
 void FrameReader::Append(std::string_view bytes) {
-  m_bytes.append(bytes);
-  while (!m_headerEnd && ReadHeaderLine()) {
+  if (m_hasHeader) {
+    m_content.append(bytes);
+    m_received += bytes.size();
+    return;
   }
-  if (m_headerEnd.value_or(m_bytes.size()) > kMaxHeaderBytes) {
+  m_header.append(bytes);
+  while (!m_hasHeader && ReadHeaderLine()) {
+  }
+  if ((m_hasHeader ? m_lineStart : m_header.size()) > kMaxHeaderBytes) {
     throw NoAnswer{L"the client sent a header over 8 KiB"};
   }
 }
 
+std::span<char> FrameReader::Rest() {
+  if (!m_hasHeader) return {};
+  m_content.resize(m_contentLength);
+  return std::span(m_content).subspan(m_received);
+}
+
 /// @return whether a complete line was read, so that another may follow.
 bool FrameReader::ReadHeaderLine() {
-  const std::size_t end = m_bytes.find(kLineEnd, m_lineStart);
-  std::string_view line = std::string_view(m_bytes).substr(m_lineStart);
+  const std::size_t end = m_header.find(kLineEnd, m_lineStart);
+  std::string_view line = std::string_view(m_header).substr(m_lineStart);
   if (end != std::string::npos) {
     line = line.substr(0, end - m_lineStart);
   } else if (line.ends_with(kLineEnd.front())) {
@@ -101,15 +112,15 @@ void FrameReader::ReadHeaderField(std::string_view line) {
 
 void FrameReader::EndHeader() {
   if (!m_declaredLength) throw NoAnswer{L"the client sent a header without Content-Length"};
-  m_headerEnd = m_lineStart;
+  m_hasHeader = true;
   m_contentLength = *m_declaredLength;
-  m_bytes.reserve(m_lineStart + m_contentLength);
+  m_content = m_header.substr(m_lineStart);
+  m_received = m_content.size();
 }
 
 std::string FrameReader::TakeContent() {
-  m_bytes.resize(*m_headerEnd + m_contentLength);
-  m_bytes.erase(0, *m_headerEnd);
-  return std::move(m_bytes);
+  m_content.resize(m_contentLength);
+  return std::move(m_content);
 }
 
 }  // namespace invoker

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -23,11 +24,18 @@ class FrameReader {
   /// @throws NoAnswer if the frame is not valid, or the header or content exceeds its limit.
   void Append(std::string_view bytes);
 
+  /// Room for the rest of the content, so that a large one need not be moved; empty until the header is
+  /// complete. Tell Fill how many bytes were put there.
+  std::span<char> Rest();
+
+  /// `count` bytes were put into Rest, from its first on.
+  void Fill(std::size_t count) { m_received += count; }
+
   /// Whether the frame is complete.
-  bool IsComplete() const { return m_headerEnd && m_bytes.size() >= *m_headerEnd + m_contentLength; }
+  bool IsComplete() const { return m_hasHeader && m_received >= m_contentLength; }
 
   /// Whether bytes came after the frame.
-  bool HasSurplus() const { return m_headerEnd && m_bytes.size() > *m_headerEnd + m_contentLength; }
+  bool HasSurplus() const { return m_hasHeader && m_received > m_contentLength; }
 
   /// The content of the complete frame. The reader must not be used again.
   std::string TakeContent();
@@ -37,11 +45,13 @@ class FrameReader {
   void ReadHeaderField(std::string_view line);
   void EndHeader();
 
-  std::string m_bytes;
+  std::string m_header;  // and what came with its end
   std::size_t m_lineStart = 0;
-  std::optional<std::size_t> m_headerEnd;
   std::optional<std::size_t> m_declaredLength;
+  bool m_hasHeader = false;
   std::size_t m_contentLength = 0;
+  std::string m_content;
+  std::size_t m_received = 0;  // bytes after the header
 };
 
 }  // namespace invoker

@@ -61,9 +61,9 @@ std::string MakeRequest(std::uint64_t id, std::wstring_view command, std::wstrin
   return {text.GetString(), text.GetSize()};
 }
 
-std::wstring ReadAnswer(std::string_view content, std::uint64_t id) {
+std::wstring ReadAnswer(std::string content, std::uint64_t id) {
   JsonDocument message;
-  if (ParseJson(content, message)) throw NoAnswer{L"the client sent a message that is not valid JSON"};
+  if (ParseJsonInPlace(content, message)) throw NoAnswer{L"the client sent a message that is not valid JSON"};
   const JsonValue* version = message.IsObject() ? Find(message, "jsonrpc") : nullptr;
   if (!version || *version != "2.0") throw NoAnswer{L"the client sent a message that is not JSON-RPC 2.0"};
   if (Find(message, "method"))

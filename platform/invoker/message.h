@@ -13,6 +13,6 @@ std::string MakeRequest(std::uint64_t id, std::wstring_view command, std::wstrin
 
 /// The text in the answer to request `id`.
 /// @throws NoAnswer if `content` is not that answer, or reports an error; std::bad_alloc.
-std::wstring ReadAnswer(std::string_view content, std::uint64_t id);
+std::wstring ReadAnswer(std::string content, std::uint64_t id);
 
 }  // namespace invoker

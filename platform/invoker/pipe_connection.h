@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/unique_handle.h"
+#include "pipe_operation.h"
 #include "serving_wait.h"
 
 namespace invoker {
@@ -13,11 +14,16 @@ namespace invoker {
 /// answer must never be treated as the answer to a later request.
 class PipeConnection {
  public:
-  explicit PipeConnection(UniqueHandle pipe) : m_pipe(std::move(pipe)) {}
+  /// Makes all system objects that requests need.
+  /// @throws NoAnswer if the system has none left.
+  explicit PipeConnection(UniqueHandle pipe);
 
   /// Whether this connection can be used for the next request: the client keeps it open, has read everything,
   /// and has sent nothing but its answers.
   bool IsUsable() const;
+
+  /// Whether nothing came with the last answer that does not belong to it. Unlike IsUsable, asks nobody.
+  bool IsInSync() const { return m_inSync; }
 
   /// Allows the client to bring its windows to the foreground, if the system reports its process. The system
   /// gives this right only for the time until the user's next input, so call it before each request.
@@ -31,6 +37,9 @@ class PipeConnection {
   std::string Exchange(const std::string& frame, ServingWait& wait);
 
   UniqueHandle m_pipe;
+  PipeOperation m_reading;
+  PipeOperation m_writing;
+  ULONG m_server = 0;    // the process that serves the pipe, if the system reports it
   bool m_inSync = true;  // no bytes of the last request or answer are left
 };
 

@@ -14,11 +14,14 @@ PipeOperation::PipeOperation(HANDLE pipe)
   if (!m_event) throw SystemFailure(L"an event cannot be created");
 }
 
-PipeOperation::~PipeOperation() {
+PipeOperation::~PipeOperation() { Cancel(); }
+
+void PipeOperation::Cancel() noexcept {
   if (!m_isPending) return;
   DWORD moved = 0;
   CancelIoEx(m_pipe, &m_overlapped);
   GetOverlappedResult(m_pipe, &m_overlapped, &moved, TRUE);
+  m_isPending = false;
 }
 
 void PipeOperation::StartRead(std::span<char> buffer) {

@@ -28,7 +28,14 @@ class PipeOperation {
   /// Signalled when the operation that was started is done.
   HANDLE Done() const { return m_event.get(); }
 
+  /// Whether an operation was started and not yet ended by Finish.
   bool IsPending() const { return m_isPending; }
+
+  /// Whether the operation that was started is done. Asks nobody, so ask it before waiting.
+  bool IsDone() const { return HasOverlappedIoCompleted(&m_overlapped); }
+
+  /// Ends an operation that is perhaps not done: it has no effect any more.
+  void Cancel() noexcept;
 
   /// Ends an operation that is done.
   /// @return the number of bytes that it transferred.

@@ -68,15 +68,23 @@ std::optional<std::size_t> ServingWait::Until(std::initializer_list<HANDLE> hand
                                               std::optional<std::chrono::milliseconds> timeout) {
   const Deadline deadline(timeout);
   for (;;) {
-    if (m_input.DropKeys()) throw WaitEnded{{L"cancelled by the user"}};
-    DispatchSentMessagesAndPaint();  // the system's waits react to new messages only
+    Serve();  // the system's waits react to new messages only
     const DWORD milliseconds = std::min({deadline.Left(), m_deadline.Left(), kKeyInterval});
     if (const auto signalled = WaitOnce(handles, milliseconds)) return signalled;
-    if (m_deadline.Left() == 0) {
-      throw WaitEnded{{L"there was no answer within " + std::to_wstring(m_timeout->count()) + L" ms"}};
-    }
     if (deadline.Left() == 0) return std::nullopt;
   }
+}
+
+void ServingWait::Serve() {
+  // Looked at here, because a client that sends a byte now and then ends each single wait.
+  if (m_deadline.Left() == 0) {
+    throw WaitEnded{{L"there was no answer within " + std::to_wstring(m_timeout->count()) + L" ms"}};
+  }
+  const bool has_messages = m_isNew ? m_input.FoundMessages() : HasMessages();
+  m_isNew = false;
+  if (!has_messages) return;
+  if (m_input.DropKeys()) throw WaitEnded{{L"cancelled by the user"}};
+  DispatchSentMessagesAndPaint();
 }
 
 std::optional<std::size_t> ServingWait::WaitOnce(std::initializer_list<HANDLE> handles, DWORD milliseconds) {

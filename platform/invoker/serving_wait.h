@@ -40,6 +40,10 @@ class ServingWait {
   std::optional<std::size_t> Until(std::initializer_list<HANDLE> handles,
                                    std::optional<std::chrono::milliseconds> timeout = std::nullopt);
 
+  /// Does without waiting what Until does while it waits.
+  /// @throws like Until.
+  void Serve();
+
   /// Waits for `time`, or until `handle`, if it is not null, is signalled.
   /// @return whether `handle` was signalled.
   /// @throws like Until.
@@ -51,6 +55,7 @@ class ServingWait {
   const std::optional<std::chrono::milliseconds> m_timeout;
   const Deadline m_deadline;
   WaitInput m_input;
+  bool m_isNew = true;  // nothing was served since the queue was looked at first
   std::optional<WaitMessageFilter> m_filter;  // only in a single-threaded apartment
 };
 

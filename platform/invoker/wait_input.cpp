@@ -47,7 +47,10 @@ void RemoveMessages(MessageRange range, Take take) {
 
 }  // namespace
 
-WaitInput::WaitInput() {
+bool HasMessages() { return HIWORD(GetQueueStatus(QS_ALLINPUT)) != 0; }
+
+WaitInput::WaitInput() : m_foundMessages(HasMessages()) {
+  if (!m_foundMessages) return;
   for (const MessageRange range : kInput) {
     RemoveMessages(range, [this](const MSG& message) { m_earlier.push_back(message); });
   }
@@ -58,7 +61,9 @@ WaitInput::WaitInput() {
 
 WaitInput::~WaitInput() {
   try {
-    for (const MessageRange range : kInput) RemoveMessages(range, [](const MSG&) {});
+    if (HasMessages()) {
+      for (const MessageRange range : kInput) RemoveMessages(range, [](const MSG&) {});
+    }
   } catch (...) {  // of a window procedure that handled a sent message: a destructor must not throw
   }
   for (const MSG& message : m_earlier) {

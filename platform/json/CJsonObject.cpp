@@ -4,6 +4,7 @@
 #include <cstring>
 #include <new>
 
+#include "base/utf8.h"
 #include "json/json_parser.h"
 #include "json/json_writer.h"
 #include "json_file.h"
@@ -12,6 +13,25 @@ namespace {
 
 // Windows calls it E_OUTOFMEMORY.
 constexpr long kOutOfMemory = static_cast<long>(0x8007000E);
+
+/// A text as UTF-8. Most are short: they take no memory.
+class Utf8Text {
+ public:
+  explicit Utf8Text(std::wstring_view text) {
+    if (text.size() > m_room.size() / utf8::kMaximumBytes) {
+      m_long = utf8::Encode(text);
+    } else {
+      m_size = utf8::EncodeTo(text, m_room.data());
+    }
+  }
+
+  std::string_view View() const { return m_long.empty() ? std::string_view(m_room.data(), m_size) : m_long; }
+
+ private:
+  std::array<char, 256> m_room;
+  std::size_t m_size = 0;
+  std::string m_long;
+};
 
 std::wstring Text(const JsonValue& value) {
   return CStringHelper::UTF8ToUnicode({value.GetString(), value.GetStringLength()});
@@ -61,7 +81,7 @@ CJsonObject::CJsonObject()
 bool CJsonObject::CreateFrom(const std::wstring& text) {
   try {
     Document document(rapidjson::kObjectType);
-    const bool well_formed = !ParseJson(CStringHelper::UnicodeToUTF8(text), document);
+    const bool well_formed = !ParseWideJson(text, document);
     ReplaceWith(std::move(document));
     return well_formed;
   } catch (const std::bad_alloc&) {  // a text that needs too much memory counts as malformed
@@ -81,9 +101,14 @@ void CJsonObject::CreateFromFile(const std::wstring& path) {
 
 std::wstring CJsonObject::ToJson() const { return Written(*m_pValue); }
 
-std::wstring CJsonObject::GetStringValue(const std::wstring& key) const {
+std::wstring CJsonObject::GetStringValue(std::wstring_view key) const {
+  return FindStringValue(key).value_or(std::wstring());
+}
+
+std::optional<std::wstring> CJsonObject::FindStringValue(std::wstring_view key) const {
   const Value* member = FindMemberOrNull(key);
-  if (!member || member->IsNull()) return {};
+  if (!member) return std::nullopt;
+  if (member->IsNull()) return std::wstring();
   return member->IsString() ? Text(*member) : Written(*member);
 }
 
@@ -112,21 +137,25 @@ std::pair<bool, std::vector<std::wstring>> CJsonObject::GetPropertyStringArrayVa
   return {true, std::move(texts)};
 }
 
-bool CJsonObject::IsExist(const std::wstring& key) const { return FindMemberOrNull(key) != nullptr; }
+bool CJsonObject::IsExist(std::wstring_view key) const { return FindMemberOrNull(key) != nullptr; }
 
-void CJsonObject::SetStringValue(const std::wstring& key, const std::wstring& value) {
+void CJsonObject::SetStringValue(std::wstring_view key, std::wstring_view value) {
   auto& allocator = m_pDocument->GetAllocator();
-  const auto text = [&allocator](const std::wstring& wide) {
-    const std::string utf8 = CStringHelper::UnicodeToUTF8(wide);
+  const auto text = [&allocator](std::string_view utf8) {
     return Value(utf8.data(), static_cast<rapidjson::SizeType>(utf8.size()), allocator);
   };
-  Value new_value = text(value);
-  if (Value* member = FindMemberOrNull(key)) {
+  Value new_value = text(Utf8Text(value).View());
+  const Utf8Text name(key);
+  if (Value* member = FindMemberOrNull(name.View())) {
     *member = new_value;
   } else {
-    Value name = text(key);
-    AddMember(*m_pValue, name, new_value, allocator);
+    Value new_name = text(name.View());
+    AddMember(*m_pValue, new_name, new_value, allocator);
   }
+}
+
+JsonValue* CJsonObject::FindMemberOrNull(std::wstring_view key) const {
+  return FindMemberOrNull(Utf8Text(key).View());
 }
 
 JsonValue CJsonObject::CopyValue(const Value& value, Document::AllocatorType& allocator) {

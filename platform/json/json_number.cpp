@@ -5,11 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace {
+#include "json_scan.h"
 
-// std::from_chars computes wrongly if both exponent and digits go into the ten thousands.
-constexpr std::size_t kManyCharacters = 300;
-constexpr std::size_t kLargeExponentDigits = 3;
+namespace {
 
 // Enough to decide between two neighbouring doubles, if the last one is not zero for what was cut off.
 constexpr std::size_t kSignificantDigits = 800;

@@ -1,15 +1,15 @@
 #include "json/json_parser.h"
 
 #include <rapidjson/error/en.h>
-#include <rapidjson/memorystream.h>
 #include <rapidjson/reader.h>
 
 #include <algorithm>
-#include <charconv>
 #include <string>
 #include <utility>
 
+#include "base/utf8.h"
 #include "json_number.h"
+#include "json_scan.h"
 
 namespace {
 
@@ -17,37 +17,21 @@ using Reader = rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, Th
 
 constexpr int kMaximumLevels = 1000;
 
-// Without RapidJSON's full precision, which reads outside its tables for fractions with hundreds of zeros.
-constexpr unsigned kParseFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag;
-
-/// The position of the first escaped low surrogate without a high one before it, which the parser accepts.
-/// `text` is what the parser has accepted: backslashes are in strings only, escapes are complete and every
-/// high surrogate is followed by a low one.
-std::optional<std::size_t> FindLoneLowSurrogate(std::string_view text) {
-  constexpr std::size_t kEscapeLength = 6;  // \uXXXX
-  std::size_t place = 0;
-  while ((place = text.find('\\', place)) != std::string_view::npos) {
-    if (text[place + 1] != 'u') {
-      place += 2;
-      continue;
-    }
-    unsigned unit = 0;
-    std::from_chars(text.data() + place + 2, text.data() + place + kEscapeLength, unit, 16);
-    if (unit >= 0xDC00 && unit <= 0xDFFF) return place;
-    const bool is_high = unit >= 0xD800 && unit <= 0xDBFF;
-    place += is_high ? 2 * kEscapeLength : kEscapeLength;
-  }
-  return std::nullopt;
-}
+// Without RapidJSON's full precision, which reads outside its tables for fractions with hundreds of zeros;
+// and without its check of the encoding, which is made beforehand, and faster.
+constexpr unsigned kParseFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseInsituFlag;
 
 /// A document that receives the parts of a text from the parser. It rejects some that the parser accepts.
 class ParsedDocument : public JsonDocument {
  public:
-  /// `parsed` is what the parser reads; it differs from `text` in numbers only, not in their lengths.
-  ParsedDocument(std::string_view text, std::string_view parsed)
-      : m_text(text), m_stream(parsed.data(), parsed.size()) {}
+  /// @param numbers the text with its numbers as they stand.
+  /// @param parsed what the parser reads and writes over; it differs from `numbers` in numbers only, not in
+  ///        their lengths.
+  /// @param copies whether strings are copied into the document; otherwise they lie in `parsed`.
+  ParsedDocument(std::string_view numbers, std::string& parsed, bool copies)
+      : m_numbers(numbers), m_size(parsed.size()), m_copies(copies), m_stream(parsed.data()) {}
 
-  /// Parses the whole text. @return nothing, or the first fault.
+  /// Parses the whole text. @return nothing, or the first fault that the parser finds.
   std::optional<JsonFault> Read() {
     std::optional<JsonFault> fault;
     const auto generator = [&](JsonDocument&) {
@@ -69,10 +53,15 @@ class ParsedDocument : public JsonDocument {
     return JsonDocument::EndArray(count);
   }
 
-  /// The number that ends at the stream's position. RapidJSON's own result may be wrong.
+  bool String(const char* text, rapidjson::SizeType length, bool) {
+    return JsonDocument::String(text, length, m_copies);
+  }
+  bool Key(const char* text, rapidjson::SizeType length, bool) { return String(text, length, true); }
+
+  /// The number that begins at the stream's position. RapidJSON's own result may be wrong.
   bool Double(double) {
-    const std::string_view before = m_text.substr(0, m_stream.Tell());
-    const std::string_view number = before.substr(before.find_last_not_of("+-.0123456789eE") + 1);
+    const std::string_view rest = m_numbers.substr(m_stream.Tell());
+    const std::string_view number = rest.substr(0, rest.find_first_not_of("+-.0123456789eE"));
     if (const auto nearest = NearestDouble(number)) return JsonDocument::Double(*nearest);
     return Refuse(rapidjson::GetParseError_En(rapidjson::kParseErrorNumberTooBig));
   }
@@ -82,15 +71,10 @@ class ParsedDocument : public JsonDocument {
     Reader reader;
     const rapidjson::ParseResult result = reader.Parse<kParseFlags>(m_stream, *this);
     const std::size_t end = result.IsError() ? result.Offset() : m_stream.Tell();
-
-    if (const auto place = FindLoneLowSurrogate(m_text.substr(0, end))) {
-      return JsonFault{*place,
-                       rapidjson::GetParseError_En(rapidjson::kParseErrorStringUnicodeSurrogateInvalid)};
-    }
     if (m_refusal) return JsonFault{end, m_refusal};
     if (result.IsError()) return JsonFault{end, rapidjson::GetParseError_En(result.Code())};
     // The parser stops at a null character as if the text ended there.
-    if (end < m_text.size()) {
+    if (end < m_size) {
       return JsonFault{end, rapidjson::GetParseError_En(rapidjson::kParseErrorDocumentRootNotSingular)};
     }
     return std::nullopt;
@@ -103,11 +87,36 @@ class ParsedDocument : public JsonDocument {
     return false;
   }
 
-  std::string_view m_text;
-  rapidjson::MemoryStream m_stream;
+  std::string_view m_numbers;
+  std::size_t m_size;
+  bool m_copies;
+  rapidjson::InsituStringStream m_stream;
   int m_level = 0;
   const char* m_refusal = nullptr;
 };
+
+/// The earlier of two faults; `other` lies at `offset`, or nowhere if that is std::string_view::npos.
+std::optional<JsonFault> Earlier(const std::optional<JsonFault>& fault, std::size_t offset,
+                                 rapidjson::ParseErrorCode other) {
+  if (offset == std::string_view::npos || (fault && fault->offset <= offset)) return fault;
+  return JsonFault{offset, rapidjson::GetParseError_En(other)};
+}
+
+/// Parses `text`, which is valid UTF-8 before its byte `invalid`. Strings are copied, or lie in `text`.
+std::optional<JsonFault> Parse(std::string& text, std::size_t invalid, bool copies, JsonDocument& document) {
+  const JsonScan scan = ScanJson(text);
+  std::string original;
+  if (scan.has_extreme_number) {
+    original = text;
+    if (auto changed = WithoutExtremeNumbers(text)) text = *std::move(changed);
+  }
+  ParsedDocument parsed(scan.has_extreme_number ? original : text, text, copies);
+  std::optional<JsonFault> fault = parsed.Read();
+  fault = Earlier(fault, scan.lone_low_surrogate, rapidjson::kParseErrorStringUnicodeSurrogateInvalid);
+  fault = Earlier(fault, invalid, rapidjson::kParseErrorStringInvalidEncoding);
+  if (!fault) document = std::move(parsed);
+  return fault;
+}
 
 }  // namespace
 
@@ -125,9 +134,15 @@ std::wstring DescribePositionInText(std::string_view text, std::size_t offset) {
 }
 
 std::optional<JsonFault> ParseJson(std::string_view text, JsonDocument& document) {
-  const std::optional<std::string> changed = WithoutExtremeNumbers(text);
-  ParsedDocument parsed(text, changed ? *changed : text);
-  const std::optional<JsonFault> fault = parsed.Read();
-  if (!fault) document = std::move(parsed);
-  return fault;
+  std::string copy(text);
+  return Parse(copy, utf8::FindInvalid(text), true, document);
+}
+
+std::optional<JsonFault> ParseJsonInPlace(std::string& text, JsonDocument& document) {
+  return Parse(text, utf8::FindInvalid(text), false, document);
+}
+
+std::optional<JsonFault> ParseWideJson(std::wstring_view text, JsonDocument& document) {
+  std::string valid = utf8::Encode(text);
+  return Parse(valid, std::string_view::npos, true, document);
 }

@@ -1,18 +1,24 @@
 #include "CVariantHelper.h"
 
+#include <algorithm>
+
 namespace {
 
 /// The names in `array`, which holds BSTRs, in array order.
 HRESULT ReadNames(SAFEARRAY* array, std::vector<CComBSTR>& list) {
   if (!array) return S_OK;
   if (SafeArrayGetDim(array) != 1) return DISP_E_TYPEMISMATCH;
-  const SAFEARRAYBOUND& bound = array->rgsabound[0];
-  std::vector<CComBSTR> names(bound.cElements);
-  for (ULONG i = 0; i < bound.cElements; ++i) {
-    LONG index = bound.lLbound + static_cast<LONG>(i);
-    const HRESULT result = SafeArrayGetElement(array, &index, &names[i]);
-    if (FAILED(result)) return result;
-  }
+  std::vector<CComBSTR> names(array->rgsabound[0].cElements);
+  BSTR* elements = nullptr;
+  const HRESULT result = SafeArrayAccessData(array, reinterpret_cast<void**>(&elements));
+  if (FAILED(result)) return result;
+  const bool copied = std::ranges::all_of(names, [&elements](CComBSTR& name) {
+    const BSTR element = *elements++;
+    if (element) name.Attach(SysAllocStringLen(element, SysStringLen(element)));
+    return !element || name;
+  });
+  SafeArrayUnaccessData(array);
+  if (!copied) return E_OUTOFMEMORY;
   list = std::move(names);
   return S_OK;
 }

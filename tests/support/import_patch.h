@@ -23,6 +23,9 @@ class ImportPatch {
   ImportPatch& operator=(const ImportPatch&) = delete;
   ~ImportPatch() { Put(m_original); }
 
+  /// The address of the function itself.
+  ULONGLONG Original() const { return m_original; }
+
  private:
   template <class T>
   static T* At(HMODULE module, ULONGLONG offset) {

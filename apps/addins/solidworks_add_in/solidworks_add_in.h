@@ -20,6 +20,7 @@
 #include "solidworks_add_in_h.h"
 
 class CDrawingHelper;
+struct PlmAnswer;
 
 /// The one object of the add-in. The host creates it, connects and disconnects it through ISwAddin, and
 /// calls the methods of ISolidWorksAddIn by name when the user picks an item of the menu or toolbar.
@@ -144,8 +145,8 @@ class CSolidWorksAddIn : public ISolidWorksAddIn, public ISwAddin {
 
   // plm_commands.cpp
   void RequireInvoker() const;
-  std::wstring SendCommand(const wchar_t* command, std::wstring request = {},
-                           const CZALCommandOptions& options = {});
+  PlmAnswer SendCommand(const wchar_t* command, std::wstring request = {},
+                        const CZALCommandOptions& options = {});
   std::wstring LoginText() const;
 
   // login.cpp

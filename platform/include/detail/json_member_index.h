@@ -2,7 +2,7 @@
 #pragma once
 
 #include <string_view>
-#include <unordered_map>
+#include <vector>
 
 #include "detail/json_document.h"
 
@@ -18,10 +18,12 @@ class JsonMemberIndex {
   void Clear();
 
  private:
-  void Update(JsonValue& object);
+  void Update(const JsonValue& object);
+  rapidjson::SizeType& SlotOf(const JsonValue& object, std::string_view name);
 
-  // The keys refer to the text of the members' own names.
-  std::unordered_map<std::string_view, rapidjson::SizeType> m_places;
+  // A hash table: the places of the members, and kEmpty. Its size is a power of two, at least twice the
+  // number of members.
+  std::vector<rapidjson::SizeType> m_slots;
   const void* m_members = nullptr;
   rapidjson::SizeType m_count = 0;  // the number of members indexed so far
 };

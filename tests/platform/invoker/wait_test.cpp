@@ -259,6 +259,20 @@ TEST_P(Wait, ContinuesAfterTheOwnerReleasedTheInvoker) {
   AwaitOpenConnections(0);
 }
 
+TEST_P(Wait, EndsAtItsTimeLimitAlsoIfTheAnswerComesByteByByte) {
+  constexpr std::chrono::milliseconds kLimit{500};
+  ConfigurePipe();
+  const RawServer server(m_pipe, [](HANDLE pipe) {
+    ReadBytes(pipe, 1);
+    WriteAll(pipe, "Content-Length: 1000\r\n\r\n");
+    for (int byte = 0; byte < 40; ++byte, Sleep(30)) WriteAll(pipe, "x");
+  });
+  const Stopwatch watch;
+  EXPECT_EQ(m_invoker.Invoke(L"QD_PLMLogout", L"", {.timeout = kLimit}), L"");
+  EXPECT_LT(watch.Milliseconds(), 2 * kAtOnce);
+  ExpectOneLine(L"QD_PLMLogout", L"there was no answer within 500 ms");
+}
+
 TEST_P(Wait, EndsWithoutAnAnswerIfAWindowThrows) {
   const ThrowingDispatch dispatch;
   m_window.OnPaint([] { throw 5; });

@@ -166,4 +166,29 @@ TEST_P(InvalidUtf8, BecomesOneReplacementCharacterPerByte) {
 std::string NameOfInvalid(const testing::TestParamInfo<Invalid>& info) { return info.param.name; }
 INSTANTIATE_TEST_SUITE_P(, InvalidUtf8, testing::ValuesIn(kInvalid), NameOfInvalid);
 
+/// Texts go in blocks where they can: whatever stands before and behind a sequence must not matter.
+TEST(Utf8, IsConvertedAlikeAtEveryPlaceInALongText) {
+  const std::size_t lengths[] = {0, 1, 2, 3, 13, 14, 15, 16, 17, 30, 31, 32, 33};
+  for (const std::size_t before : lengths) {
+    for (const std::size_t behind : lengths) {
+      const std::wstring begin(before, L'b');
+      const std::wstring end(behind, L'e');
+      const auto around = [&](const std::string& bytes) {
+        return std::string(before, 'b') + bytes + std::string(behind, 'e');
+      };
+      for (const Pair& pair : kPairs) {
+        EXPECT_TRUE(Encode(begin + pair.wide + end) == around(pair.utf8)) << pair.name << before << behind;
+        EXPECT_TRUE(Decode(around(pair.utf8)) == begin + pair.wide + end) << pair.name << before << behind;
+        EXPECT_EQ(utf8::FindInvalid(around(pair.utf8)), std::string_view::npos) << pair.name;
+      }
+      for (const Invalid& invalid : kInvalid) {
+        EXPECT_TRUE(Decode(around(invalid.utf8)) == begin + invalid.wide + end)
+            << invalid.name << before << behind;
+        EXPECT_EQ(utf8::FindInvalid(around(invalid.utf8)), before + invalid.wide.find(L'\ufffd'))
+            << invalid.name;
+      }
+    }
+  }
+}
+
 }  // namespace

@@ -6,10 +6,12 @@
 
 #include <climits>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "CStringHelper.h"
 #include "CVariantHelper.h"
+#include "import_patch.h"
 
 using namespace std::string_literals;
 
@@ -106,6 +108,19 @@ TEST(Var2StringList, RefusesOtherTypes) {
   for (const _variant_t& other : others) {
     EXPECT_EQ(Convert(other), std::pair(DISP_E_TYPEMISMATCH, Texts())) << "VARTYPE " << V_VT(&other);
   }
+}
+
+BSTR WINAPI NoMemoryAfterTheFirst(const OLECHAR* text, UINT length) {
+  const std::wstring_view wanted(text, length);
+  return wanted == L"a" ? SysAllocString(L"a") : nullptr;
+}
+
+TEST(Var2StringList, RunsOutOfMemoryWithoutAList) {
+  const _variant_t names = StringArray({L"a", L"b"});
+  std::vector<CComBSTR> list{CComBSTR(L"from before")};
+  const ImportPatch fault(GetModuleHandleW(nullptr), "SysAllocStringLen", &NoMemoryAfterTheFirst);
+  EXPECT_EQ(CVariantHelper::Var2StringList(names, list), E_OUTOFMEMORY);
+  EXPECT_TRUE(list.empty());
 }
 
 }  // namespace

@@ -27,34 +27,28 @@ STDMETHODIMP CSolidWorksAddIn::PlmQuery() {
 
 STDMETHODIMP CSolidWorksAddIn::PlmMyCheckOutList() {
   const ModuleState state;
-  const std::wstring answer = SendCommand(plm_command::kMyCheckOutList);
-  if (answer.empty()) return S_OK;
-  CJsonObject selection;
-  selection.CreateFrom(answer);
-  OpenFiles(selection);
+  OpenFiles(*SendCommand(plm_command::kMyCheckOutList).object);
   return S_OK;
 }
 
 STDMETHODIMP CSolidWorksAddIn::PlmTaskManage() {
   const ModuleState state;
-  CJsonObject selection;
-  selection.CreateFrom(SendCommand(plm_command::kTaskManage, LoginText()));
-  OpenFiles(selection);
+  OpenFiles(*SendCommand(plm_command::kTaskManage, LoginText()).object);
   return S_OK;
 }
 
 /// Sends `command` with the login's text and handles the files in the answer. The order of the actions is
 /// fixed and does not depend on the order of the members. A file that fails does not stop the next one.
 void CSolidWorksAddIn::ApplyFileSelection(const wchar_t* command) {
-  CJsonObject selection;
-  selection.CreateFrom(SendCommand(command, LoginText()));
-  OpenFiles(selection);
-  for (const auto& path : selection.GetPropertyStringArrayValue(kInsertFile).second) InsertChildFile(path);
-  for (const auto& path : selection.GetPropertyStringArrayValue(kReplaceFileByCovering).second) {
+  const std::shared_ptr<CJsonObject> selection = SendCommand(command, LoginText()).object;
+  OpenFiles(*selection);
+  for (const auto& path : selection->GetPropertyStringArrayValue(kInsertFile).second) InsertChildFile(path);
+  for (const auto& path : selection->GetPropertyStringArrayValue(kReplaceFileByCovering).second) {
     ReplaceCurrentFileByCovering(path);
   }
-  for (const auto& path : selection.GetPropertyStringArrayValue(kReplaceFile).second)
+  for (const auto& path : selection->GetPropertyStringArrayValue(kReplaceFile).second) {
     ReplaceCurrentFile(path);
+  }
 }
 
 void CSolidWorksAddIn::OpenFiles(const CJsonObject& selection) {

@@ -32,7 +32,7 @@ HRESULT CSolidWorksAddIn::ImportActiveDocument(const wchar_t* command, const Log
 }
 
 HRESULT CSolidWorksAddIn::SendImport(const wchar_t* command, std::wstring request, const LogSite& failed) {
-  if (ReportsSuccess(SendCommand(command, std::move(request)))) return S_OK;
+  if (SendCommand(command, std::move(request)).ReportsSuccess()) return S_OK;
   LogFailure(failed, E_FAIL);
   return E_FAIL;
 }

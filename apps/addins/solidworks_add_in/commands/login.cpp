@@ -16,20 +16,19 @@ constexpr std::chrono::seconds kLastLogoutTimeout{10};
 
 STDMETHODIMP CSolidWorksAddIn::PlmLogin() {
   const ModuleState state;
-  const std::wstring answer = SendCommand(plm_command::kLogin);
+  const PlmAnswer answer = SendCommand(plm_command::kLogin);
   // Loaded but never shown: the PLM client itself shows the user why a login failed.
   [[maybe_unused]] const std::wstring failed = LoadResourceString(IDS_LOGIN_FAILED);
-  if (answer.empty()) {
+  if (answer.text.empty()) {
     LogFailure(log_site::login::kEmptyAnswer, platform_code::kNoAnswer);
     return platform_code::kNoAnswer;
   }
-  if (!ReportsSuccess(answer)) {
+  if (!answer.ReportsSuccess()) {
     LogFailure(log_site::login::kFailed, E_FAIL);
     return E_FAIL;
   }
   m_loggedIn = true;
-  m_loginResult = std::make_shared<CJsonObject>();
-  m_loginResult->CreateFrom(answer);
+  m_loginResult = answer.object;
   return S_OK;
 }
 
@@ -45,7 +44,7 @@ void CSolidWorksAddIn::LogOutBeforeDisconnect() {
 
 void CSolidWorksAddIn::LogOut(const CZALCommandOptions& options) {
   const ModuleState state;
-  if (ReportsSuccess(SendCommand(plm_command::kLogout, {}, options))) {
+  if (SendCommand(plm_command::kLogout, {}, options).ReportsSuccess()) {
     // Only logout takes the lock: waiters wait for the logout.
     const std::lock_guard lock(m_loginMutex);
     DropLoginResult();

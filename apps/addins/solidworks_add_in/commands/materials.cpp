@@ -59,18 +59,16 @@ STDMETHODIMP CSolidWorksAddIn::PlmCreateMaterial() {
     if (!document) return result;
     request = Wrap(L"extract_info", properties->ToJson());
   }
-  const std::wstring answer = SendCommand(plm_command::kCreateMaterial, std::move(request));
+  const PlmAnswer answer = SendCommand(plm_command::kCreateMaterial, std::move(request));
   document = nullptr;  // kept until the PLM client has answered
-  if (answer == kNothing) return S_OK;
+  if (answer.text == kNothing) return S_OK;
   if (!Ask(IDS_BACKFILL_PROPERTIES_QUESTION, IDS_BACKFILL_PROPERTIES)) return S_OK;
 
-  const auto created = std::make_shared<CJsonObject>();
-  created->CreateFrom(answer);
-  if (!created->IsExist(kCreatedMaterial)) return S_OK;
-  const std::wstring material = created->GetObjectCopy(kCreatedMaterial)->ToJson();
-  const auto back_fill = std::make_shared<CJsonObject>();
-  back_fill->CreateFrom(
-      SendCommand(plm_command::kMaterialBackFill, Wrap(L"backfill_info_from_create_material", material)));
+  if (!answer.object->IsExist(kCreatedMaterial)) return S_OK;
+  const std::wstring material = answer.object->GetObjectCopy(kCreatedMaterial)->ToJson();
+  const std::shared_ptr<CJsonObject> back_fill =
+      SendCommand(plm_command::kMaterialBackFill, Wrap(L"backfill_info_from_create_material", material))
+          .object;
   if (!back_fill->IsExist(kBackFill)) return S_OK;
   const HRESULT result = PutAttributes(back_fill->GetObjectShared(kBackFill));
   // Logged after every write, successful or not, unlike in PlmMaterialBackFill.
@@ -109,12 +107,10 @@ STDMETHODIMP CSolidWorksAddIn::PlmMaterialBackFill() {
     ShowCaptionedMessage(IDS_NO_MODEL_LOADED, IDS_LOAD_MODEL, MB_OK);
     return S_OK;
   }
-  const std::wstring answer = SendCommand(plm_command::kMaterialBackFill, LoginText());
-  if (CCADStringHelper::StringCompare(answer, kNothing, false) == 0) return S_OK;
-  const auto back_fill = std::make_shared<CJsonObject>();
-  back_fill->CreateFrom(answer);
-  if (!back_fill->IsExist(kBackFill)) return S_OK;
-  const HRESULT result = PutAttributes(back_fill->GetObjectShared(kBackFill));
+  const PlmAnswer answer = SendCommand(plm_command::kMaterialBackFill, LoginText());
+  if (CCADStringHelper::StringCompare(answer.text, kNothing, false) == 0) return S_OK;
+  if (!answer.object->IsExist(kBackFill)) return S_OK;
+  const HRESULT result = PutAttributes(answer.object->GetObjectShared(kBackFill));
   if (SUCCEEDED(result)) return S_OK;
   LogFailure(log_site::material_back_fill::kBackFill, result);
   DisplayError(result);

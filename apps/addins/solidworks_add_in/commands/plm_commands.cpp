@@ -9,38 +9,29 @@
 
 namespace {
 
-/// What keeps `text` from being a JSON object, and its line and column; nothing if it is one.
+/// What keeps `text` from being a JSON object, and its line and column.
 std::wstring FaultOf(std::string_view text) {
   CJsonObject::Document document;
   if (const auto fault = ParseJson(text, document)) {
     return CStringHelper::UTF8ToUnicode(fault->reason) + L" (" + DescribePositionInText(text, fault->offset) +
            L")";
   }
-  if (document.IsObject()) return {};
   const std::size_t begin = text.find_first_not_of(" \t\r\n");
   return L"it is another JSON value (" + DescribePositionInText(text, begin) + L")";
 }
 
-/// Logs an answer that is not empty and not a JSON object. The line does not contain the answer's text, which
-/// may hold a login.
+/// Logs an answer that is not a JSON object. The line does not contain the answer's text, which may hold a
+/// login.
 void LogUnusableAnswer(const std::wstring& command, const std::wstring& answer) {
-  if (answer.empty()) return;
-  const std::wstring line = L"the answer to PLM command [" + command + L"] is not a JSON object: ";
+  std::wstring fault = L"there is not enough memory to read it";
   try {
-    const std::wstring fault = FaultOf(CStringHelper::UnicodeToUTF8(answer));
-    if (!fault.empty()) LogPlatformError(line + fault);
-  } catch (const std::bad_alloc&) {
-    LogPlatformError(line + L"there is not enough memory to read it");
+    fault = FaultOf(CStringHelper::UnicodeToUTF8(answer));
+  } catch (const std::bad_alloc&) {  // what it says already
   }
+  LogPlatformError(L"the answer to PLM command [" + command + L"] is not a JSON object: " + fault);
 }
 
 }  // namespace
-
-bool ReportsSuccess(const std::wstring& answer) {
-  CJsonObject result;
-  result.CreateFrom(answer);
-  return result.GetPropertyBoolValue(L"__InvokeResult__").second;
-}
 
 /// For a command that does something before it sends: nobody is asked in vain.
 /// @throws _com_error E_POINTER if there is no invoker: before the first connection, or if that failed.
@@ -49,13 +40,15 @@ void CSolidWorksAddIn::RequireInvoker() const {
 }
 
 /// Sends `command` through the invoker. @throws like RequireInvoker.
-std::wstring CSolidWorksAddIn::SendCommand(const wchar_t* command, std::wstring request,
-                                           const CZALCommandOptions& options) {
+PlmAnswer CSolidWorksAddIn::SendCommand(const wchar_t* command, std::wstring request,
+                                        const CZALCommandOptions& options) {
   RequireInvoker();
   // While the command waits, the host may connect the add-in again, which replaces the invoker.
   const std::shared_ptr<CZALCmdInvoker> invoker = m_invok;
-  std::wstring answer = invoker->Invoke(command, std::move(request), options);
-  LogUnusableAnswer(command, answer);
+  PlmAnswer answer{invoker->Invoke(command, std::move(request), options), std::make_shared<CJsonObject>()};
+  if (answer.text.empty()) return answer;
+  const bool well_formed = answer.object->CreateFrom(answer.text);
+  if (!well_formed || !answer.object->Share()->IsObject()) LogUnusableAnswer(command, answer.text);
   return answer;
 }
 

@@ -1,7 +1,10 @@
 /// @file The commands that the PLM client knows, and how their answers report success.
 #pragma once
 
+#include <memory>
 #include <string>
+
+#include "CJsonObject.h"
 
 /// Command names, as the PLM client expects them.
 namespace plm_command {
@@ -21,6 +24,12 @@ inline constexpr const wchar_t* kTaskManage = L"QD_PLMTaskManage";
 inline constexpr const wchar_t* kMaterialBackFill = L"QD_PLMMaterialBackFill";
 }  // namespace plm_command
 
-/// Whether the JSON text `answer` is an object with "__InvokeResult__" true. An empty or malformed answer
-/// reports a failure.
-bool ReportsSuccess(const std::wstring& answer);
+/// What the PLM client answered: the text, and what it says. An empty or malformed text says nothing: the
+/// object is then empty.
+struct PlmAnswer {
+  std::wstring text;
+  std::shared_ptr<CJsonObject> object;
+
+  /// Whether it has "__InvokeResult__" true.
+  bool ReportsSuccess() const { return object->GetPropertyBoolValue(L"__InvokeResult__").second; }
+};

@@ -1,5 +1,8 @@
 #include "dispatch.h"
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <iterator>
 #include <string_view>
 
@@ -39,20 +42,41 @@ constexpr MethodPair kMethods[] = {
 constexpr DISPID kFirstId = 1;
 constexpr DISPID kLastId = 2 * std::size(kMethods);
 
-const MethodPair& PairOf(DISPID id) { return kMethods[(id - kFirstId) / 2]; }
-bool IsEnable(DISPID id) { return id % 2 == 0; }
-const wchar_t* NameOf(DISPID id) { return IsEnable(id) ? PairOf(id).enable_name : PairOf(id).command_name; }
-
-bool SameName(std::wstring_view a, std::wstring_view b) {
-  return CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()),
-                              TRUE) == CSTR_EQUAL;
+constexpr const MethodPair& PairOf(DISPID id) { return kMethods[(id - kFirstId) / 2]; }
+constexpr bool IsEnable(DISPID id) { return id % 2 == 0; }
+constexpr const wchar_t* NameOf(DISPID id) {
+  return IsEnable(id) ? PairOf(id).enable_name : PairOf(id).command_name;
 }
 
-DISPID FindId(std::wstring_view name) {
+// The names are ASCII, so no other character is equal to one of theirs but for case.
+constexpr wchar_t LowerCase(wchar_t c) { return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c | 0x20) : c; }
+
+constexpr bool SameName(std::wstring_view a, std::wstring_view b) {
+  return std::ranges::equal(a, b, {}, LowerCase, LowerCase);
+}
+
+/// A number that is the same for names that are equal but for case, and another for each of the add-in's.
+constexpr std::size_t HashOf(std::wstring_view name) {
+  std::size_t hash = name.size();
+  for (const wchar_t c : name) hash = hash * 31 + static_cast<std::size_t>(LowerCase(c));
+  return hash;
+}
+
+// The host asks for the ids of all enable methods whenever it is idle: a table finds each at once.
+constexpr std::size_t kBuckets = 256;
+constexpr auto kIdByHash = [] {
+  std::array<unsigned char, kBuckets> ids{};
   for (DISPID id = kFirstId; id <= kLastId; ++id) {
-    if (SameName(name, NameOf(id))) return id;
+    unsigned char& place = ids[HashOf(NameOf(id)) % kBuckets];
+    if (place != 0) throw "two names share a place: choose another hash";  // does not compile
+    place = static_cast<unsigned char>(id);
   }
-  return DISPID_UNKNOWN;
+  return ids;
+}();
+
+DISPID FindId(std::wstring_view name) {
+  const DISPID id = kIdByHash[HashOf(name) % kBuckets];
+  return id != 0 && SameName(name, NameOf(id)) ? id : DISPID_UNKNOWN;
 }
 
 /// Whether the method `id` can be called with these arguments. @return S_OK or the code to return.

@@ -21,7 +21,7 @@ HRESULT CSolidWorksAddIn::GetAttributes(const std::shared_ptr<CJsonObject>& json
       LogFailure(site::kGet, read);
       return read;
     }
-    json->SetStringValue(CStringHelper::CComBSTR2WString(name), CStringHelper::CComBSTR2WString(value));
+    json->SetStringValue(name.View(), value.View());
   }
   return S_OK;
 }
@@ -45,15 +45,16 @@ HRESULT CSolidWorksAddIn::GetCustomProperty(const IModelDoc2Ptr& document,
   result = CVariantHelper::Var2StringList(names, list);
   if (FAILED(result)) return fail(site::kNameList, result);
   for (const CComBSTR& name : list) {
-    const std::wstring key = CCADStringHelper::CComBSTR2WString(name);
     CComBSTR value;
     CComBSTR resolved;
     VARIANT_BOOL was_resolved = VARIANT_FALSE;
     result = manager->Get3(name, VARIANT_TRUE, &value, &resolved, &was_resolved);
     if (FAILED(result)) {
-      LogFailure(site::kGet, result, key);  // one unreadable property does not stop the others
+      LogFailure(
+          site::kGet, result,
+          CCADStringHelper::CComBSTR2WString(name));  // one unreadable property does not stop the others
     } else {
-      json->SetStringValue(key, CCADStringHelper::CComBSTR2WString(resolved));
+      json->SetStringValue(name.View(), resolved.View());
     }
   }
   return result;

@@ -12,11 +12,10 @@ HRESULT CSolidWorksAddIn::PutAttributes(const std::shared_ptr<CJsonObject>& json
       iSwApp, {site::kActiveDocument, site::kExtension, site::kManager, site::kGetAll}, properties);
   if (FAILED(result) || !properties.manager) return result;
   for (const CComBSTR& name : properties.names) {
-    const std::wstring key = CStringHelper::CComBSTR2WString(name);
-    if (!json->IsExist(key)) continue;
+    const std::optional<std::wstring> text = json->FindStringValue(name.View());
+    if (!text) continue;
     long status = 0;
-    result =
-        properties.manager->Set(name, CStringHelper::String2CComBSTR(json->GetStringValue(key)), &status);
+    result = properties.manager->Set(name, CStringHelper::String2CComBSTR(*text), &status);
     if (FAILED(result)) {
       LogFailure(site::kSet, result);
       return result;

@@ -1,6 +1,7 @@
 /// @file Conversion between UTF-8 and wide strings.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -28,11 +29,22 @@ char* Write(char32_t code_point, char* to) noexcept;
 template <class Unit>
 std::string Encode(std::basic_string_view<Unit> text);
 
+/// Writes `text` as Encode does to `to`, which has room for kMaximumBytes bytes for each unit.
+/// @return the number of bytes written.
+template <class Unit>
+std::size_t EncodeTo(std::basic_string_view<Unit> text, char* to);
+
 /// UTF-8 as UTF-16, or as UTF-32 if the units have 32 bits. Every byte that is not part of a valid
 /// sequence becomes U+FFFD.
 template <class Unit>
 std::basic_string<Unit> Decode(std::string_view text);
 
+/// The position of the first byte of `text` that is not part of a valid sequence; std::string_view::npos if
+/// there is none.
+std::size_t FindInvalid(std::string_view text);
+
+extern template std::size_t EncodeTo(std::wstring_view text, char* to);
+extern template std::size_t EncodeTo(std::u16string_view text, char* to);
 extern template std::string Encode(std::wstring_view text);
 extern template std::string Encode(std::u16string_view text);
 extern template std::wstring Decode(std::string_view text);

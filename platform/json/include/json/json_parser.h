@@ -33,3 +33,10 @@ std::wstring DescribePositionInText(std::string_view text, std::size_t offset);
 /// they have; those that round past the largest double are a fault.
 /// @return nothing, or the first fault; `document` is then unchanged.
 std::optional<JsonFault> ParseJson(std::string_view text, JsonDocument& document);
+
+/// The same, faster and with less memory: the document's strings lie in `text`, which must not be changed as
+/// long as they are used.
+std::optional<JsonFault> ParseJsonInPlace(std::string& text, JsonDocument& document);
+
+/// The same for a wide text, whose lone surrogates read as U+FFFD. The fault's offset is that in UTF-8.
+std::optional<JsonFault> ParseWideJson(std::wstring_view text, JsonDocument& document);

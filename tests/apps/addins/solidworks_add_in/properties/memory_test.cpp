@@ -30,7 +30,7 @@ class NoMemoryForText {
   ImportPatch m_patch{GetModuleHandleW(nullptr), "SysAllocStringLen", Allocate};
 };
 
-HRESULT WINAPI NoMemoryForElement(SAFEARRAY*, LONG*, void*) { return E_OUTOFMEMORY; }
+HRESULT WINAPI NoMemoryForNames(SAFEARRAY*, void**) { return E_OUTOFMEMORY; }
 
 class PropertyMemory : public PropertyAccessFixture {
  protected:
@@ -70,7 +70,7 @@ TEST_F(PropertyMemory, ForTheNamesRunsOut) {
   const IModelDoc2Ptr given = ActiveModel();
   const auto read = Json();
   const auto values = Json(LR"({"A":"x"})");
-  const ImportPatch fault(GetModuleHandleW(nullptr), "SafeArrayGetElement", NoMemoryForElement);
+  const ImportPatch fault(GetModuleHandleW(nullptr), "SafeArrayAccessData", NoMemoryForNames);
   EXPECT_EQ(RaisedBy([&] { m_class->GetAttributes(read); }), E_OUTOFMEMORY);
   EXPECT_EQ(RaisedBy([&] { m_class->PutAttributes(values); }), E_OUTOFMEMORY);
   ExpectNoEffect(*document);

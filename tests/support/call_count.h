@@ -1,0 +1,37 @@
+/// @file How often a module calls a function of the system.
+#pragma once
+
+#include <windows.h>
+
+#include "import_patch.h"
+
+/// Counts the calls during the lifetime of the object; the function is called all the same.
+///
+///     CallCount<0, decltype(CreateEventW)> events("CreateEventW");
+///
+/// @tparam kIndex another one for each function of the same type that is counted at the same time.
+template <int kIndex, class Function>
+class CallCount;
+
+template <int kIndex, class Result, class... Arguments>
+class CallCount<kIndex, Result(Arguments...)> {
+ public:
+  /// @param module imports `function` by name.
+  explicit CallCount(const char* function, HMODULE module = GetModuleHandleW(nullptr))
+      : m_patch(module, function, &Call) {
+    original = reinterpret_cast<Result (*)(Arguments...)>(m_patch.Original());
+    count = 0;
+  }
+
+  int Count() const { return count; }
+
+ private:
+  static Result Call(Arguments... arguments) {
+    ++count;
+    return original(arguments...);
+  }
+
+  static inline Result (*original)(Arguments...) = nullptr;
+  static inline thread_local int count = 0;
+  const ImportPatch m_patch;
+};
