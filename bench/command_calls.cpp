@@ -1,5 +1,5 @@
-// Runs commands between two marks, for counting the calls of Wine's server in between; its trace shows the names of
-// events: command_calls ours|overlapped|blocking COUNT
+// Runs commands between two marks, for counting the calls of Wine's server in between; its trace shows the
+// names of events: command_calls ours|overlapped|blocking COUNT
 #include <windows.h>
 // After windows.h, which it needs.
 #include <objbase.h>

@@ -55,7 +55,7 @@ class ServingWait {
   const std::optional<std::chrono::milliseconds> m_timeout;
   const Deadline m_deadline;
   WaitInput m_input;
-  bool m_isNew = true;  // nothing was served since the queue was looked at first
+  bool m_isNew = true;                        // nothing was served since the queue was looked at first
   std::optional<WaitMessageFilter> m_filter;  // only in a single-threaded apartment
 };
 

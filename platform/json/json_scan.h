@@ -4,7 +4,8 @@
 #include <cstddef>
 #include <string_view>
 
-/// Marks of a text that RapidJSON would read wrongly. Of a malformed text they are right up to its first fault.
+/// Marks of a text that RapidJSON would read wrongly. Of a malformed text they are right up to its first
+/// fault.
 struct JsonScan {
   /// The place of the first escaped low surrogate without a high one before it, which the parser accepts;
   /// std::string_view::npos if there is none.

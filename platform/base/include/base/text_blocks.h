@@ -50,8 +50,8 @@ inline std::size_t SumOfBytes(__m128i counters) {
          static_cast<std::size_t>(_mm_cvtsi128_si64(_mm_unpackhi_epi64(halves, halves)));
 }
 
-/// Adds up what `count` says of each block of `text`. It gets a block's address and a vector of sixteen counters
-/// of eight bits, to each of which it adds two at most.
+/// Adds up what `count` says of each block of `text`. It gets a block's address and a vector of sixteen
+/// counters of eight bits, to each of which it adds two at most.
 template <class Count>
 std::size_t SumOverBlocks(const char* text, std::size_t blocks, Count count) {
   constexpr std::size_t kBlocksPerCounter = 255 / 2;
@@ -73,7 +73,8 @@ inline const char* FindEither(const char* from, const char* end, char a, char b)
   for (; static_cast<std::size_t>(end - from) >= kBlock; from += kBlock) {
     const __m128i bytes = LoadBlock(from);
     const __m128i either = _mm_or_si128(_mm_cmpeq_epi8(bytes, all_a), _mm_cmpeq_epi8(bytes, all_b));
-    if (const auto found = static_cast<unsigned>(_mm_movemask_epi8(either))) return from + std::countr_zero(found);
+    if (const auto found = static_cast<unsigned>(_mm_movemask_epi8(either)))
+      return from + std::countr_zero(found);
   }
   while (from != end && *from != a && *from != b) ++from;
   return from;
