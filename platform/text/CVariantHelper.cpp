@@ -13,7 +13,7 @@ HRESULT ReadNames(SAFEARRAY* array, std::vector<CComBSTR>& list) {
   const HRESULT result = SafeArrayAccessData(array, reinterpret_cast<void**>(&elements));
   if (FAILED(result)) return result;
   const bool copied = std::ranges::all_of(names, [&elements](CComBSTR& name) {
-    const BSTR element = *elements++;
+    BSTR element = *elements++;
     if (element) name.Attach(SysAllocStringLen(element, SysStringLen(element)));
     return !element || name;
   });
