@@ -66,6 +66,16 @@ class Receiving {
   std::array<char, kFirstBytes> m_first;
 };
 
+/// Waits until a chunk is sent or received, unless one is already. @return whether it is one that is sent.
+bool AwaitSentChunk(const PipeOperation& sending, const PipeOperation& receiving, ServingWait& wait) {
+  if (!sending.IsPending()) {
+    if (!receiving.IsDone()) wait.Until({receiving.Done()});
+    return false;
+  }
+  if (sending.IsDone() || receiving.IsDone()) return sending.IsDone();
+  return wait.Until({sending.Done(), receiving.Done()}) == 0;
+}
+
 /// Cancels what is pending at the end of its lifetime, so that the system writes into no buffer that is gone.
 class PendingGuard {
  public:
@@ -106,17 +116,12 @@ std::string PipeConnection::Exchange(const std::string& frame, ServingWait& wait
   Receiving answer(m_reading);
   Sending request(m_writing, frame);
   while (!answer.Reader().IsComplete()) {
-    const bool is_sending = request.Chunk().IsPending();
-    if (is_sending && request.Chunk().IsDone()) {
+    if (AwaitSentChunk(request.Chunk(), answer.Chunk(), wait)) {
       request.Continue();
-    } else if (answer.Chunk().IsDone()) {
-      answer.Continue();
-      if (!answer.Reader().IsComplete()) wait.Serve();
-    } else if (is_sending) {
-      wait.Until({request.Chunk().Done(), answer.Chunk().Done()});
-    } else {
-      wait.Until({answer.Chunk().Done()});
+      continue;
     }
+    answer.Continue();
+    if (!answer.Reader().IsComplete()) wait.Serve();  // also if the client is as fast as this side
   }
   m_inSync = !request.Chunk().IsPending() && !answer.Reader().HasSurplus();
   return answer.Reader().TakeContent();
