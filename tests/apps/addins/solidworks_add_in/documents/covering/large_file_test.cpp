@@ -1,5 +1,4 @@
-// Large model files: they are complete afterwards, and covering takes hardly longer than the system's own
-// copy.
+// Large model files: they are complete afterwards, and covering takes as long as one copy by the system.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -80,11 +79,13 @@ class LargeFile : public CoveringFixture {
 };
 
 /// Both are measured alternately, and the best times are compared, because other work of the machine can only
-/// make the times longer. On a busy machine there are more turns.
-TEST_F(LargeFile, OfOneGibibyteTakesAsLongAsTheSystemsOwnCopy) {
+/// make the times longer. On a busy machine there are more turns. The limit only tells one copy from two,
+/// because what the machine does with a gibibyte of new pages differs by tenths; budget_test.cpp counts the
+/// calls.
+TEST_F(LargeFile, OfOneGibibyteIsCopiedOnce) {
   constexpr std::size_t kTurns = 4;
-  constexpr std::size_t kMostTurns = 24;
-  constexpr double kTolerance = 1.05;
+  constexpr std::size_t kMostTurns = 12;
+  constexpr double kTolerance = 1.5;
   Grow(m_download, 1024 * kMiB);
   Assemble(L"prj\\A.sldprt");
   const std::wstring backup = At(L"dl\\temp\\A.sldprt");
