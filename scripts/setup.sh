@@ -37,7 +37,7 @@ install_packages() {
   say "installing ${missing[*]}"
   as_root apt-get update -qq
   as_root env DEBIAN_FRONTEND=noninteractive \
-    apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+    apt-get -o DPkg::Lock::Timeout=300 install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
 # fetch_source PACKAGE FOLDER: unpacks a Debian source package, from the machine's own package sources

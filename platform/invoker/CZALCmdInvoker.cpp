@@ -89,7 +89,7 @@ class CZALCmdInvoker::Impl {
     std::unique_ptr<PipeConnection> connection = Connect(options.starts_client, wait);
     connection->AllowForeground();
     std::wstring answer = connection->Ask(request, id, wait);
-    if (connection->IsInSync()) m_kept = std::move(connection);
+    if (connection->IsUsable()) m_kept = std::move(connection);
     return answer;
   }
 

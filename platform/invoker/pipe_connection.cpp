@@ -1,8 +1,8 @@
 #include "pipe_connection.h"
 
 #include <algorithm>
-#include <array>
 #include <span>
+#include <utility>
 
 #include "framing.h"
 #include "message.h"
@@ -12,9 +12,6 @@ namespace {
 
 // How much is sent or received before the thread serves the host's windows again.
 constexpr std::size_t kChunkBytes = 1024 * 1024;
-
-// Enough for most answers with their header.
-constexpr std::size_t kFirstBytes = 16 * 1024;
 
 /// Sends a frame to the client, chunk by chunk.
 class Sending {
@@ -37,10 +34,10 @@ class Sending {
   std::string_view m_left;
 };
 
-/// Receives a frame from the client, chunk by chunk.
+/// Receives a frame from the client, chunk by chunk. The first bytes are already being read into `first`.
 class Receiving {
  public:
-  explicit Receiving(PipeOperation& operation) : m_operation(operation) { m_operation.StartRead(m_first); }
+  Receiving(PipeOperation& operation, std::span<char> first) : m_operation(operation), m_first(first) {}
 
   PipeOperation& Chunk() { return m_operation; }
   FrameReader& Reader() { return m_reader; }
@@ -55,15 +52,14 @@ class Receiving {
     if (m_reader.IsComplete()) return;
     const std::span<char> rest = m_reader.Rest();
     m_intoContent = !rest.empty();
-    m_operation.StartRead(m_intoContent ? rest.first(std::min(rest.size(), kChunkBytes))
-                                        : std::span(m_first));
+    m_operation.StartRead(m_intoContent ? rest.first(std::min(rest.size(), kChunkBytes)) : m_first);
   }
 
  private:
   PipeOperation& m_operation;
+  const std::span<char> m_first;
   FrameReader m_reader;
   bool m_intoContent = false;
-  std::array<char, kFirstBytes> m_first;
 };
 
 /// Waits until a chunk is sent or received, unless one is already. @return whether it is one that is sent.
@@ -93,19 +89,26 @@ class PendingGuard {
 PipeConnection::PipeConnection(UniqueHandle pipe)
     : m_pipe(std::move(pipe)), m_reading(m_pipe.get()), m_writing(m_pipe.get()) {
   GetNamedPipeServerProcessId(m_pipe.get(), &m_server);
+  ReadAhead();
 }
 
-bool PipeConnection::IsUsable() const {
-  DWORD unread = 0;
-  return m_inSync && PeekNamedPipe(m_pipe.get(), nullptr, 0, nullptr, &unread, nullptr) && unread == 0;
-}
+bool PipeConnection::IsUsable() const { return m_reading.IsPending() && !m_reading.IsDone(); }
 
 void PipeConnection::AllowForeground() const {
   if (m_server != 0) AllowSetForegroundWindow(m_server);
 }
 
 std::wstring PipeConnection::Ask(const std::string& request, std::uint64_t id, ServingWait& wait) {
-  return ReadAnswer(Exchange(request, wait), id);
+  std::string message = Exchange(request, wait);
+  if (m_inSync) ReadAhead();
+  return ReadAnswer(std::move(message), id);
+}
+
+void PipeConnection::ReadAhead() noexcept {
+  try {
+    m_reading.StartRead(m_first);
+  } catch (...) {  // usually because the client has closed the connection: the next request sees it
+  }
 }
 
 /// Sends and receives at the same time. Otherwise a client that begins to answer before it has read the whole
@@ -113,7 +116,8 @@ std::wstring PipeConnection::Ask(const std::string& request, std::uint64_t id, S
 std::string PipeConnection::Exchange(const std::string& frame, ServingWait& wait) {
   const PendingGuard reading(m_reading);
   const PendingGuard writing(m_writing);
-  Receiving answer(m_reading);
+  if (!m_reading.IsPending()) m_reading.StartRead(m_first);  // tells why it could not be started before
+  Receiving answer(m_reading, m_first);
   Sending request(m_writing, frame);
   while (!answer.Reader().IsComplete()) {
     if (AwaitSentChunk(request.Chunk(), answer.Chunk(), wait)) {

@@ -1,6 +1,8 @@
 /// @file A connection to the client.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -19,11 +21,8 @@ class PipeConnection {
   explicit PipeConnection(UniqueHandle pipe);
 
   /// Whether this connection can be used for the next request: the client keeps it open, has read everything,
-  /// and has sent nothing but its answers.
+  /// and has sent nothing but its answers. Asks nobody: a read that is always pending tells it.
   bool IsUsable() const;
-
-  /// Whether nothing came with the last answer that does not belong to it. Unlike IsUsable, asks nobody.
-  bool IsInSync() const { return m_inSync; }
 
   /// Allows the client to bring its windows to the foreground, if the system reports its process. The system
   /// gives this right only for the time until the user's next input, so call it before each request.
@@ -36,7 +35,15 @@ class PipeConnection {
  private:
   std::string Exchange(const std::string& frame, ServingWait& wait);
 
+  /// Starts to read what comes next: the first bytes of the next answer, or what IsUsable must know. Nothing
+  /// is pending then if the client has closed the connection.
+  void ReadAhead() noexcept;
+
+  // Enough for most answers with their header.
+  static constexpr std::size_t kFirstBytes = 16 * 1024;
+
   UniqueHandle m_pipe;
+  std::array<char, kFirstBytes> m_first;  // outlives the read into it
   PipeOperation m_reading;
   PipeOperation m_writing;
   ULONG m_server = 0;    // the process that serves the pipe, if the system reports it
