@@ -119,6 +119,19 @@ std::string ModuleAt(DWORD64 address) {
   return SymGetModuleInfo64(GetCurrentProcess(), address, &module) ? module.ModuleName : "?";
 }
 
+// The debug library does not follow the link from a binary to its debug file, which lies beside it.
+BOOL CALLBACK UseDebugFile(PCSTR, DWORD64 base, ULONG size, PVOID) {
+  IMAGEHLP_MODULE64 module{};
+  module.SizeOfStruct = sizeof module;
+  if (!SymGetModuleInfo64(GetCurrentProcess(), base, &module)) return TRUE;
+  const std::string debug_file = std::string(module.LoadedImageName) + ".debug";
+  if (GetFileAttributesA(debug_file.c_str()) == INVALID_FILE_ATTRIBUTES) return TRUE;
+  SymUnloadModule64(GetCurrentProcess(), base);
+  SymLoadModuleEx(GetCurrentProcess(), nullptr, debug_file.c_str(), module.ModuleName, base, size, nullptr,
+                  0);
+  return TRUE;
+}
+
 void WriteThread(const Stack& stack) {
   WriteToErrors("thread ");
   WriteToErrors(stack.thread, 10);
@@ -172,6 +185,7 @@ void CollectOtherStacks(DWORD ignored) {
 void WriteStacks() {
   SymSetOptions(SYMOPT_LOAD_LINES | SYMOPT_UNDNAME | SYMOPT_DEFERRED_LOADS);
   SymInitialize(GetCurrentProcess(), nullptr, TRUE);
+  EnumerateLoadedModules64(GetCurrentProcess(), UseDebugFile, nullptr);
   for (; written_count < stack_count; ++written_count) {
     const Stack& stack = stacks[written_count];
     WriteThread(stack);

@@ -91,6 +91,14 @@ const Fault kFaults[] = {
 INSTANTIATE_TEST_SUITE_P(, CrashReportOfAFault, testing::ValuesIn(kFaults),
                          [](const auto& fault) { return std::string(fault.param.name); });
 
+// Its debug information lies in a file beside it.
+TEST_F(CrashReport, NamesAFunctionOfTheAddInWithItsLine) {
+  const std::string report = ReportOf("IsInTheAddIn", 60);
+  EXPECT_NE(m_exitCode, 0u);
+  const std::regex frame("\n  solidworks_add_in!DllGetClassObject  \\S*/exports\\.cpp:[0-9]+\n");
+  EXPECT_TRUE(std::regex_search(report, frame)) << report;
+}
+
 TEST_F(CrashReport, HasAddressesIfThereIsNoMemoryForNames) {
   const std::string report = ReportOf("SleepsForEverWithTheHeapLocked", 2);
   EXPECT_NE(m_exitCode, 0u);

@@ -20,6 +20,15 @@ int ReadDeep(const int* number) { return ReadDeeper(number) + 1; }
 
 TEST(Fault, ReadsNull) { EXPECT_EQ(ReadDeep(null_pointer), 2); }
 
+// The DLL writes the result to the address.
+TEST(Fault, IsInTheAddIn) {
+  const HMODULE dll = LoadLibraryW(ADD_IN_DLL);
+  const auto get = reinterpret_cast<HRESULT(WINAPI*)(REFCLSID, REFIID, void**)>(
+      reinterpret_cast<void*>(GetProcAddress(dll, "DllGetClassObject")));
+  const GUID none{};
+  EXPECT_EQ(get(none, none, reinterpret_cast<void**>(always ? 8 : 0)), S_OK);
+}
+
 void CallNull() { null_function(); }
 
 TEST(Fault, CallsNull) { CallNull(); }
