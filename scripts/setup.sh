@@ -12,13 +12,14 @@ TEXT
 product_packages=(
   cmake ninja-build make                                                # build
   g++-mingw-w64-x86-64-posix mingw-w64-tools libwine-dev                # cross build, widl
+  lld python3-minimal                                                   # linking the DLL
   wine wine64 xvfb xauth fonts-dejavu-core fonts-wqy-microhei           # running it
   rapidjson-dev dpkg-dev                                                # libraries, source packages
 )
 test_packages=(
   g++ pkg-config googletest                                             # native build, test framework
   libgsf-bin libgsf-1-dev                                               # an independent reader and writer of OLE files
-  clang-16 lld                                                          # a host of the other ABI
+  clang-16                                                              # a host of the other ABI (and lld)
 )
 bench_packages=(nlohmann-json3-dev python3-minimal)
 lint_packages=(clang-format clang-tidy-16 python3-minimal)
@@ -59,14 +60,24 @@ fetch_source() {
   dpkg-source --no-check -x "$apt"/download/"$package"_*.dsc "$folder" >/dev/null
 }
 
-# build_dependency KIND NAME SOURCE [CMAKE_ARGUMENT ...]: builds and installs into build/deps/KIND, once.
+# prepare_log4cplus FOLDER: leaves out the appenders that run a thread of their own. The add-in refuses them
+# (platform/log), and the linker drops what is not registered.
+prepare_log4cplus() {
+  sed -i -E '/LOG4CPLUS_REG_APPENDER \(reg, (Async|Socket|SysLog)Appender\);/d' "$1/src/factory.cxx"
+}
+
+# build_dependency KIND NAME SOURCE [CMAKE_ARGUMENT ...]: builds and installs into build/deps/KIND, once, and again
+# if the arguments or prepare_NAME, which changes the source, are others.
 build_dependency() {
   local kind="$1" name="$2" source="$3"
   shift 3
   local prefix="$root/build/deps/$kind" work="$root/build/deps/$kind/objects/$name"
-  local stamp="$prefix/.$name"
-  [ "$(cat "$stamp" 2>/dev/null)" = "$*" ] && return
+  local stamp="$prefix/.$name" prepare recipe
+  prepare="$(declare -f "prepare_$name" || true)"
+  recipe="$*${prepare:+ $prepare}"
+  [ "$(cat "$stamp" 2>/dev/null)" = "$recipe" ] && return
   case "$name" in log4cplus|benchmark) fetch_source "$name" "$source" ;; esac
+  [ -z "$prepare" ] || "prepare_$name" "$source"
   say "building $name ($kind)"
   local toolchain=()
   [ "$kind" = windows ] && toolchain=(-DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64.cmake")
@@ -75,7 +86,19 @@ build_dependency() {
       -DCMAKE_INSTALL_PREFIX="$prefix" -DCMAKE_INSTALL_LIBDIR=lib "$@" &&
     cmake --build "$work" && cmake --install "$work"
   } >"$prefix/$name.log" 2>&1 || fail "$name does not build: see $prefix/$name.log"
-  echo "$*" >"$stamp"
+  echo "$recipe" >"$stamp"
+}
+
+# use_libstdcxx: the compiler's C++ library in the form in which lld keeps its unwind data.
+use_libstdcxx() {
+  local target="build/deps/windows/lib/libstdc++.a" tool=scripts/name_unwind_sections.py source
+  source="$(x86_64-w64-mingw32-g++-posix -print-file-name=libstdc++.a)"
+  local recipe stamp="build/deps/windows/.libstdc++"
+  recipe="$(sha256sum "$tool" "$source")"
+  [ "$(cat "$stamp" 2>/dev/null)" = "$recipe" ] && return
+  mkdir -p "$(dirname "$target")"
+  "$tool" "$source" "$target"
+  echo "$recipe" >"$stamp"
 }
 
 # use_rapidjson KIND: headers only; /usr/include itself must never be on the cross compiler's path.
@@ -88,11 +111,12 @@ use_rapidjson() {
 setup_product() {
   install_packages "${product_packages[@]}"
   use_rapidjson windows
+  use_libstdcxx
   # No thread pool: a DLL that joins threads while it unloads deadlocks. With wide file names: a log folder
   # may lie below a user's name in any script, and MinGW's streams take such names although the library
-  # believes it of another compiler's only.
+  # believes it of another compiler's only. For size: writing a line costs calls of the system, not computing.
   build_dependency windows log4cplus "$root/build/deps/log4cplus-source" \
-    -DCMAKE_CXX_FLAGS=-DLOG4CPLUS_FSTREAM_ACCEPTS_WCHAR_T \
+    -DCMAKE_CXX_FLAGS=-DLOG4CPLUS_FSTREAM_ACCEPTS_WCHAR_T "-DCMAKE_CXX_FLAGS_RELEASE=-Os -DNDEBUG" \
     -DUNICODE=ON -DBUILD_SHARED_LIBS=OFF -DLOG4CPLUS_ENABLE_THREAD_POOL=OFF \
     -DLOG4CPLUS_BUILD_TESTING=OFF -DLOG4CPLUS_BUILD_LOGGINGSERVER=OFF -DWITH_UNIT_TESTS=OFF
 }
