@@ -56,7 +56,6 @@ bench() {
   mkdir -p build/bench
   for name in "${chosen[@]}"; do run_bench "$name"; done
   stop_wine
-  x86_64-w64-mingw32-strip -s build/windows/bin/solidworks_add_in.dll -o build/bench/stripped.dll
-  python3 bench/report.py build/bench docs/performance.md
+  python3 bench/report.py build/bench docs/performance.md build/windows/bin/solidworks_add_in.dll
   say "docs/performance.md"
 }

@@ -27,7 +27,10 @@ class Image {
   std::vector<std::string> Exports() const {
     const auto* directory = Directory<IMAGE_EXPORT_DIRECTORY>(IMAGE_DIRECTORY_ENTRY_EXPORT);
     const DWORD* const names = At<DWORD>(directory->AddressOfNames);
-    EXPECT_EQ(directory->NumberOfNames, directory->NumberOfFunctions) << "an export without a name";
+    const DWORD* const functions = At<DWORD>(directory->AddressOfFunctions);
+    const DWORD empty =
+        static_cast<DWORD>(std::count(functions, functions + directory->NumberOfFunctions, 0u));
+    EXPECT_EQ(directory->NumberOfNames, directory->NumberOfFunctions - empty) << "an export without a name";
     std::vector<std::string> result;
     for (DWORD index = 0; index < directory->NumberOfNames; ++index) result.push_back(At<char>(names[index]));
     return result;
