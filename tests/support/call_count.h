@@ -3,6 +3,9 @@
 
 #include <windows.h>
 
+#include <stdexcept>
+#include <string>
+
 #include "import_patch.h"
 
 /// Counts the calls during the lifetime of the object; the function is called all the same.
@@ -17,11 +20,16 @@ template <int kIndex, class Result, class... Arguments>
 class CallCount<kIndex, Result(Arguments...)> {
  public:
   /// @param module imports `function` by name.
+  /// @throws std::logic_error if another function of the type is counted with the same index.
   explicit CallCount(const char* function, HMODULE module = GetModuleHandleW(nullptr))
       : m_patch(module, function, &Call) {
+    if (original) throw std::logic_error(std::string("needs an index of its own: ") + function);
     original = reinterpret_cast<Result (*)(Arguments...)>(m_patch.Original());
     count = 0;
   }
+  CallCount(const CallCount&) = delete;
+  CallCount& operator=(const CallCount&) = delete;
+  ~CallCount() { original = nullptr; }
 
   int Count() const { return count; }
 
