@@ -7,6 +7,7 @@
 #include "call_count.h"
 #include "host_thread.h"
 #include "invoker_fixture.h"
+#include "server_calls.h"
 
 namespace {
 
@@ -51,6 +52,17 @@ TEST_F(CommandBudget, AsksThePipeAndTheQueueAsOftenAsItMust) {
   EXPECT_LE(statuses.Count(), 4 * kCommands);
   EXPECT_LE(waits.Count(), 2 * kCommands);
   EXPECT_GT(waits.Count(), 0);
+}
+
+// The client of the test calls it from other threads, which are not counted.
+TEST_F(CommandBudget, CallsTheServerOfWineSeldom) {
+  constexpr double kAllowed = 12.5;  // 12, or fewer if the answer is there at once
+  const ServerCalls calls;
+  for (int command = 0; command < kCommands; ++command) EXPECT_EQ(Invoke(L"QD_PLMGetcode"), L"{}");
+  const double calls_of_command = static_cast<double>(calls.Count()) / kCommands;
+  RecordProperty("calls of a command", std::to_string(calls_of_command));
+  EXPECT_GT(calls_of_command, 2) << "a command writes and reads at least";
+  EXPECT_LE(calls_of_command, kAllowed);
 }
 
 TEST_F(CommandBudget, ReadsALargeAnswerInFewPieces) {
