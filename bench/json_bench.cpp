@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "CJsonObject.h"
+#include "answer_jobs.h"
 #include "peers/nlohmann_peer.h"
 #include "peers/rapidjson_peer.h"
 #include "peers/system_text.h"
@@ -27,16 +28,6 @@ const Sample& SampleOf(Script script, std::size_t bytes) {
   return sample;
 }
 
-std::size_t Read(const std::wstring& text) {
-  CJsonObject answer;
-  answer.CreateFrom(text);
-  std::size_t size = 0;
-  for (const wchar_t* list : kReadLists) {
-    for (const auto& path : answer.GetPropertyStringArrayValue(list).second) size += path.size();
-  }
-  return size;
-}
-
 template <class Job>
 void Measure(benchmark::State& state, std::size_t bytes, Job job) {
   for (auto _ : state) {
@@ -56,7 +47,7 @@ void Register(const char* script_name, Script script, const char* size_name, std
       Measure(state, sample.utf8.size(), [&] { return job(sample); });
     })->UseRealTime();
   };
-  add("read", "ours", [](const Sample& s) { return Read(s.wide); });
+  add("read", "ours", [](const Sample& s) { return ReadPaths(s.wide); });
   add("read", "system", [](const Sample& s) { return RapidJsonReadWide(s.wide); });
   add("read", "rapidjson", [](const Sample& s) { return RapidJsonRead(s.utf8); });
   add("read", "nlohmann", [](const Sample& s) { return NlohmannRead(s.utf8); });

@@ -18,4 +18,4 @@ std::wstring SampleAnswer(Script script, std::size_t bytes);
 std::string SampleAnswerUtf8(Script script, std::size_t bytes);
 
 /// Text of about `bytes` bytes of UTF-8, as it stands in documents.
-std::wstring SampleText(Script script, std::size_t bytes);
+std::string SampleTextUtf8(Script script, std::size_t bytes);

@@ -20,6 +20,7 @@ test_packages=(
   g++ pkg-config googletest                                             # native build, test framework
   libgsf-bin libgsf-1-dev                                               # an independent reader and writer of OLE files
   clang-16                                                              # a host of the other ABI (and lld)
+  valgrind                                                              # counts instructions
 )
 bench_packages=(nlohmann-json3-dev python3-minimal)
 lint_packages=(clang-format clang-tidy-16 python3-minimal)
@@ -136,8 +137,11 @@ setup_bench() {
   setup_tests
   mkdir -p build/deps/windows/include
   cp -ru /usr/include/nlohmann build/deps/windows/include/
-  build_dependency windows benchmark "$root/build/deps/benchmark-source" -DGIT_VERSION=1.7.1 \
-    -DBENCHMARK_ENABLE_TESTING=OFF -DBENCHMARK_ENABLE_WERROR=OFF
+  local kind
+  for kind in windows native; do
+    build_dependency $kind benchmark "$root/build/deps/benchmark-source" -DGIT_VERSION=1.7.1 \
+      -DBENCHMARK_ENABLE_TESTING=OFF -DBENCHMARK_ENABLE_WERROR=OFF
+  done
 }
 
 # setup_lint: what the analysis reads beside the sources, and what it is.
