@@ -16,6 +16,8 @@ import re
 import statistics
 import sys
 
+from report_counts import write_calls, write_counts, write_covering, write_instructions, write_memory
+
 # Row: first part of the benchmarks' names, what it is, peer to compare with, what to reach, further peers.
 ROWS = [
     ("enable", "an enable method by name: `GetIDsOfNames` and `Invoke`", "system", "at most 0.02", []),
@@ -24,17 +26,22 @@ ROWS = [
     ("write", "`ToJson` of an object", "system", "at most 0.9", ["rapidjson"]),
     ("encode", "UTF-16 to UTF-8", "system", "below 1", []),
     ("decode", "UTF-8 to UTF-16", "system", "below 1", []),
+    ("native_encode", "UTF-16 to UTF-8, the same code built for Linux", "iconv", "below 1", []),
+    ("native_decode", "UTF-8 to UTF-16, the same code built for Linux", "iconv", "below 1", []),
     ("large", "a frame of 64 MiB over the pipe, received and parsed", "bare", "at most 1.5", []),
     ("command", "a command over the pipe", "overlapped", "at most 1.3", ["blocking"]),
     ("properties", "custom properties", "bare", "at most 1.3", []),
     ("connect", "`CoCreateInstance` to the end of `ConnectToSW`, 14 items", "bare", "warm 1.5, cold 2", []),
+    ("covering", "covering a component's file with a download, which is copied once", "copy", "at most 1.05", []),
 ]
 
 PEERS = {
     "system": "the system's functions",
     "rapidjson": "RapidJSON without conversion",
     "nlohmann": "nlohmann/json without conversion",
+    "iconv": "iconv of the GNU C library",
     "bare": "the bare calls",
+    "copy": "one `CopyFileW` of the file",
     "overlapped": "a bare overlapped exchange",
     "blocking": "a bare blocking exchange",
 }
@@ -94,7 +101,7 @@ def write_row(out, times, row, title, peer, goal, others):
         variants = times[row, name]
         cells = [name or "–", shown(statistics.median(in_turns(variants["ours"])))]
         rate = [r for _, _, r in variants["ours"] if r]
-        if rate and row in ("encode", "decode"):
+        if rate and row.endswith(("encode", "decode")):
             cells[1] += f", {statistics.median(rate) / 1e9:.2f} GB/s"
         for other in [peer] + others:
             if other not in variants:
@@ -103,33 +110,6 @@ def write_row(out, times, row, title, peer, goal, others):
             middle, low, high, turns = ratio(variants["ours"], variants[other])
             cells.append(f"**{middle:.3g}** ({low:.3g} to {high:.3g}, {turns} turns)" if other == peer
                          else f"{middle:.3g} ({low:.3g} to {high:.3g})")
-        out.append("| " + " | ".join(cells) + " |")
-
-
-def write_calls(out, folder):
-    file = folder / "calls.txt"
-    if not file.exists():
-        return
-    out.append("\n## Calls of Wine's server for a command\n\nThey are what a command's time is made of here.\n")
-    out.append("| | calls | of them |\n|---|---|---|")
-    for line in file.read_text().splitlines():
-        kind, total, names = line.split(" ", 2)
-        out.append(f"| {PEERS.get(kind, kind)} | {total} | {names} |")
-
-
-def write_memory(out, folder):
-    file = folder / "memory.txt"
-    if not file.exists():
-        return
-    out.append("\n## Memory of an answer of 64 MiB\n\n"
-               "To reach: at the peak at most RapidJSON's own for the same text and 4 times the answer's bytes; afterwards "
-               "at most RapidJSON's own document.\n")
-    out.append("| answer | peak | allowed | kept | RapidJSON keeps |")
-    out.append("|---|---|---|---|---|")
-    for line in file.read_text().splitlines():
-        name, size, peak, kept, peer_peak, peer_kept = line.split()
-        allowed = int(peer_peak) + 4 * int(size)
-        cells = [name] + [f"{int(n) / 2 ** 20:.0f} MiB" for n in (peak, allowed, kept, peer_kept)]
         out.append("| " + " | ".join(cells) + " |")
 
 
@@ -197,7 +177,11 @@ def main():
             picture = target.parent / "pictures" / f"performance-{row[0]}.svg"
             if plot(times, row[0], [row[2]] + row[4], picture):
                 out.append(f"\n![ratios over sizes](pictures/{picture.name})")
+        if row[0] == "covering":
+            write_covering(out, folder)
+    write_instructions(out, folder)
     write_calls(out, folder)
+    write_counts(out, folder)
     write_memory(out, folder)
     size = pathlib.Path(sys.argv[3]).stat().st_size
     out.append(f"\n## The DLL\n\n{size:,} bytes; its debug information is in a file beside it. To keep: under 1.5 MB.")
