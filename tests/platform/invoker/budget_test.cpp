@@ -34,8 +34,7 @@ TEST_F(CommandBudget, MakesNoSystemObject) {
   EXPECT_EQ(closed.Count(), 0);
 }
 
-TEST_F(CommandBudget, AsksThePipeAndTheQueueAsOftenAsItMust) {
-  const CallCount<0, decltype(PeekNamedPipe)> looks("PeekNamedPipe");
+TEST_F(CommandBudget, ReadsWritesAndAsksTheQueueAsOftenAsItMust) {
   const CallCount<0, decltype(GetNamedPipeServerProcessId)> servers("GetNamedPipeServerProcessId");
   const CallCount<0, decltype(ReadFile)> reads("ReadFile");
   const CallCount<0, decltype(WriteFile)> writes("WriteFile");
@@ -43,7 +42,6 @@ TEST_F(CommandBudget, AsksThePipeAndTheQueueAsOftenAsItMust) {
   const CallCount<0, decltype(GetQueueStatus)> statuses("GetQueueStatus");
   const CallCount<0, decltype(CoWaitForMultipleHandles)> waits("CoWaitForMultipleHandles");
   for (int command = 0; command < kCommands; ++command) EXPECT_EQ(Invoke(L"QD_PLMGetcode"), L"{}");
-  EXPECT_EQ(looks.Count(), 0);  // a pending read tells whether the kept connection can be used
   EXPECT_EQ(servers.Count(), 0);
   EXPECT_EQ(reads.Count(), kCommands);
   EXPECT_EQ(writes.Count(), kCommands);
@@ -56,7 +54,7 @@ TEST_F(CommandBudget, AsksThePipeAndTheQueueAsOftenAsItMust) {
 
 // The client of the test calls it from other threads, which are not counted.
 TEST_F(CommandBudget, CallsTheServerOfWineSeldom) {
-  constexpr double kAllowed = 12.5;  // 12, or fewer if the answer is there at once
+  constexpr double kAllowed = 10.5;  // 10, or fewer if the answer is there at once
   const ServerCalls calls;
   for (int command = 0; command < kCommands; ++command) EXPECT_EQ(Invoke(L"QD_PLMGetcode"), L"{}");
   const double calls_of_command = static_cast<double>(calls.Count()) / kCommands;
