@@ -30,6 +30,7 @@ IDispatchPtr Serve(const std::shared_ptr<Services>& services, const std::shared_
 Host::Host(HostOptions options)
     : m_state(std::make_shared<HostState>(options.state_folder, std::move(options.revision), Serve)) {
   m_state->services->host = m_state;
+  m_state->services->quirks = std::move(options.quirks);
 }
 
 Host::~Host() {
@@ -45,6 +46,8 @@ Host::~Host() {
 Journal& Host::GetJournal() { return m_state->services->journal; }
 
 Faults& Host::GetFaults() { return m_state->services->faults; }
+
+Quirks& Host::GetQuirks() { return m_state->services->quirks; }
 
 ISldWorksPtr Host::Application() {
   return {static_cast<ISldWorks*>(ObjectFor<ApplicationObject>(m_state->services, m_state)), false};

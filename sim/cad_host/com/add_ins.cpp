@@ -63,14 +63,17 @@ bool MeansEnabled(long status) { return status == 1 || status == 3; }
 // The number before the call; it stays if the enable method does not store one.
 constexpr long kNoStatus = LONG_MIN;
 
-/// Calls an enable method. It stores its number in an argument, or returns it if it has no arguments.
-HRESULT AskStatus(IDispatch* object, DISPID id, long& status, ExceptionDetails& exception) {
+/// Calls an enable method. It stores its number in an argument, if it is offered one and takes it, or returns
+/// it.
+HRESULT AskStatus(IDispatch* object, DISPID id, bool with_argument, long& status,
+                  ExceptionDetails& exception) {
   status = kNoStatus;
   VARIANTARG place{};
   place.vt = VT_BYREF | VT_I4;
   place.plVal = &status;
   _variant_t answer;
-  HRESULT result = InvokeMethod(object, id, {&place, nullptr, 1, 0}, &answer, exception);
+  HRESULT result = DISP_E_BADPARAMCOUNT;
+  if (with_argument) result = InvokeMethod(object, id, {&place, nullptr, 1, 0}, &answer, exception);
   if (result == DISP_E_BADPARAMCOUNT) result = InvokeMethod(object, id, {}, &answer, exception);
   if (SUCCEEDED(result) && status == kNoStatus && SUCCEEDED(VariantChangeType(&answer, &answer, 0, VT_I4))) {
     status = answer.lVal;
@@ -145,7 +148,8 @@ bool AddIns::IsEnabled(AddIn& add_in, const std::wstring& method) {
   OutgoingCall call(m_services->journal, method, L"");
   long status = kNoStatus;
   ExceptionDetails exception;
-  const HRESULT result = AskStatus(add_in.callbacks, id, status, exception);
+  const bool with_argument = m_services->quirks.IsOn(Quirk::kEnableArgument);
+  const HRESULT result = AskStatus(add_in.callbacks, id, with_argument, status, exception);
   const bool enabled = SUCCEEDED(result) && MeansEnabled(status);
   call.End(result, result == DISP_E_EXCEPTION ? DetailsOf(exception) : std::to_wstring(status));
   return enabled;

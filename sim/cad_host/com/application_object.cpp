@@ -68,7 +68,7 @@ STDMETHODIMP ApplicationObject::OpenDoc6(BSTR FileName, long Type, long Options,
         *Errors = opened.errors;
         if (!opened.document) {
           host.services->journal.Note(L"not opened: " + opened.reason);
-          return S_OK;
+          return host.services->quirks.HappensNow(Quirk::kSilentOpenFailure) ? S_OK : E_FAIL;
         }
         *retval = ServeDocument(host.services, opened.document);
         return S_OK;

@@ -1,13 +1,30 @@
 #include "command_manager_object.h"
 
+#include <comdef.h>
+
 #include <algorithm>
 
 #include "command_group_object.h"
 #include "command_tab_object.h"
 #include "host_state.h"
 #include "host_values.h"
+#include "late_binding.h"
 
 namespace cad_host {
+namespace {
+
+constexpr LateMethod kGroupData = {.name = L"IGetGroupDataFromRegistry", .id = 23, .arguments = 3};
+
+/// The array of numbers that a caller by name passed as the last argument.
+SAFEARRAY* LastArray(const DISPPARAMS& parameters) {
+  const VARIANTARG& argument = parameters.rgvarg[0];
+  if (argument.vt != (VT_BYREF | VT_ARRAY | VT_I4) || !argument.pparray || !*argument.pparray) {
+    throw _com_error(DISP_E_TYPEMISMATCH);
+  }
+  return *argument.pparray;
+}
+
+}  // namespace
 
 STDMETHODIMP CommandManagerObject::RemoveCommandGroup(long UserID, VARIANT_BOOL* retval) {
   return Call(L"ICommandManager::RemoveCommandGroup", {In(UserID), Out(retval)}, [&](AddInCommands& manager) {
@@ -29,7 +46,11 @@ STDMETHODIMP CommandManagerObject::GetCommandTab(long DocumentType, BSTR TabName
 STDMETHODIMP CommandManagerObject::AddCommandTab(long DocumentType, BSTR TabName, ICommandTab** retval) {
   return Call(L"ICommandManager::AddCommandTab", {In(DocumentType), In(TabName), Out(retval)},
               [&](AddInCommands&) {
-                const auto tab = Session()->commands.AddTab(DocumentType, Text(TabName));
+                CommandInterface& commands = Session()->commands;
+                const std::wstring name = Text(TabName);
+                auto tab = commands.FindTab(DocumentType, name);
+                const bool another = SharedServices()->quirks.IsOn(Quirk::kEqualTabNames);
+                if (!tab || another) tab = commands.AddTab(DocumentType, name);
                 *retval = ObjectFor<CommandTabObject>(SharedServices(), tab);
                 return S_OK;
               });
@@ -38,7 +59,8 @@ STDMETHODIMP CommandManagerObject::AddCommandTab(long DocumentType, BSTR TabName
 STDMETHODIMP CommandManagerObject::RemoveCommandTab(ICommandTab* TabToRemove, VARIANT_BOOL* retval) {
   return Call(L"ICommandManager::RemoveCommandTab", {In(TabToRemove), Out(retval)}, [&](AddInCommands&) {
     auto* const tab = dynamic_cast<CommandTabObject*>(HostObject::From(TabToRemove));
-    Give(retval, tab && Session()->commands.RemoveTab(tab->GetState()));
+    const bool removed = tab && Session()->commands.RemoveTab(tab->GetState());
+    Give(retval, removed && !SharedServices()->quirks.HappensNow(Quirk::kFalseTabRemoval));
     return S_OK;
   });
 }
@@ -94,6 +116,29 @@ STDMETHODIMP CommandManagerObject::IGetGroupDataFromRegistry(long UserGroupId, l
                 Give(retval, true);
                 return S_OK;
               });
+}
+
+STDMETHODIMP CommandManagerObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
+  return FindLate(*SharedServices(), kGroupData, names, count, ids);
+}
+
+STDMETHODIMP CommandManagerObject::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters,
+                                          VARIANT* result, EXCEPINFO*, UINT*) try {
+  const HRESULT checked = CheckLate(*SharedServices(), kGroupData, id, parameters);
+  if (FAILED(checked)) return checked;
+  const long group = LateNumber(*parameters, 0);
+  const long count = LateNumber(*parameters, 1);
+  SAFEARRAY* const ids = LastArray(*parameters);
+  const auto capacity = static_cast<long>(ids->rgsabound[0].cElements);
+  VARIANT_BOOL found = VARIANT_FALSE;
+  const HRESULT read =
+      IGetGroupDataFromRegistry(group, std::min(count, capacity), static_cast<long*>(ids->pvData), &found);
+  if (FAILED(read) || !result) return read;
+  result->vt = VT_BOOL;
+  result->boolVal = found;
+  return S_OK;
+} catch (const _com_error& error) {
+  return error.Error();
 }
 
 }  // namespace cad_host

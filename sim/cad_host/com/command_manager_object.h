@@ -23,6 +23,11 @@ class CommandManagerObject : public ComObject<AddInCommands, ICommandManager> {
   STDMETHODIMP GetCommandIDsCount(long UserGroupId, long* retval) override;
   STDMETHODIMP IGetGroupDataFromRegistry(long UserGroupId, long Count, long* UserIDs,
                                          VARIANT_BOOL* retval) override;
+
+  // Only IGetGroupDataFromRegistry, only while Quirk::kCallerArrays is off.
+  STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override;
+  STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters, VARIANT* result,
+                      EXCEPINFO* exception, UINT* bad_argument) override;
 };
 
 }  // namespace cad_host

@@ -40,7 +40,8 @@ class AssemblyObject : public ModelDocObject<IAssemblyDoc> {
                  Out(retval)},
                 [&](Document& assembly) {
                   const Replacement replacement = {Text(FileName), ReplaceAllInstance != VARIANT_FALSE,
-                                                   ReAttachMates != VARIANT_FALSE};
+                                                   ReAttachMates != VARIANT_FALSE,
+                                                   SharedServices()->quirks.IsOn(Quirk::kSameNameRefused)};
                   const std::wstring refusal = ReplaceSelected(Session()->documents, assembly, replacement);
                   if (!refusal.empty()) SharedServices()->journal.Note(L"nothing replaced: " + refusal);
                   Give(retval, refusal.empty());

@@ -25,7 +25,7 @@ struct HostState : std::enable_shared_from_this<HostState> {
         type_library(static_cast<WORD>(std::wcstoul(revision.c_str(), nullptr, 10))),
         events(services->journal),
         notifications(services, events, std::move(serve)),
-        documents(services->journal, notifications),
+        documents(services->journal, services->quirks, notifications),
         commands(state_folder),
         add_ins(services) {}
 

@@ -14,6 +14,11 @@ class SelectionObject : public ComObject<Document, ISelectionMgr> {
 
   STDMETHODIMP GetSelectedObject6(long Index, long Mark, IDispatch** retval) override;
   STDMETHODIMP IGetSelectionPoint2(long Index, long Mark, double* retval) override;
+
+  // Only IGetSelectionPoint2, only while Quirk::kCallerArrays is off.
+  STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override;
+  STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters, VARIANT* result,
+                      EXCEPINFO* exception, UINT* bad_argument) override;
 };
 
 /// A face of the model: an object that is not a component.

@@ -8,6 +8,7 @@
 
 #include "cad_host/faults.h"
 #include "cad_host/journal.h"
+#include "cad_host/quirks.h"
 
 namespace cad_host {
 
@@ -17,6 +18,7 @@ struct HostState;
 struct Services {
   Journal journal;
   Faults faults;
+  Quirks quirks;
   std::weak_ptr<HostState> host;     ///< expired when the session has ended
   std::vector<HostObject*> objects;  ///< all existing ones; each removes itself when destroyed
 

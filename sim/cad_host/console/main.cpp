@@ -23,7 +23,8 @@ constexpr int kExpectationsFailed = 1;
 constexpr int kFailed = 2;
 
 constexpr const char* kUsage =
-    R"(usage: cad_host [--state FOLDER] [--revision R] [--journal FILE] [--full] SCRIPT
+    R"(usage: cad_host [--state FOLDER] [--revision R] [--without QUIRK]... [--journal FILE] [--full]
+                SCRIPT
 
 Runs the commands of SCRIPT ("-": the standard input), one per line, and prints them with the journal of the
 host: its calls of the add-in ("->") and, below each, the add-in's calls of the host. The commands:
@@ -32,6 +33,7 @@ host: its calls of the add-in ("->") and, below each, the add-in's calls of the 
   insert PATH [at X Y Z]   select component NAME|face|nothing [at X Y Z]   components
   property NAME = VALUE [text|number|date|yesno]   quantity NAME = VALUE   properties
   fault TEXT, such as: fault fail the 3rd OpenDoc6 with 80004005
+  quirk NAME on|off       quirks
   answer OK|Cancel|Yes|No|Retry|Abort|Ignore, for the next message box; others stay for the person
   expect enabled|disabled ITEM   expect active NAME|nothing   expect [no] journal TEXT
   expect property NAME = VALUE   expect component NAME revision N|suppressed
@@ -40,13 +42,24 @@ Words with blanks must be in quotes; a quote in such a word is written twice.
 
   --state FOLDER   where command tabs and saved command ids are kept from one run to the next
   --revision R     the host's revision number, 31.0.0 if not given
+  --without QUIRK  switches a quirk of the host off from the start; may be given for several
   --journal FILE   writes the whole journal to FILE
   --full           prints the whole journal, every answer and every expectation; otherwise calls that only
                    ask for something or set one property (put_...), events, answers and expectations
                    that are met are left out, and three or more calls of one method become one line
 
 Exit code: 0; 1 if an expectation failed; 2 if the script could not be run to its end.
+
+The quirks, manners of real hosts, all on:
 )";
+
+std::string Usage() {
+  std::wstring quirks;
+  for (const NamedQuirk& named : Quirks::All()) {
+    quirks += L"  " + std::wstring(named.name) + L"\n      " + named.description + L"\n";
+  }
+  return kUsage + CStringHelper::UnicodeToUTF8(quirks);
+}
 
 struct Arguments {
   HostOptions options;
@@ -56,10 +69,15 @@ struct Arguments {
 };
 
 /// Empty if the arguments are not valid.
+/// @throws HostError if there is no quirk of the given name.
 std::optional<Arguments> Parse(const std::vector<std::wstring>& words) {
   Arguments arguments;
   for (std::size_t place = 0; place < words.size(); ++place) {
     const std::wstring& word = words[place];
+    if (word == L"--without" && place + 1 < words.size()) {
+      arguments.options.quirks.Set(Quirks::Named(words[++place]), false);
+      continue;
+    }
     std::wstring* const value = word == L"--state"      ? &arguments.options.state_folder
                                 : word == L"--revision" ? &arguments.options.revision
                                 : word == L"--journal"  ? &arguments.journal
@@ -106,13 +124,11 @@ int Run(const Arguments& arguments) {
 int wmain(int count, wchar_t** words) {
   SetConsoleOutputCP(CP_UTF8);
   _setmode(_fileno(stdout), _O_BINARY);  // the same bytes on every system
-  const auto arguments = Parse({words + 1, words + count});
-  if (!arguments) {
-    std::cerr << kUsage;
-    return kFailed;
-  }
   try {
-    return Run(*arguments);
+    const auto arguments = Parse({words + 1, words + count});
+    if (arguments) return Run(*arguments);
+    std::cerr << Usage();
+    return kFailed;
   } catch (...) {
     std::cerr << "cad_host: " << CStringHelper::UnicodeToUTF8(TextOfException()) << "\n";
     return kFailed;

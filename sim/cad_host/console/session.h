@@ -60,6 +60,8 @@ class Session {
   void SetProperty(Command& command);
   void SetQuantity(Command& command);
   void Fault(Command& command);
+  void SetQuirk(Command& command);
+  void ShowQuirks(Command& command);
   void Answer(Command& command);
   void ShowProperties(Command& command);
   void ShowComponents(Command& command);

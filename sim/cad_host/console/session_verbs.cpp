@@ -54,6 +54,8 @@ std::span<const Session::Verb> Session::Verbs() {
       {L"property", &Session::SetProperty},
       {L"quantity", &Session::SetQuantity},
       {L"fault", &Session::Fault},
+      {L"quirk", &Session::SetQuirk},
+      {L"quirks", &Session::ShowQuirks},
       {L"answer", &Session::Answer},
       {L"properties", &Session::ShowProperties},
       {L"components", &Session::ShowComponents},
@@ -184,6 +186,23 @@ void Session::SetQuantity(Command& command) {
 
 // fault TEXT
 void Session::Fault(Command& command) { m_host.GetFaults().Add(command.TakeRest()); }
+
+// quirk NAME on|off
+void Session::SetQuirk(Command& command) {
+  const Quirk quirk = Quirks::Named(command.Take(L"the name of a quirk"));
+  const std::wstring state = command.Take(L"on or off");
+  if (state != L"on" && state != L"off") command.Fail(L"\"" + state + L"\" is neither on nor off");
+  command.ExpectEnd();
+  m_host.GetQuirks().Set(quirk, state == L"on");
+}
+
+// quirks
+void Session::ShowQuirks(Command& command) {
+  command.ExpectEnd();
+  for (const NamedQuirk& named : Quirks::All()) {
+    Write(L"    " + std::wstring(named.name) + (m_host.GetQuirks().IsOn(named.quirk) ? L" on" : L" off"));
+  }
+}
 
 // answer BUTTON
 void Session::Answer(Command& command) {

@@ -36,6 +36,13 @@ Components SelectedComponents(const Document& assembly, bool all_instances) {
   return selected;
 }
 
+/// Whether the file `path` has the file name of one of the components.
+bool HasFileNameOf(const Components& components, const std::wstring& path) {
+  return std::any_of(components.begin(), components.end(), [&](const auto& component) {
+    return SameName(FileNameOf(component->record.path), FileNameOf(path));
+  });
+}
+
 void MoveMates(Document& assembly, const std::wstring& from, const std::wstring& to, bool reattach) {
   auto& mates = assembly.model.mates;
   if (!reattach) {
@@ -72,14 +79,12 @@ std::shared_ptr<Component> AddComponent(Documents& documents, Document& assembly
 }
 
 std::wstring ReplaceSelected(Documents& documents, Document& assembly, const Replacement& replacement) {
-  const Replacement full = {FullPath(replacement.path), replacement.all_instances,
-                            replacement.reattach_mates};
+  Replacement full = replacement;
+  full.path = FullPath(replacement.path);
   const Components selected = SelectedComponents(assembly, full.all_instances);
   if (selected.empty()) return L"no component is selected";
-  for (const auto& component : selected) {
-    if (SameName(FileNameOf(component->record.path), FileNameOf(full.path))) {
-      return L"the replacement has the file name of the component: " + full.path;
-    }
+  if (full.refuses_same_name && HasFileNameOf(selected, full.path)) {
+    return L"the replacement has the file name of the component: " + full.path;
   }
   try {
     if (ReadModelFile(full.path).type == swDocDRAWING) {

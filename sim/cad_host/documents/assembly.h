@@ -18,11 +18,11 @@ struct Replacement {
   std::wstring path;
   bool all_instances = true;
   bool reattach_mates = true;
+  bool refuses_same_name = true;  ///< a file with the file name of a replaced one, even in another folder
 };
 
 /// Replaces the selected components, or all instances of their models, by another file.
-/// @return why nothing was replaced; empty on success. A file with the same file name as the replaced one is
-///         refused, even if it is in another folder.
+/// @return why nothing was replaced; empty on success.
 std::wstring ReplaceSelected(Documents& documents, Document& assembly, const Replacement& replacement);
 
 }  // namespace cad_host

@@ -54,7 +54,7 @@ OpenResult Documents::Open(const OpenRequest& request) {
 OpenResult Documents::Load(const OpenRequest& request) {
   try {
     auto document = std::make_shared<Document>();
-    document->hold = m_holds.Hold(request.path);
+    document->hold = Hold(request.path);
     document->model = ReadModelFile(request.path);
     if (document->model.type != request.type) {
       return Refused(swInvalidFileTypeError, request.path, L"its content is of another type than its name");
@@ -87,9 +87,13 @@ void Documents::LoadComponents(Document& document) {
   }
 }
 
+std::shared_ptr<FileHold> Documents::Hold(const std::wstring& path) {
+  return m_quirks.IsOn(Quirk::kHeldFiles) ? m_holds.Hold(path) : nullptr;
+}
+
 void Documents::Resolve(Component& component) {
   Suppress(component);
-  component.hold = m_holds.Hold(component.record.path);
+  component.hold = Hold(component.record.path);
   try {
     component.loaded_revision = ReadModelFile(component.record.path).revision;
   } catch (...) {
@@ -137,7 +141,7 @@ void Documents::Save(Document& document, const std::wstring& path) {
   document.model.revision = model.revision;
   document.path = target;
   document.title = FileNameOf(target);
-  document.hold = m_holds.Hold(target);
+  document.hold = Hold(target);
   document.changed = false;
 }
 

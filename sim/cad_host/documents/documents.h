@@ -7,6 +7,7 @@
 
 #include "cad_host/document.h"
 #include "cad_host/journal.h"
+#include "cad_host/quirks.h"
 #include "document_observer.h"
 #include "files/file_hold.h"
 
@@ -28,8 +29,9 @@ struct OpenResult {
 /// The active document is the last of the list: closing it makes the one before it active.
 class Documents {
  public:
-  /// `journal` and `observer` must outlive the object.
-  Documents(Journal& journal, DocumentObserver& observer) : m_journal(journal), m_observer(observer) {}
+  /// The arguments must outlive the object.
+  Documents(Journal& journal, const Quirks& quirks, DocumentObserver& observer)
+      : m_journal(journal), m_quirks(quirks), m_observer(observer) {}
 
   /// Opens a file and makes its document the active one; type, name and content must agree. If the document
   /// is open already, it is returned unchanged.
@@ -58,7 +60,11 @@ class Documents {
   OpenResult Load(const OpenRequest& request);
   void LoadComponents(Document& document);
 
+  /// Keeps the file open; null if this host does not.
+  std::shared_ptr<FileHold> Hold(const std::wstring& path);
+
   Journal& m_journal;
+  const Quirks& m_quirks;
   DocumentObserver& m_observer;
   FileHolds m_holds;
   std::vector<std::shared_ptr<Document>> m_open;

@@ -12,12 +12,12 @@ namespace cad_host {
 
 class FileHold;
 
-/// One instance in an open assembly. While it is not suppressed it keeps its file open: the file can be
-/// read, but not written, moved or deleted.
+/// One instance in an open assembly. While it is not suppressed it keeps its file open, unless the host has
+/// Quirk::kHeldFiles off: the file can be read, but not written, moved or deleted.
 struct Component {
   ComponentRecord record;
-  long loaded_revision = 0;  ///< of the file when it was last loaded
-  std::shared_ptr<FileHold> hold;
+  long loaded_revision = 0;        ///< of the file when it was last loaded
+  std::shared_ptr<FileHold> hold;  ///< null while the file is not kept open
 
   bool IsSuppressed() const { return record.suppression == swComponentSuppressed; }
 };

@@ -27,6 +27,7 @@
 #include "cad_host/faults.h"
 #include "cad_host/host_error.h"
 #include "cad_host/journal.h"
+#include "cad_host/quirks.h"
 #include "host/application.h"
 
 namespace cad_host {
@@ -36,6 +37,7 @@ struct HostState;
 struct HostOptions {
   std::wstring state_folder = {};  ///< for tabs and command ids; created if missing; empty: not stored
   std::wstring revision = L"31.0.0";
+  Quirks quirks = {};
 };
 
 /// An object of the host that is still held from outside.
@@ -58,6 +60,7 @@ class Host {
 
   Journal& GetJournal();
   Faults& GetFaults();
+  Quirks& GetQuirks();
 
   /// The application object, with a reference that counts as held from outside.
   ISldWorksPtr Application();

@@ -142,6 +142,21 @@ const StatusCase kStatuses[] = {{"Disabled", 0, false},
 
 INSTANTIATE_TEST_SUITE_P(, StatusTest, testing::ValuesIn(kStatuses), CaseName<StatusCase>);
 
+/// An enable method that can store its number and return another one.
+TEST_F(AddInsTest, OffersTheEnableMethodAnArgumentUnlessTheQuirkIsOff) {
+  AddIn& add_in = Connect();
+  m_addIn.methods[L"MayRun"] = [](DISPPARAMS& arguments, VARIANT* result, EXCEPINFO*) {
+    if (arguments.cArgs > 0) *arguments.rgvarg[0].plVal = 0;
+    result->vt = VT_I4;
+    result->lVal = 1;
+    return S_OK;
+  };
+  EXPECT_FALSE(Host().IsEnabled(add_in, L"Item"));
+  Host().GetQuirks().Set(cad_host::Quirk::kEnableArgument, false);
+  EXPECT_TRUE(Host().IsEnabled(add_in, L"Item"));
+  Host().Disconnect(add_in);
+}
+
 TEST_F(AddInsTest, AnItemIsDisabledIfItsEnableMethodFails) {
   AddIn& add_in = Connect();
   m_addIn.methods[L"MayRun"] = [](DISPPARAMS&, VARIANT*, EXCEPINFO*) { return E_FAIL; };

@@ -215,6 +215,7 @@ TEST_F(CommandsTest, TabNamesAreNotUniqueAndTheFirstIsFound) {
 }
 
 TEST_F(CommandsTest, RemovesATabAndIgnoresNull) {
+  Host().GetQuirks().Set(cad_host::Quirk::kFalseTabRemoval, false);
   const ICommandTabPtr first = AddTab(swDocPART, L"Tab");
   const ICommandTabPtr second = AddTab(swDocPART, L"Tab");
   VARIANT_BOOL removed = VARIANT_FALSE;

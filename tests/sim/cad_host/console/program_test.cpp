@@ -1,6 +1,7 @@
 // The console program, run as a process.
 #include <windows.h>
 
+#include "CStringHelper.h"
 #include "base/unique_handle.h"
 #include "host_fixture.h"
 
@@ -123,6 +124,30 @@ TEST_F(ProgramTest, PrintsItsUsageIfTheArgumentsAreNotValid) {
     const Finished finished = Start(arguments);
     EXPECT_EQ(finished.exit_code, 2u);
     EXPECT_TRUE(finished.errors.starts_with("usage: cad_host ")) << finished.errors;
+  }
+}
+
+TEST_F(ProgramTest, SwitchesQuirksOffFromTheStart) {
+  const Finished finished = RunScript(L"quirks\n", L"--without held-files --without equal-tab-names");
+  EXPECT_EQ(finished.exit_code, 0u) << finished.errors;
+  EXPECT_NE(finished.output.find("equal-tab-names off"), std::string::npos) << finished.output;
+  EXPECT_NE(finished.output.find("held-files off"), std::string::npos);
+  EXPECT_NE(finished.output.find("caller-arrays on"), std::string::npos);
+}
+
+TEST_F(ProgramTest, RefusesAnUnknownQuirkWithTheKnownOnes) {
+  const Finished finished = RunScript(L"quirks\n", L"--without tabs");
+  EXPECT_EQ(finished.exit_code, 2u);
+  EXPECT_NE(finished.errors.find("cad_host: no quirk \"tabs\"; there are caller-arrays, "), std::string::npos)
+      << finished.errors;
+}
+
+TEST_F(ProgramTest, ListsTheQuirksInItsUsage) {
+  const Finished finished = Start(L"--help");
+  for (const auto& quirk : cad_host::Quirks::All()) {
+    for (const wchar_t* const text : {quirk.name, quirk.description}) {
+      EXPECT_NE(finished.errors.find(CStringHelper::UnicodeToUTF8(text)), std::string::npos);
+    }
   }
 }
 

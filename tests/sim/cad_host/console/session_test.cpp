@@ -225,6 +225,11 @@ TEST_P(BadLineTest, FailsWithFileLineAndReason) {
 
 const BadLine kBadLines[] = {
     {"UnknownCommand", L"frobnicate", L"unknown command \"frobnicate\""},
+    {"UnknownQuirk", L"quirk tabs off",
+     L"no quirk \"tabs\"; there are caller-arrays, enable-argument, equal-tab-names, false-tab-removal, "
+     L"held-files, same-name-refused, silent-open-failure"},
+    {"UnknownStateOfAQuirk", L"quirk held-files of", L"\"of\" is neither on nor off"},
+    {"MissingStateOfAQuirk", L"quirk held-files", L"on or off is missing"},
     {"UnknownExpectation", L"expect miracles", L"unknown command \"miracles\""},
     {"MissingWord", L"open", L"a path is missing"},
     {"ExtraWord", L"open a b", L"\"b\" is one word too many"},
@@ -249,6 +254,15 @@ const BadLine kBadLines[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(, BadLineTest, testing::ValuesIn(kBadLines), CaseName<BadLine>);
+
+TEST_F(SessionTest, SwitchesQuirksByNameAndListsThem) {
+  Run(L"quirk held-files off");
+  EXPECT_FALSE(Host().GetQuirks().IsOn(cad_host::Quirk::kHeldFiles));
+  Run(L"quirks");
+  EXPECT_TRUE(Shows(L"    held-files off\n    same-name-refused on\n"));
+  Run(L"quirk held-files on");
+  EXPECT_TRUE(Host().GetQuirks().IsOn(cad_host::Quirk::kHeldFiles));
+}
 
 struct Exception {
   const char* name;

@@ -123,8 +123,8 @@ TEST_P(ImportDocument, DoesNothingIfTheDocumentWasNeverSaved) {
 
 TEST_P(ImportDocument, DoesNothingIfTheFileIsMissing) {
   ConnectAndLogIn();
+  m_host->GetQuirks().Set(cad_host::Quirk::kHeldFiles, false);
   const auto document = m_host->Open(MakeModel(L"a.sldprt"));
-  document->hold = nullptr;
   ASSERT_TRUE(DeleteFileW(document->path.c_str()));
   PickWithoutEffect();
 }

@@ -67,12 +67,10 @@ TEST_F(BlockedFile, CannotBeReplacedByACopyIfAnotherProgramHasItOpen) {
 }
 
 TEST_F(BlockedFile, OfTheComponentIsNotMovedIfAnotherProgramHasItOpen) {
+  m_host->GetQuirks().Set(cad_host::Quirk::kHeldFiles, false);
   Assemble(L"prj\\A.sldprt");
   std::optional<FileHeldElsewhere> held;
-  m_host->GetFaults().Before(L"IComponent2::SetSuppression2", 1, [&] {
-    m_component->hold = nullptr;
-    held.emplace(At(L"prj\\A.sldprt"));
-  });
+  m_host->GetFaults().Before(L"IComponent2::SetSuppression2", 1, [&] { held.emplace(At(L"prj\\A.sldprt")); });
   CoverExpectingBox(At(L"dl\\A.sldprt"), shown::kReplacementFailed);
   held.reset();
   EXPECT_EQ(m_home.LogLines(), (Texts{NotMoved(L"prj\\A.sldprt", L"dl\\temp\\A.sldprt", 32),

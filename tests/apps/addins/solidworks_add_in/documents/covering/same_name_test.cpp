@@ -61,11 +61,10 @@ TEST_F(SameName, IsComparedWithoutRegardToCase) {
 }
 
 TEST_F(SameName, IsCopiedWithoutABackupIfTheComponentsFileIsMissing) {
+  m_host->GetQuirks().Set(cad_host::Quirk::kHeldFiles, false);
   Assemble(L"prj\\A.sldprt");
-  m_host->GetFaults().Before(L"IComponent2::SetSuppression2", 1, [this] {
-    m_component->hold = nullptr;
-    DeleteFileW(At(L"prj\\A.sldprt").c_str());
-  });
+  m_host->GetFaults().Before(L"IComponent2::SetSuppression2", 1,
+                             [this] { DeleteFileW(At(L"prj\\A.sldprt").c_str()); });
   EXPECT_EQ(Cover({m_download}).result, S_OK);
   EXPECT_SAME_ENTRIES(Files(), Texts{L"dl\\A.sldprt = new", L"dl\\temp\\", L"prj\\A.sldprt = new"});
   EXPECT_EQ(m_home.LogLines(), Texts{});
@@ -93,8 +92,8 @@ TEST_F(SameName, IsExchangedEvenIfResolvingFails) {
 }
 
 TEST_F(SameName, AcceptsAnySuccessCodeOfTheSuppression) {
+  m_host->GetQuirks().Set(cad_host::Quirk::kHeldFiles, false);
   Assemble(L"prj\\A.sldprt");
-  m_component->hold = nullptr;
   m_host->GetFaults().ReturnFalse(L"IComponent2::SetSuppression2", 1);
   m_host->GetFaults().ReturnFalse(L"IComponent2::SetSuppression2", 2);
   EXPECT_EQ(Cover({m_download}).result, S_OK);
