@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "CStringHelper.h"
 #include "base/file_attributes.h"
 #include "base/system_path.h"
 #include "cad_host/host_error.h"
@@ -74,13 +75,14 @@ OpenResult Documents::Load(const OpenRequest& request) {
 }
 
 void Documents::LoadComponents(Document& document) {
+  Revisions known;  // many components may share a file
   for (ComponentRecord& record : std::exchange(document.model.components, {})) {
     auto component = std::make_shared<Component>();
     component->record = std::move(record);
     document.components.push_back(component);
     if (component->IsSuppressed()) continue;
     try {
-      Resolve(*component);
+      Resolve(*component, known);
     } catch (const HostError& error) {
       m_journal.Note(component->record.name + L" comes up suppressed: " + error.Message());
     }
@@ -92,10 +94,20 @@ std::shared_ptr<FileHold> Documents::Hold(const std::wstring& path) {
 }
 
 void Documents::Resolve(Component& component) {
+  Revisions known;
+  Resolve(component, known);
+}
+
+void Documents::Resolve(Component& component, Revisions& known) {
   Suppress(component);
   component.hold = Hold(component.record.path);
   try {
-    component.loaded_revision = ReadModelFile(component.record.path).revision;
+    const std::wstring key = CStringHelper::ToLower(component.record.path);
+    auto revision = known.find(key);
+    if (revision == known.end()) {
+      revision = known.emplace(key, ReadModelFile(component.record.path).revision).first;
+    }
+    component.loaded_revision = revision->second;
   } catch (...) {
     component.hold = nullptr;
     throw;

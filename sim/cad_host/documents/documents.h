@@ -1,6 +1,7 @@
 /// @file The documents that are open in the host.
 #pragma once
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -57,8 +58,14 @@ class Documents {
   static void Suppress(Component& component);
 
  private:
+  // By lower-case path.
+  using Revisions = std::map<std::wstring, long>;
+
   OpenResult Load(const OpenRequest& request);
   void LoadComponents(Document& document);
+
+  /// Like the public one; a file whose revision is in `known` is not read again.
+  void Resolve(Component& component, Revisions& known);
 
   /// Keeps the file open; null if this host does not.
   std::shared_ptr<FileHold> Hold(const std::wstring& path);
