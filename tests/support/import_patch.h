@@ -1,4 +1,4 @@
-/// @file Replacing a system function that a loaded module calls.
+/// @file The system functions that a loaded module imports, and replacing one of them.
 #pragma once
 
 #include <windows.h>
@@ -6,6 +6,26 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+
+/// Calls `visit` for each function that `module` imports by name, with the name of the library, the name of
+/// the function and the place of its address.
+template <class Visit>
+void ForEachImport(HMODULE module, Visit&& visit) {
+  auto* const base = reinterpret_cast<char*>(module);
+  const auto* headers =
+      reinterpret_cast<IMAGE_NT_HEADERS*>(base + reinterpret_cast<IMAGE_DOS_HEADER*>(base)->e_lfanew);
+  const auto& directory = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+  for (const auto* library = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(base + directory.VirtualAddress);
+       library->FirstThunk; ++library) {
+    const auto* name = reinterpret_cast<IMAGE_THUNK_DATA*>(base + library->OriginalFirstThunk);
+    auto* entry = reinterpret_cast<IMAGE_THUNK_DATA*>(base + library->FirstThunk);
+    for (; name->u1.AddressOfData; ++name, ++entry) {
+      if (IMAGE_SNAP_BY_ORDINAL(name->u1.Ordinal)) continue;
+      const auto* const function = reinterpret_cast<IMAGE_IMPORT_BY_NAME*>(base + name->u1.AddressOfData);
+      visit(std::string_view(base + library->Name), std::string_view(function->Name), &entry->u1.Function);
+    }
+  }
+}
 
 /// For the life of the object, a module that imports a function by name calls a replacement instead. Other
 /// modules still call the function itself.
@@ -27,27 +47,13 @@ class ImportPatch {
   ULONGLONG Original() const { return m_original; }
 
  private:
-  template <class T>
-  static T* At(HMODULE module, ULONGLONG offset) {
-    return reinterpret_cast<T*>(reinterpret_cast<char*>(module) + offset);
-  }
-
   static ULONGLONG* Find(HMODULE module, std::string_view function) {
-    const auto* headers =
-        At<IMAGE_NT_HEADERS>(module, static_cast<ULONGLONG>(At<IMAGE_DOS_HEADER>(module, 0)->e_lfanew));
-    const auto& directory = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-    for (const auto* library = At<IMAGE_IMPORT_DESCRIPTOR>(module, directory.VirtualAddress);
-         library->FirstThunk; ++library) {
-      const auto* name = At<IMAGE_THUNK_DATA>(module, library->OriginalFirstThunk);
-      auto* entry = At<IMAGE_THUNK_DATA>(module, library->FirstThunk);
-      for (; name->u1.AddressOfData; ++name, ++entry) {
-        if (IMAGE_SNAP_BY_ORDINAL(name->u1.Ordinal)) continue;
-        if (function == At<IMAGE_IMPORT_BY_NAME>(module, name->u1.AddressOfData)->Name) {
-          return &entry->u1.Function;
-        }
-      }
-    }
-    throw std::runtime_error("not imported: " + std::string(function));
+    ULONGLONG* found = nullptr;
+    ForEachImport(module, [&](std::string_view, std::string_view name, ULONGLONG* entry) {
+      if (!found && name == function) found = entry;
+    });
+    if (!found) throw std::runtime_error("not imported: " + std::string(function));
+    return found;
   }
 
   void Put(ULONGLONG function) const {

@@ -2,15 +2,13 @@
 
 #include <windows.h>
 
-#include <tlhelp32.h>
-
 #include <future>
 #include <memory>
 #include <thread>
 
-#include "base/unique_handle.h"
 #include "handle_count.h"
 #include "log_folder.h"
+#include "thread_count.h"
 
 namespace {
 struct LibraryFreer {
@@ -39,17 +37,6 @@ class LogModule {
   std::unique_ptr<void, LibraryFreer> m_library;
 };
 
-int CountThreads() {
-  const UniqueHandle snapshot = OwnHandle(CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0));
-  THREADENTRY32 entry{};
-  entry.dwSize = sizeof entry;
-  int count = 0;
-  for (BOOL more = Thread32First(snapshot.get(), &entry); more; more = Thread32Next(snapshot.get(), &entry)) {
-    if (entry.th32OwnerProcessID == GetCurrentProcessId()) ++count;
-  }
-  return count;
-}
-
 void LoadLogAndUnload(const LogFolder& log, const wchar_t* message = L"text") {
   const LogModule module;
   EXPECT_TRUE(module.Start(log.Folder()));
@@ -71,7 +58,7 @@ TEST(ModuleThatLogs, UnloadsAHundredTimesWithoutLeakingAThreadOrAHandle) {
   LoadLogAndUnload(built_in);
   LoadLogAndUnload(plain_file);
   const std::size_t handles = HandleCount();
-  const int threads = CountThreads();
+  const int threads = ThreadCount();
 
   for (int round = 1; round < 100; ++round) {
     LoadLogAndUnload(built_in);
@@ -79,7 +66,7 @@ TEST(ModuleThatLogs, UnloadsAHundredTimesWithoutLeakingAThreadOrAHandle) {
   }
   EXPECT_EQ(GetModuleHandleW(L"log_module.dll"), nullptr);
   EXPECT_LE(HandleCount(), handles + 2 * 99 * kHandlesOfTheThreadLibrary);
-  EXPECT_LE(CountThreads(), threads);
+  EXPECT_LE(ThreadCount(), threads);
   EXPECT_EQ(built_in.Lines().size(), 100u);
   EXPECT_EQ(plain_file.Lines().size(), 100u);
 }

@@ -2,8 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "add_in_fixture.h"
-#include "handle_count.h"
-#include "heap_blocks.h"
 #include "list_difference.h"
 #include "log_line.h"
 #include "views.h"
@@ -229,24 +227,6 @@ TEST_F(Connection, ReturnsInvalidPointerForANullHost) {
 TEST_F(Connection, FailsEvenIfTheHostDoesNotAskWhetherItIsConnected) {
   EXPECT_EQ(CreateAddIn()->ConnectToSW(nullptr, 1, nullptr), E_POINTER);
   EXPECT_NE(PlatformError(), L"");
-}
-
-TEST_F(Connection, LeaksNothingOverHundredsOfRepetitions) {
-  const auto rounds = [this](int count) {
-    for (int round = 0; round < count; ++round) {
-      Connect();
-      ASSERT_TRUE(Disconnect());
-      m_host->GetJournal().Clear();
-    }
-  };
-  rounds(20);
-  const auto handles_before = HandleCount();
-  const auto blocks_before = HeapBlockCount();
-  rounds(200);
-  EXPECT_LE(HandleCount(), handles_before);
-  EXPECT_LT(HeapBlockCount(), blocks_before + 200) << "a connection leaks memory";
-  EXPECT_EQ(m_host->Groups().size(), 0u);
-  EXPECT_EQ(m_host->Tabs().size(), 3u);
 }
 
 }  // namespace

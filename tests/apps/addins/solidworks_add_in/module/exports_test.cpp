@@ -11,6 +11,7 @@
 #include "add_in_dll.h"
 #include "base/com_pointers.h"
 #include "host/application.h"
+#include "import_patch.h"
 #include "list_difference.h"
 #include "solidworks_add_in_h.h"
 
@@ -88,6 +89,22 @@ TEST_F(Exports, BelongToA64BitDllThatImportsOnlySystemDlls) {
     for (char& c : name) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     EXPECT_TRUE(system.contains(name)) << name;
   }
+}
+
+/// The counters of GDI and USER objects do not see every kind, such as timers. So a function that is new here
+/// must be looked at: what does it make, and who sees that it is destroyed?
+TEST_F(Exports, BelongToADllThatImportsNoFunctionThatMakesAGuiObject) {
+  const std::set<std::string_view> known = {
+      "AllowSetForegroundWindow",    "DispatchMessageW", "GetActiveWindow", "GetQueueStatus", "MessageBoxW",
+      "MsgWaitForMultipleObjectsEx", "PeekMessageW",     "PostMessageW",    "PostQuitMessage"};
+  std::set<std::string_view> imported;
+  ForEachImport(m_dll.Handle(), [&](std::string_view library, std::string_view function, const ULONGLONG*) {
+    const std::string name(library);
+    if (_stricmp(name.c_str(), "user32.dll") == 0 || _stricmp(name.c_str(), "gdi32.dll") == 0) {
+      imported.insert(function);
+    }
+  });
+  EXPECT_EQ(imported, known);
 }
 
 TEST_F(Exports, ClassObjectOfAnUnknownClassIsNotAvailable) {
