@@ -44,6 +44,15 @@ TEST_F(Login, DisablesItselfAndEnablesAllOtherCommands) {
   EXPECT_EQ(AddInLog(), Texts{});
 }
 
+/// A host without the quirk calls the enable methods without an argument.
+TEST_F(Login, DisablesItselfAlsoWhereOnlyTheResultOfAnEnableMethodCounts) {
+  m_host->GetQuirks().Set(cad_host::Quirk::kEnableArgument, false);
+  Connect();
+  EXPECT_EQ(Pick(L"PlmLogin").result, S_OK);
+  EXPECT_FALSE(m_host->IsEnabled(*m_addIn, L"PlmLogin"));
+  EXPECT_TRUE(m_host->IsEnabled(*m_addIn, L"PlmLogOut"));
+}
+
 TEST_F(Login, EndsWithALogout) {
   ConnectAndLogIn();
   EXPECT_EQ(Pick(L"PlmLogOut").result, S_OK);

@@ -83,6 +83,19 @@ TEST_P(OpenFile, LogsAndShowsAFileThatCannotBeOpenedAndContinues) {
   EXPECT_EQ(m_host->ActiveDocument()->path, part);
 }
 
+/// A host tells in two ways that it cannot open a file; both are a failure.
+TEST_P(OpenFile, LogsAndShowsEachOfSeveralFilesThatCannotBeOpened) {
+  ConnectAndLogIn();
+  const std::wstring first = m_folder.Path(L"first.sldprt");
+  const std::wstring second = m_folder.Path(L"second.sldprt");
+  m_boxes->Expect(IDOK);
+  m_boxes->Expect(IDOK);
+  PickWith({first, second});
+  EXPECT_EQ(AddInLog(), (Texts{FailedLine(first, S_OK), FailedLine(second, E_FAIL)}));
+  ASSERT_EQ(m_boxes->Boxes().size(), 2u);
+  EXPECT_EQ(m_boxes->Boxes()[1].text, shown::OpenFailed(second));
+}
+
 TEST_P(OpenFile, LogsTheHostsErrorCode) {
   ConnectAndLogIn();
   const std::wstring part = MakeModel(L"x.sldprt");
