@@ -108,11 +108,24 @@ use_rapidjson() {
   cp -ru /usr/include/rapidjson "build/deps/$1/include/"
 }
 
+# use_title_bar_font: the font with the signs on the buttons of title bars. It is taken out of Wine's package of
+# fonts. The package is not installed: its Tahoma would take the place of one in which texts look better.
+use_title_bar_font() {
+  local folder="$root/build/deps/fonts"
+  [ -e "$folder/marlett.ttf" ] && return
+  mkdir -p "$folder/download"
+  (cd "$folder/download" && apt-get download -qq -o APT::Sandbox::User= fonts-wine)
+  dpkg-deb --fsys-tarfile "$folder"/download/fonts-wine_*.deb |
+    tar -xO ./usr/share/wine/fonts/marlett.ttf >"$folder/download/marlett.ttf"
+  mv "$folder/download/marlett.ttf" "$folder/marlett.ttf"
+}
+
 # setup_product: what the add-in and the simulators are built from and run with.
 setup_product() {
   install_packages "${product_packages[@]}"
   use_rapidjson windows
   use_libstdcxx
+  use_title_bar_font
   # No thread pool: a DLL that joins threads while it unloads deadlocks. With wide file names: a log folder
   # may lie below a user's name in any script, and MinGW's streams take such names although the library
   # believes it of another compiler's only. For size: writing a line costs calls of the system, not computing.
