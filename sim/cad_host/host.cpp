@@ -43,6 +43,8 @@ Host::~Host() {
   }
 }
 
+const std::wstring& Host::Revision() const { return m_state->revision; }
+
 Journal& Host::GetJournal() { return m_state->services->journal; }
 
 Faults& Host::GetFaults() { return m_state->services->faults; }
@@ -102,6 +104,16 @@ std::shared_ptr<Component> Host::AddComponent(Document& assembly, const std::wst
   return cad_host::AddComponent(m_state->documents, assembly, path, position);
 }
 
+void Host::Resolve(Document& assembly, Component& component) {
+  assembly.changed = true;
+  m_state->documents.Resolve(component);
+}
+
+void Host::Suppress(Document& assembly, Component& component) {
+  assembly.changed = true;
+  Documents::Suppress(component);
+}
+
 std::vector<AddInEntry> Host::RegisteredAddIns() { return AddIns::Registered(); }
 
 AddIn& Host::Connect(const std::wstring& title_or_clsid) {
@@ -137,8 +149,8 @@ const CommandItem& Host::FindItem(const AddIn& add_in, const std::wstring& name)
   throw HostError(add_in.entry.title + L" has no item \"" + name + L"\"");
 }
 
-bool Host::IsEnabled(AddIn& add_in, const std::wstring& item) {
-  return m_state->add_ins.IsEnabled(add_in, FindItem(add_in, item).enable_method);
+ItemState Host::StateOf(AddIn& add_in, const std::wstring& item) {
+  return m_state->add_ins.StateOf(add_in, FindItem(add_in, item).enable_method);
 }
 
 PickResult Host::Pick(AddIn& add_in, const std::wstring& item) {

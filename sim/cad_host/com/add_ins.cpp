@@ -57,8 +57,10 @@ HRESULT InvokeMethod(IDispatch* object, DISPID id, DISPPARAMS parameters, VARIAN
                         &bad_argument);
 }
 
-// The number of an enable method says whether the item is enabled and whether it is pressed.
-bool MeansEnabled(long status) { return status == 1 || status == 3; }
+/// What the number of an enable method means.
+ItemState Meaning(long status) {
+  return {.enabled = status == 1 || status == 3, .pressed = status == 2 || status == 3};
+}
 
 // The number before the call; it stays if the enable method does not store one.
 constexpr long kNoStatus = LONG_MIN;
@@ -137,22 +139,21 @@ AddIn* AddIns::Find(long cookie) const {
   return found == m_addIns.end() ? nullptr : found->get();
 }
 
-bool AddIns::IsEnabled(AddIn& add_in, const std::wstring& method) {
-  if (method.empty()) return true;
+ItemState AddIns::StateOf(AddIn& add_in, const std::wstring& method) {
+  if (method.empty()) return {};
   DISPID id = DISPID_UNKNOWN;
   const HRESULT resolved = ResolveName(add_in.callbacks, method, id);
   if (FAILED(resolved)) {
     m_services->journal.Note(L"enable method " + method + L" not found: " + ResultText(resolved));
-    return true;
+    return {};
   }
   OutgoingCall call(m_services->journal, method, L"");
   long status = kNoStatus;
   ExceptionDetails exception;
   const bool with_argument = m_services->quirks.IsOn(Quirk::kEnableArgument);
   const HRESULT result = AskStatus(add_in.callbacks, id, with_argument, status, exception);
-  const bool enabled = SUCCEEDED(result) && MeansEnabled(status);
   call.End(result, result == DISP_E_EXCEPTION ? DetailsOf(exception) : std::to_wstring(status));
-  return enabled;
+  return SUCCEEDED(result) ? Meaning(status) : ItemState{.enabled = false};
 }
 
 PickResult AddIns::Call(AddIn& add_in, const std::wstring& method) {

@@ -30,8 +30,8 @@ class AddIns {
   AddIn* Find(long cookie) const;
   const std::vector<std::unique_ptr<AddIn>>& All() const { return m_addIns; }
 
-  /// Calls an enable method by name. True if the name is empty or the add-in has no such method.
-  bool IsEnabled(AddIn& add_in, const std::wstring& method);
+  /// Calls an enable method by name. Enabled if the name is empty or the add-in has no such method.
+  ItemState StateOf(AddIn& add_in, const std::wstring& method);
 
   /// Calls a callback by name.
   PickResult Call(AddIn& add_in, const std::wstring& method);

@@ -3,7 +3,9 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cstring>
 #include <fstream>
+#include <iterator>
 #include <utility>
 
 namespace cad_host {
@@ -96,17 +98,21 @@ bool CommandInterface::RemoveTab(const std::shared_ptr<CommandTab>& tab) {
 }
 
 IconList CommandInterface::ReadIcons(const std::wstring& path) {
-  IconList icons{.path = path};
+  IconList icons;
+  icons.path = path;
   std::ifstream file(path.c_str(), std::ios::binary);
+  std::string bytes{std::istreambuf_iterator<char>(file), {}};
   BITMAPFILEHEADER header{};
   BITMAPINFOHEADER info{};
-  file.read(reinterpret_cast<char*>(&header), sizeof header);
-  file.read(reinterpret_cast<char*>(&info), sizeof info);
+  if (bytes.size() < sizeof header + sizeof info) return icons;
+  std::memcpy(&header, bytes.data(), sizeof header);
+  std::memcpy(&info, bytes.data() + sizeof header, sizeof info);
   constexpr WORD kBitmapMark = 0x4d42;  // "BM"
-  icons.is_bitmap = file && header.bfType == kBitmapMark && info.biSize >= sizeof info;
+  icons.is_bitmap = header.bfType == kBitmapMark && info.biSize >= sizeof info;
   if (icons.is_bitmap) {
     icons.width = info.biWidth;
     icons.height = info.biHeight;
+    icons.file = std::move(bytes);
   }
   return icons;
 }

@@ -8,12 +8,13 @@
 
 namespace cad_host {
 
-/// An icon list as it was when the host read it.
+/// An icon list as it was when the host read it: add-ins delete the file afterwards.
 struct IconList {
   std::wstring path;
   bool is_bitmap = false;  ///< the file existed and was a bitmap
   long width = 0;          ///< in pixels
   long height = 0;
+  std::string file = {};  ///< the bytes of the bitmap's file
 };
 
 struct CommandItem {
@@ -26,6 +27,13 @@ struct CommandItem {
   std::wstring enable_method;
   long user_id = 0;
   long command_id = 0;  ///< 0 until the group is activated
+};
+
+/// How an item is shown.
+struct ItemState {
+  bool enabled = true;   ///< false: greyed out
+  bool pressed = false;  ///< with a check mark, or as a button that is down
+  bool operator==(const ItemState&) const = default;
 };
 
 /// A menu and toolbar of one add-in. It stays until it is removed, even after its add-in has disconnected.

@@ -58,6 +58,9 @@ class Host {
   /// from every call.
   ~Host();
 
+  /// The host's revision number, as in HostOptions.
+  const std::wstring& Revision() const;
+
   Journal& GetJournal();
   Faults& GetFaults();
   Quirks& GetQuirks();
@@ -110,6 +113,13 @@ class Host {
   std::shared_ptr<Component> AddComponent(Document& assembly, const std::wstring& path,
                                           const Point& position = {});
 
+  /// Loads the file of the component, as it is now, and shows it.
+  /// @throws HostError naming the file if it cannot be loaded; then the component is suppressed.
+  void Resolve(Document& assembly, Component& component);
+
+  /// Hides the component and closes its file.
+  void Suppress(Document& assembly, Component& component);
+
   // Add-ins.
 
   /// The add-ins in the registry.
@@ -145,7 +155,8 @@ class Host {
   const CommandItem& FindItem(const AddIn& add_in, const std::wstring& name) const;
 
   /// Calls the item's enable method. An item without an enable method is enabled.
-  bool IsEnabled(AddIn& add_in, const std::wstring& item);
+  ItemState StateOf(AddIn& add_in, const std::wstring& item);
+  bool IsEnabled(AddIn& add_in, const std::wstring& item) { return StateOf(add_in, item).enabled; }
 
   /// Does what the person's click does: calls the enable method and, if the item is enabled, the callback.
   PickResult Pick(AddIn& add_in, const std::wstring& item);

@@ -197,6 +197,8 @@ TEST_F(CommandsTest, ReadsTheIconFilesWhenTheyAreSet) {
   EXPECT_TRUE(shown.large_icons.is_bitmap);
   EXPECT_EQ(shown.large_icons.width, 32);
   EXPECT_EQ(shown.large_icons.height, 16);
+  m_folder.Write(L"icons.bmp", "deleted");
+  EXPECT_EQ(shown.large_icons.file, bitmap) << "what was in the file when it was set";
   EXPECT_FALSE(shown.small_icons.is_bitmap);
   EXPECT_TRUE(Journal().Contains(L"note: not a bitmap: \"" + bad));
   CComBSTR path;
