@@ -28,10 +28,12 @@ constexpr const char* kUsage =
 
 Runs the commands of SCRIPT ("-": the standard input), one per line, and prints them with the journal of the
 host: its calls of the add-in ("->") and, below each, the add-in's calls of the host. The commands:
-  connect [TITLE|CLSID]   disconnect   pick ITEM   items   tabs
+  connect [TITLE|CLSID]   disconnect [TITLE|CLSID]   pick ITEM [of TITLE|CLSID]   items   tabs
   open PATH   new part|assembly|drawing   save [PATH]   activate NAME   close NAME
   insert PATH [at X Y Z]   select component NAME|face|nothing [at X Y Z]   components
-  property NAME = VALUE [text|number|date|yesno]   quantity NAME = VALUE   properties
+  suppress NAME   unsuppress NAME
+  property NAME = VALUE [text|number|date|yesno]   remove property NAME   properties
+  quantity NAME = VALUE
   fault TEXT, such as: fault fail the 3rd OpenDoc6 with 80004005
   quirk NAME on|off       quirks
   answer OK|Cancel|Yes|No|Retry|Abort|Ignore, for the next message box; others stay for the person

@@ -1,7 +1,9 @@
 #include "script.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
+#include <charconv>
 #include <cmath>
 #include <cwchar>
 #include <fstream>
@@ -24,6 +26,23 @@ std::string ReadAll(const std::wstring& path) {
   std::ifstream file(path.c_str(), std::ios::binary);
   if (!file) throw HostError(L"cannot read the script " + path);
   return {std::istreambuf_iterator<char>(file), {}};
+}
+
+bool NeedsQuotes(const std::wstring& word) {
+  return word.empty() || word.starts_with(L'#') || word.starts_with(L'"') ||
+         word.find_first_of(L" \t\r\n") != std::wstring::npos;
+}
+
+std::wstring Quoted(const std::wstring& word) {
+  if (word.find_first_of(L"\r\n") != std::wstring::npos) {
+    throw HostError(L"\"" + word + L"\" has a line break, which a session script cannot have");
+  }
+  std::wstring quoted = L"\"";
+  for (const wchar_t character : word) {
+    if (character == L'"') quoted += L'"';
+    quoted += character;
+  }
+  return quoted + L'"';
 }
 
 }  // namespace
@@ -102,6 +121,21 @@ std::wstring Command::TakeRest() {
 
 void Command::ExpectEnd() const {
   if (!AtEnd()) Fail(L"\"" + m_words[m_next].text + L"\" is one word too many");
+}
+
+std::wstring ScriptLine(const std::vector<std::wstring>& words) {
+  std::wstring line;
+  for (const std::wstring& word : words) {
+    if (!line.empty()) line += L' ';
+    line += NeedsQuotes(word) ? Quoted(word) : word;
+  }
+  return line;
+}
+
+std::wstring ScriptNumber(double number) {
+  std::array<char, 32> digits{};
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+  return {digits.data(), end};
 }
 
 std::vector<Command> ReadScript(const std::wstring& path) {

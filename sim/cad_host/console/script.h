@@ -57,6 +57,13 @@ class Command {
   std::size_t m_next = 0;
 };
 
+/// A line of a script with these words, each in quotes if it needs them.
+/// @throws HostError quoting the word if it has a line break, which no script can express.
+std::wstring ScriptLine(const std::vector<std::wstring>& words);
+
+/// `number` as a word of a script, with as many digits as it takes to read the same number again.
+std::wstring ScriptNumber(double number);
+
 /// The commands of a script file in UTF-8; "-" is the standard input.
 /// @throws HostError naming the file if it cannot be read, or the line if a quote does not end.
 std::vector<Command> ReadScript(const std::wstring& path);

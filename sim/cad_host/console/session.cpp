@@ -43,6 +43,7 @@ void Session::Run(Command& command) {
   if (!silent && !command.Text().starts_with(kPrint)) Write(L"> " + command.Text());
   const Handler handler = Find(Verbs(), command.Take(L"a command"), command);
   try {
+    const MessageBoxAnswers::Listening listening(m_answers);
     (this->*handler)(command);
   } catch (...) {
     WriteJournal();
@@ -63,7 +64,10 @@ Session::Handler Session::Find(std::span<const Verb> verbs, const std::wstring& 
 }
 
 void Session::End() {
-  while (!m_host.ConnectedAddIns().empty()) m_host.Disconnect(*m_host.ConnectedAddIns().back());
+  {
+    const MessageBoxAnswers::Listening listening(m_answers);
+    while (!m_host.ConnectedAddIns().empty()) m_host.Disconnect(*m_host.ConnectedAddIns().back());
+  }
   WriteJournal();
   if (m_leftOut > 0) {
     Write(L"(" + std::to_wstring(m_leftOut) + L" of " + std::to_wstring(m_written) +
@@ -87,6 +91,13 @@ AddIn& Session::ConnectedAddIn(const Command& command) {
   return *m_host.ConnectedAddIns().back();
 }
 
+AddIn& Session::AddInNamed(const std::wstring& name, const Command& command) {
+  for (const auto& add_in : m_host.ConnectedAddIns()) {
+    if (add_in->entry.title == name || add_in->entry.clsid == name) return *add_in;
+  }
+  command.Fail(L"no add-in \"" + name + L"\" is connected");
+}
+
 Document& Session::ActiveDocument(const Command& command) {
   const auto document = m_host.ActiveDocument();
   if (!document) command.Fail(L"no document is open");
@@ -100,6 +111,14 @@ std::shared_ptr<Document> Session::FindDocument(Command& command) {
   return document;
 }
 
+std::shared_ptr<Component> Session::TakeComponent(Command& command) {
+  const Document& document = ActiveDocument(command);
+  const std::wstring name = command.Take(L"a component");
+  auto component = document.FindComponent(name);
+  if (!component) command.Fail(document.Describe() + L" has no component \"" + name + L"\"");
+  return component;
+}
+
 void Session::Check(const Command& command, bool met, const std::wstring& otherwise) {
   if (met) return;
   ++m_failed;
@@ -111,9 +130,10 @@ void Session::Write(const std::wstring& text) {
 }
 
 void Session::WriteJournal() {
+  CollectEnableMethods();
   FoldedJournal journal;
   if (m_output == Output::kFolded) {
-    journal = FoldJournal(m_host.GetJournal().Entries(), m_written, EnableMethods());
+    journal = FoldJournal(m_host.GetJournal().Entries(), m_written, m_enableMethods);
   } else {
     journal.text = m_host.GetJournal().Text(m_written);
   }
@@ -122,12 +142,10 @@ void Session::WriteJournal() {
   m_written = m_host.GetJournal().Entries().size();
 }
 
-std::set<std::wstring> Session::EnableMethods() const {
-  std::set<std::wstring> methods;
+void Session::CollectEnableMethods() {
   for (const auto& group : m_host.Groups()) {
-    for (const CommandItem& item : group->items) methods.insert(item.enable_method);
+    for (const CommandItem& item : group->items) m_enableMethods.insert(item.enable_method);
   }
-  return methods;
 }
 
 Point TakePoint(Command& command) {

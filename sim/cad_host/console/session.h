@@ -1,10 +1,12 @@
 /// @file Runs the commands of a script in a host.
 #pragma once
 
+#include <functional>
 #include <ostream>
 #include <set>
 #include <span>
 #include <string>
+#include <utility>
 
 #include "cad_host/host.h"
 #include "message_box_answers.h"
@@ -33,6 +35,11 @@ class Session {
 
   int FailedExpectations() const { return m_failed; }
 
+  /// From now on, calls `action` with the name of each button that a person presses in a message box.
+  void OnAnswer(std::function<void(const std::wstring& button)> action) {
+    m_answers.OnAnswer(std::move(action));
+  }
+
  private:
   using Handler = void (Session::*)(Command&);
   struct Verb {
@@ -56,8 +63,11 @@ class Session {
   void Activate(Command& command);
   void Close(Command& command);
   void Insert(Command& command);
+  void Suppress(Command& command);
+  void Unsuppress(Command& command);
   void Select(Command& command);
   void SetProperty(Command& command);
+  void Remove(Command& command);
   void SetQuantity(Command& command);
   void Fault(Command& command);
   void SetQuirk(Command& command);
@@ -80,19 +90,22 @@ class Session {
   void ExpectComponent(Command& command);
 
   AddIn& ConnectedAddIn(const Command& command);
+  AddIn& AddInNamed(const std::wstring& name, const Command& command);
   Document& ActiveDocument(const Command& command);
   std::shared_ptr<Document> FindDocument(Command& command);
+  std::shared_ptr<Component> TakeComponent(Command& command);
   void Check(const Command& command, bool met, const std::wstring& otherwise);
   void Write(const std::wstring& text);
   void WriteJournal();
-  std::set<std::wstring> EnableMethods() const;
+  void CollectEnableMethods();
 
   Host& m_host;
   std::ostream& m_transcript;
   const Output m_output;
   MessageBoxAnswers m_answers;
-  std::size_t m_written = 0;  // journal entries in the transcript
-  std::size_t m_leftOut = 0;  // of these, entries that a folded transcript does not show
+  std::set<std::wstring> m_enableMethods;  // also of items that were removed
+  std::size_t m_written = 0;               // journal entries in the transcript
+  std::size_t m_leftOut = 0;               // of these, entries that a folded transcript does not show
   int m_failed = 0;
 };
 

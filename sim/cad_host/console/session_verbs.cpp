@@ -50,8 +50,11 @@ std::span<const Session::Verb> Session::Verbs() {
       {L"activate", &Session::Activate},
       {L"close", &Session::Close},
       {L"insert", &Session::Insert},
+      {L"suppress", &Session::Suppress},
+      {L"unsuppress", &Session::Unsuppress},
       {L"select", &Session::Select},
       {L"property", &Session::SetProperty},
+      {L"remove", &Session::Remove},
       {L"quantity", &Session::SetQuantity},
       {L"fault", &Session::Fault},
       {L"quirk", &Session::SetQuirk},
@@ -81,18 +84,21 @@ void Session::Connect(Command& command) {
   m_host.Connect(registered[0].clsid);
 }
 
-// disconnect
+// disconnect ["title or CLSID"]
 void Session::Disconnect(Command& command) {
+  AddIn& add_in = command.AtEnd() ? ConnectedAddIn(command) : AddInNamed(command.Take(L"an add-in"), command);
   command.ExpectEnd();
-  const bool disconnected = m_host.Disconnect(ConnectedAddIn(command));
+  const bool disconnected = m_host.Disconnect(add_in);
   Check(command, disconnected, L"the add-in did not report that it has disconnected");
 }
 
-// pick "menu text" | pick CALLBACK
+// pick "menu text"|CALLBACK [of "title or CLSID"]
 void Session::Pick(Command& command) {
   const std::wstring item = command.Take(L"an item");
+  AddIn& add_in =
+      command.TakeIf(L"of") ? AddInNamed(command.Take(L"an add-in"), command) : ConnectedAddIn(command);
   command.ExpectEnd();
-  const PickResult picked = m_host.Pick(ConnectedAddIn(command), item);
+  const PickResult picked = m_host.Pick(add_in, item);
   if (!picked.enabled) Write(L"    (greyed out)");
 }
 
@@ -141,6 +147,20 @@ void Session::Insert(Command& command) {
   m_host.AddComponent(assembly, path, point);
 }
 
+// suppress NAME
+void Session::Suppress(Command& command) {
+  const auto component = TakeComponent(command);
+  command.ExpectEnd();
+  m_host.Suppress(ActiveDocument(command), *component);
+}
+
+// unsuppress NAME
+void Session::Unsuppress(Command& command) {
+  const auto component = TakeComponent(command);
+  command.ExpectEnd();
+  m_host.Resolve(ActiveDocument(command), *component);
+}
+
 // select component NAME | face | nothing [at X Y Z]
 void Session::Select(Command& command) {
   Document& document = ActiveDocument(command);
@@ -152,9 +172,7 @@ void Session::Select(Command& command) {
   }
   Selection selection;
   if (what == L"component") {
-    const std::wstring name = command.Take(L"a component");
-    selection.component = document.FindComponent(name);
-    if (!selection.component) command.Fail(document.Describe() + L" has no component \"" + name + L"\"");
+    selection.component = TakeComponent(command);
   } else if (what != L"face") {
     command.Fail(L"\"" + what + L"\" cannot be selected; component NAME, face or nothing can");
   }
@@ -172,6 +190,18 @@ void Session::SetProperty(Command& command) {
   property.text = command.Take(L"a value");
   if (!command.AtEnd()) property.type = TakeType(command, kPropertyTypes);
   command.ExpectEnd();
+  document.changed = true;
+}
+
+// remove property NAME
+void Session::Remove(Command& command) {
+  Document& document = ActiveDocument(command);
+  if (!command.TakeIf(L"property")) command.Fail(L"\"remove\" needs \"property\"");
+  const std::wstring name = command.Take(L"a property");
+  command.ExpectEnd();
+  const auto removed = std::erase_if(document.model.properties,
+                                     [&](const CustomProperty& property) { return property.name == name; });
+  if (removed == 0) command.Fail(document.Describe() + L" has no property \"" + name + L"\"");
   document.changed = true;
 }
 

@@ -170,6 +170,52 @@ TEST_F(SessionTest, WorksOnDocumentsComponentsAndProperties) {
   EXPECT_TRUE(Shows(L"    bolt-1 " + bolt + L" revision 7"));
 }
 
+TEST_F(SessionTest, SuppressesAndUnsuppressesAComponent) {
+  Run(L"new assembly");
+  Run(L"insert " + MakePart(L"bolt.sldprt", 7));
+  Run(L"suppress bolt-1");
+  EXPECT_TRUE(Host().ActiveDocument()->components[0]->IsSuppressed());
+  MakePart(L"bolt.sldprt", 8);  // the file of a suppressed component is not held
+  Run(L"unsuppress bolt-1");
+  EXPECT_EQ(Host().ActiveDocument()->components[0]->loaded_revision, 8);
+}
+
+TEST_F(SessionTest, RemovesAProperty) {
+  Run(L"new part");
+  Run(L"property Name = bolt");
+  Run(L"property Number = 7");
+  Run(L"remove property Name");
+  ASSERT_EQ(Host().ActiveDocument()->model.properties.size(), 1u);
+  EXPECT_EQ(Host().ActiveDocument()->model.properties[0].name, L"Number");
+}
+
+TEST_F(SessionTest, PicksAndDisconnectsTheAddInThatIsNamed) {
+  int runs = 0;
+  m_onRun = [&] { ++runs; };
+  Run(L"connect \"" + std::wstring(kTitle) + L"\"");
+  TestAddIn other;
+  other.on_connect = [](IDispatch*, long, VARIANT_BOOL*) { return S_OK; };
+  Host().Connect(&other, L"Other");
+  Run(std::wstring(L"pick Item of \"") + kTitle + L"\"");
+  EXPECT_EQ(runs, 1);
+  Run(std::wstring(L"disconnect \"") + kTitle + L"\"");
+  ASSERT_EQ(Host().ConnectedAddIns().size(), 1u);
+  EXPECT_EQ(Host().ConnectedAddIns()[0]->entry.title, L"Other");
+  m_session.End();
+}
+
+TEST_F(SessionTest, AMessageBoxOutsideOfACommandGetsNoAnswer) {
+  Run(L"answer Retry");
+  constexpr UINT kWhile = 300;  // milliseconds
+  SetTimer(nullptr, 0, kWhile, [](HWND, UINT, UINT_PTR timer, DWORD) {
+    KillTimer(nullptr, timer);
+    PostMessageW(FindWindowW(L"#32770", L"Of the host"), WM_COMMAND, IDCANCEL, 0);
+  });
+  EXPECT_EQ(MessageBoxW(nullptr, L"?", L"Of the host", MB_RETRYCANCEL), IDCANCEL);
+  m_session.End();
+  EXPECT_TRUE(Shows(L"FAILED: 1 answers that no message box asked for"));
+}
+
 TEST_F(SessionTest, TakesPathsRelativeToTheCurrentFolder) {
   wchar_t before[MAX_PATH] = {};
   GetCurrentDirectoryW(MAX_PATH, before);
@@ -237,7 +283,9 @@ const BadLine kBadLines[] = {
     {"UnknownType", L"new table", L"\"table\" is not a type"},
     {"UnknownButton", L"answer Perhaps", L"\"Perhaps\" is not a button of a message box"},
     {"NoAddIn", L"pick Item", L"no add-in is connected"},
+    {"NoSuchAddIn", L"disconnect Other", L"no add-in \"Other\" is connected"},
     {"NoDocument", L"save", L"no document is open"},
+    {"RemoveNothing", L"remove Name", L"no document is open"},
     {"UnknownDocument", L"close top", L"no open document \"top\""},
     {"MissingFile", L"open Z:\\none.sldprt", L"Z:\\none.sldprt: no such file"},
     {"FailTooLargeCallNumber", L"fault fail the 99999999999 OpenDoc6 with 80004005",
