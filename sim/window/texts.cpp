@@ -30,12 +30,13 @@ bool UseLanguage(LANGID language) {
   SetThreadUILanguage(language);
   if (GetThreadUILanguage() == language) return true;
   // Wine has one language for the whole process and sets it by another function, which in Windows would
-  // change the user's own setting.
+  // change the user's own setting. Its own dialogs are in the language of the thread's locale.
   HMODULE system = GetModuleHandleW(L"ntdll.dll");
   if (!GetProcAddress(system, "wine_get_version")) return false;
   FARPROC set = GetProcAddress(system, "NtSetDefaultUILanguage");
   if (!set) return false;
   reinterpret_cast<LONG(WINAPI*)(LANGID)>(reinterpret_cast<void*>(set))(language);
+  SetThreadLocale(MAKELCID(language, SORT_DEFAULT));
   return GetThreadUILanguage() == language;
 }
 
