@@ -24,15 +24,23 @@ std::optional<AddInEntry> EntryOf(UINT id) {
   return registered[place];
 }
 
+const NamedQuirk* QuirkOf(UINT id) {
+  const auto all = Quirks::All();
+  const UINT place = id - kFirstQuirkEntry;
+  return id < kFirstQuirkEntry || place >= all.size() ? nullptr : &all[place];
+}
+
 }  // namespace
 
 bool HostCommands::Knows(UINT id) const {
-  return EntryOf(id) ||
+  return EntryOf(id) || QuirkOf(id) ||
          std::ranges::any_of(kHostCommands, [&](const HostCommand& known) { return known.id == id; });
 }
 
 ItemState HostCommands::StateOf(UINT id) const {
   if (const auto entry = EntryOf(id)) return {.enabled = true, .pressed = IsConnected(*entry)};
+  const NamedQuirk* const quirk = QuirkOf(id);
+  if (quirk) return {.enabled = true, .pressed = m_desk.host.GetQuirks().IsOn(quirk->quirk)};
   return {.enabled = IsEnabled(id), .pressed = false};
 }
 
@@ -69,6 +77,7 @@ void HostCommands::Run(UINT id) {
     return;
   }
   if (const auto entry = EntryOf(id)) return Toggle(*entry);
+  if (const NamedQuirk* const quirk = QuirkOf(id)) return Toggle(*quirk);
   RunFile(id);
   RunTool(id);
 }
@@ -145,6 +154,10 @@ void HostCommands::RunTool(UINT id) {
 
 void HostCommands::Toggle(const AddInEntry& entry) {
   m_desk.actions.Do({IsConnected(entry) ? L"disconnect" : L"connect", entry.title});
+}
+
+void HostCommands::Toggle(const NamedQuirk& quirk) {
+  m_desk.actions.Do({L"quirk", quirk.name, m_desk.host.GetQuirks().IsOn(quirk.quirk) ? L"off" : L"on"});
 }
 
 void HostCommands::Open() {

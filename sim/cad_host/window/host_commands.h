@@ -28,7 +28,7 @@ class HostCommands {
   /// Must be called before a command runs.
   void Use(CommandSurroundings surroundings) { m_surroundings = std::move(surroundings); }
 
-  /// Whether this is the number of a command of the host, or of an add-in in the menu of add-ins.
+  /// Whether this is the number of a command of the host, or of an entry in the menu of add-ins or of quirks.
   bool Knows(UINT id) const;
 
   ItemState StateOf(UINT id) const;
@@ -50,6 +50,7 @@ class HostCommands {
   void RunFile(UINT id);
   void RunTool(UINT id);
   void Toggle(const AddInEntry& entry);
+  void Toggle(const NamedQuirk& quirk);
   void Open();
   void Insert();
   bool Save(const Document& document);

@@ -261,6 +261,8 @@ void MainWindow::ShowHint(UINT command) {
   std::wstring text = m_desk.texts(IDS_READY);
   if (const AddInItem* const item = m_items.Find(static_cast<int>(command))) {
     text = item->item.hint;
+  } else if (command >= kFirstQuirkEntry && m_hostCommands.Knows(command)) {
+    text = Quirks::All()[command - kFirstQuirkEntry].description;
   } else if (command && command < kFirstAddInEntry && m_hostCommands.Knows(command)) {
     text = m_desk.texts(command + IDS_HINTS);
   }

@@ -35,7 +35,9 @@ void MenuBar::Build(HWND main_window) {
   for (const UINT text : {IDS_FILE, IDS_VIEW, IDS_INSERT}) AddHostMenu(text);
   AddAddInMenus();
   AddAddInList();
-  for (const UINT text : {IDS_TOOLS, IDS_HELP}) AddHostMenu(text);
+  AddHostMenu(IDS_TOOLS);
+  AddQuirkList();
+  AddHostMenu(IDS_HELP);
   SetMenu(main_window, m_menu.get());
   DrawMenuBar(main_window);
 }
@@ -79,6 +81,13 @@ void MenuBar::AddAddInList() {
   }
   if (id == kFirstAddInEntry) AppendMenuW(menu, MF_GRAYED, 0, m_desk.texts(IDS_NO_ADD_IN).c_str());
   Append(m_menu.get(), menu, m_desk.texts(IDS_ADD_INS));
+}
+
+void MenuBar::AddQuirkList() {
+  HMENU menu = CreatePopupMenu();
+  UINT id = kFirstQuirkEntry;
+  for (const NamedQuirk& quirk : Quirks::All()) AddEntry(menu, id++, quirk.name, false);
+  Append(m_menu.get(), menu, m_desk.texts(IDS_QUIRKS));
 }
 
 void MenuBar::AddEntry(HMENU menu, UINT id, const std::wstring& text, bool has_icon) {

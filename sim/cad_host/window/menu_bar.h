@@ -13,6 +13,9 @@ class HostCommands;
 /// Numbers of the entries of the menu of add-ins; the place of the add-in in Host::RegisteredAddIns follows.
 inline constexpr UINT kFirstAddInEntry = 20000;
 
+/// Numbers of the entries of the menu of quirks; the place in Quirks::All follows.
+inline constexpr UINT kFirstQuirkEntry = 25000;
+
 class MenuBar {
  public:
   MenuBar(const Desk& desk, const AddInItems& items, const HostCommands& commands)
@@ -34,6 +37,7 @@ class MenuBar {
   void AddHostMenu(UINT text);
   void AddAddInMenus();
   void AddAddInList();
+  void AddQuirkList();
   static void AddEntry(HMENU menu, UINT id, const std::wstring& text, bool has_icon);
   void UpdateEntry(HMENU menu, UINT id) const;
 

@@ -39,6 +39,8 @@ bool TakeValue(WindowOptions& options, const std::wstring& option, const std::ws
     options.host.state_folder = value;
   } else if (option == L"--revision") {
     options.host.revision = value;
+  } else if (option == L"--without") {
+    options.host.quirks.Set(Quirks::Named(value), false);
   } else if (option == L"--connect") {
     options.connect = value;
   } else if (option == L"--script") {
@@ -68,6 +70,7 @@ The simulated CAD host as a program with windows.
 
   --state FOLDER     where command tabs and saved command ids are kept from one run to the next
   --revision R       the host's revision number, 31.0.0 if not given
+  --without QUIRK    switches a quirk of the host off from the start; may be given for several
   --connect TITLE    connects the add-in with this title or class id; otherwise, if no script is played, those
                      that are set to load at the start
   --script FILE      plays a session script; cad_host --help names its commands. Each line is shown in the

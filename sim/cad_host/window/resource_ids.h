@@ -8,6 +8,7 @@
 #define IDS_ADD_INS 103
 #define IDS_HELP 104
 #define IDS_VIEW 105
+#define IDS_QUIRKS 106
 
 // Commands of the host: the number of the command is that of its text; its hint follows after IDS_HINTS.
 #define IDS_NEW_PART 120

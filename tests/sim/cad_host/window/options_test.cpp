@@ -19,12 +19,17 @@ std::wstring ErrorOf(const std::vector<std::wstring>& words) {
 }
 
 TEST(OptionsTest, AreRead) {
-  const auto options =
-      ParseOptions({L"--state", L"C:\\s", L"--revision", L"26.1", L"--connect", L"An add-in", L"--script",
-                    L"a.txt", L"--step-ms", L"250", L"--stay", L"--record", L"b.txt", L"--language", L"zh-TW",
-                    L"--geometry", L"1000x700", L"--dpi", L"144"});
+  const auto options = ParseOptions({L"--state",    L"C:\\s",     L"--revision",
+                                     L"26.1",       L"--without", cad_host::Quirks::All()[0].name,
+                                     L"--connect",  L"An add-in", L"--script",
+                                     L"a.txt",      L"--step-ms", L"250",
+                                     L"--stay",     L"--record",  L"b.txt",
+                                     L"--language", L"zh-TW",     L"--geometry",
+                                     L"1000x700",   L"--dpi",     L"144"});
   EXPECT_EQ(options.host.state_folder, L"C:\\s");
   EXPECT_EQ(options.host.revision, L"26.1");
+  EXPECT_FALSE(options.host.quirks.IsOn(cad_host::Quirks::All()[0].quirk));
+  EXPECT_TRUE(options.host.quirks.IsOn(cad_host::Quirks::All()[1].quirk));
   EXPECT_EQ(options.connect, L"An add-in");
   EXPECT_EQ(options.script, L"a.txt");
   EXPECT_EQ(options.step_ms, 250u);

@@ -130,6 +130,16 @@ TEST_F(PanesTest, PropertiesAreShownChangedAndDeleted) {
   EXPECT_EQ(Column(list, 0), Texts{L"Name"});
 }
 
+TEST_F(PanesTest, AQuirkIsSwitchedByItsEntryInTheMenu) {
+  Show();
+  const cad_host::NamedQuirk& quirk = cad_host::Quirks::All()[1];
+  const UINT entry = cad_host::kFirstQuirkEntry + 1;
+  SendMessageW(Window().Handle(), WM_COMMAND, entry, 0);
+  EXPECT_FALSE(m_host->GetQuirks().IsOn(quirk.quirk));
+  SendMessageW(Window().Handle(), WM_COMMAND, entry, 0);
+  EXPECT_TRUE(m_host->GetQuirks().IsOn(quirk.quirk));
+}
+
 TEST_F(PanesTest, TheTitleNamesTheActiveDocument) {
   Show();
   EXPECT_EQ(Title(), L"CAD host");
