@@ -14,7 +14,7 @@ product_packages=(
   g++-mingw-w64-x86-64-posix mingw-w64-tools libwine-dev                # cross build, widl
   lld python3-minimal                                                   # linking the DLL
   wine wine64 xvfb xauth fonts-dejavu-core fonts-wqy-microhei           # running it
-  rapidjson-dev dpkg-dev                                                # libraries, source packages
+  rapidjson-dev dpkg-dev tcl8.6                                         # libraries, source packages; makes SQLite's C file
 )
 test_packages=(
   g++ pkg-config googletest                                             # native build, test framework
@@ -102,6 +102,25 @@ use_libstdcxx() {
   echo "$recipe" >"$stamp"
 }
 
+# build_sqlite [DEFINITION ...]: SQLite for Windows, once. It has no CMake files: its one C file is made from the
+# source package with its own tools, then compiled.
+build_sqlite() {
+  local prefix="$root/build/deps/windows" source="$root/build/deps/sqlite3-source"
+  local stamp="$prefix/.sqlite3" work="$prefix/objects/sqlite3"
+  [ "$(cat "$stamp" 2>/dev/null)" = "$*" ] && return
+  fetch_source sqlite3 "$source"
+  say "building sqlite3 (windows)"
+  mkdir -p "$work" "$prefix/include" "$prefix/lib"
+  {
+    (cd "$work" && "$source/configure" --disable-tcl && make sqlite3.c) &&
+    x86_64-w64-mingw32-gcc-posix -O2 "$@" -c "$work/sqlite3.c" -o "$work/sqlite3.o" &&
+    rm -f "$prefix/lib/libsqlite3.a" &&
+    x86_64-w64-mingw32-ar rcs "$prefix/lib/libsqlite3.a" "$work/sqlite3.o" &&
+    cp "$work/sqlite3.h" "$prefix/include/"
+  } >"$prefix/sqlite3.log" 2>&1 || fail "sqlite3 does not build: see $prefix/sqlite3.log"
+  echo "$*" >"$stamp"
+}
+
 # use_rapidjson KIND: headers only; /usr/include itself must never be on the cross compiler's path.
 use_rapidjson() {
   mkdir -p "build/deps/$1/include"
@@ -133,6 +152,7 @@ setup_product() {
     -DCMAKE_CXX_FLAGS=-DLOG4CPLUS_FSTREAM_ACCEPTS_WCHAR_T "-DCMAKE_CXX_FLAGS_RELEASE=-Os -DNDEBUG" \
     -DUNICODE=ON -DBUILD_SHARED_LIBS=OFF -DLOG4CPLUS_ENABLE_THREAD_POOL=OFF \
     -DLOG4CPLUS_BUILD_TESTING=OFF -DLOG4CPLUS_BUILD_LOGGINGSERVER=OFF -DWITH_UNIT_TESTS=OFF
+  build_sqlite -DSQLITE_THREADSAFE=1 -DSQLITE_DQS=0 -DSQLITE_OMIT_LOAD_EXTENSION
 }
 
 # setup_tests: what the tests need beside the product.
