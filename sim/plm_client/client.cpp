@@ -62,6 +62,12 @@ int Client::OpenConnectionCount() const {
       std::count_if(m_streams.begin(), m_streams.end(), [](const auto& s) { return s->IsConnected(); }));
 }
 
+bool Client::HostIsThere(int connection) const {
+  const std::lock_guard lock(m_mutex);
+  const auto stream = m_serving.find(connection);
+  return stream != m_serving.end() && stream->second->HostIsThere();
+}
+
 void Client::Disconnect() {
   for (const auto& stream : m_streams) stream->Interrupt();
 }
@@ -80,7 +86,9 @@ void Client::Serve(PipeStream& stream, std::stop_token stop) {
     stream.Resume();
     if (stop.stop_requested()) return;
     if (stream.Accept()) {
-      ServeConnection(stream, CountConnection(), stop);
+      const int connection = BeginConnection(stream);
+      ServeConnection(stream, connection, stop);
+      EndConnection(connection);
     } else {
       stream.Pause(kRetryInterval);
     }
@@ -141,9 +149,15 @@ bool Client::Send(PipeStream& stream, const Reply& reply, std::uint64_t id) {
   return !reply.Disconnects();
 }
 
-int Client::CountConnection() {
+int Client::BeginConnection(const PipeStream& stream) {
   const std::lock_guard lock(m_mutex);
-  return ++m_connectionCount;
+  m_serving[++m_connectionCount] = &stream;
+  return m_connectionCount;
+}
+
+void Client::EndConnection(int connection) {
+  const std::lock_guard lock(m_mutex);
+  m_serving.erase(connection);
 }
 
 void Client::Record(const Request& request) {

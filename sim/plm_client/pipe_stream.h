@@ -43,6 +43,9 @@ class PipeStream {
   /// Whether a host is connected. May be called on any thread.
   bool IsConnected() const { return m_connected; }
 
+  /// Whether the host that is connected still has its end of the pipe open. May be called on any thread.
+  bool HostIsThere() const { return PeekNamedPipe(m_pipe.get(), nullptr, 0, nullptr, nullptr, nullptr) != 0; }
+
  private:
   bool Finish(BOOL started, OVERLAPPED& operation, DWORD& moved) const;
 

@@ -28,8 +28,11 @@ bool MessageLoop::PassOnWaiting() {
 }
 
 void MessageLoop::PassOn(MSG& message) {
-  if (m_accelerators && TranslateAcceleratorW(m_mainWindow, m_accelerators, &message)) return;
-  if (IsDialogMessageW(m_mainWindow, &message)) return;
+  // A program may have more windows than the main one; each has dialog keys of its own.
+  HWND window = GetAncestor(message.hwnd, GA_ROOT);
+  const bool is_for_main = !window || window == m_mainWindow;
+  if (m_accelerators && is_for_main && TranslateAcceleratorW(m_mainWindow, m_accelerators, &message)) return;
+  if (IsDialogMessageW(window ? window : m_mainWindow, &message)) return;
   TranslateMessage(&message);
   DispatchMessageW(&message);
 }

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <functional>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <stop_token>
@@ -62,6 +63,10 @@ class Client {
   int ConnectionCount() const;
   int OpenConnectionCount() const;
 
+  /// Whether the host of the connection with this number, which asked something, still waits for the answer. A host
+  /// that gives up closes the connection.
+  bool HostIsThere(int connection) const;
+
   /// Closes every connection; hosts can connect again.
   void Disconnect();
 
@@ -74,7 +79,8 @@ class Client {
   bool AnswerFrames(PipeStream& stream, std::string& bytes, int connection, std::stop_token stop);
   Reply Answer(Request& request, std::size_t content_start, std::stop_token stop);
   static bool Send(PipeStream& stream, const Reply& reply, std::uint64_t id);
-  int CountConnection();
+  int BeginConnection(const PipeStream& stream);
+  void EndConnection(int connection);
   void Record(const Request& request);
 
   const std::size_t m_readLimit;
@@ -85,6 +91,7 @@ class Client {
   mutable std::condition_variable m_recorded;
   std::vector<Request> m_requests;
   int m_connectionCount = 0;
+  std::map<int, const PipeStream*> m_serving;  // by the connection's number
 
   std::vector<std::unique_ptr<PipeStream>> m_streams;
   std::vector<std::jthread> m_threads;

@@ -1,0 +1,48 @@
+/// @file A person's choices, written down beforehand.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace plm_panels {
+
+/// One line: the fields that are filled in, the rows that are selected, the actions that are done, in this order.
+struct PersonLine {
+  std::string command;
+  std::vector<std::pair<std::wstring, std::wstring>> fields{};
+  std::vector<std::wstring> actions{};
+  std::vector<std::wstring> rows{};  ///< texts that stand in one of the cells
+  std::wstring text;               ///< the line, for showing it
+};
+
+/// What a person does, command by command:
+///
+///     QD_PLMLogin user=kim log-in
+///     QD_PLMDataSelector search="frame 2" check-out open "frame.sldasm" "bolt.sldprt"
+///     QD_PLMQuery cancel
+///
+/// Blanks separate words; a word with blanks stands in quotes. A word with "=" fills a field in, a word in quotes
+/// selects the row in which it stands in a cell, any other word is an action; "cancel" closes the panel. Lines
+/// that begin with "#" are remarks.
+class PersonScript {
+ public:
+  PersonScript() = default;
+
+  /// @throws std::runtime_error naming the file and the line that is wrong.
+  static PersonScript Read(const std::filesystem::path& file);
+
+  /// @throws std::runtime_error naming the line that is wrong. `name` stands for the text's file.
+  static PersonScript Parse(std::string_view text, const std::string& name);
+
+  /// The next line for `command`, which is used up. Without one the person has to choose.
+  std::optional<PersonLine> Next(std::string_view command);
+
+ private:
+  std::vector<PersonLine> m_lines;
+};
+
+}  // namespace plm_panels
