@@ -3,7 +3,6 @@
 #include "answer_json.h"
 #include "panels/text_ids.h"
 #include "texts_of_values.h"
-#include "vault/file_properties.h"
 
 namespace plm_panels {
 
@@ -33,11 +32,7 @@ std::wstring ImportPanel::WhatItBecomes() const {
 }
 
 plm_vault::Properties ImportPanel::Details() const {
-  try {
-    return plm_vault::ReadFileProperties(m_file);
-  } catch (const plm_vault::VaultError& failure) {  // such as a file that the host keeps to itself
-    return {{Text(IDS_LABEL_FILE), failure.Message()}};
-  }
+  return m_file.empty() ? plm_vault::Properties{} : PropertiesOf(m_file);
 }
 
 std::vector<Action> ImportPanel::Actions() const { return {{L"import", IDS_ACTION_IMPORT, !m_file.empty()}}; }

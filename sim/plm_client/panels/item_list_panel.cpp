@@ -5,7 +5,6 @@
 #include "answer_json.h"
 #include "panels/text_ids.h"
 #include "texts_of_values.h"
-#include "vault/file_properties.h"
 
 namespace plm_panels {
 
@@ -33,12 +32,7 @@ std::wstring ItemListPanel::Cell(std::size_t row, std::size_t column) const {
 plm_vault::Properties ItemListPanel::Details() const {
   if (Selection().size() != 1) return {};
   const Item& item = m_items.at(Selection().front());
-  plm_vault::Properties details;
-  try {
-    details = plm_vault::ReadFileProperties(Vault().FileOf(item, item.revision));
-  } catch (const plm_vault::VaultError& failure) {  // the rest can still be shown
-    details.emplace_back(Text(IDS_LABEL_FILE), failure.Message());
-  }
+  plm_vault::Properties details = PropertiesOf(Vault().FileOf(item, item.revision));
   for (const plm_vault::Revision& revision : Vault().Revisions(item.number)) {
     details.emplace_back(Text(IDS_LABEL_REVISION) + L" " + plm_vault::RevisionLabel(revision.revision),
                          revision.at + L", " + revision.author +

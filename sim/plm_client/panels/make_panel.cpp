@@ -76,12 +76,15 @@ Maker MakerFor(const std::string& command) {
 
 }  // namespace
 
-std::unique_ptr<Panel> MakePanel(const std::string& command, std::string_view request, plm_vault::Vault& vault,
-                                 Session& session, TextSource text, const std::wstring& default_user) {
+std::unique_ptr<Panel> MakePanel(const std::string& command, std::string_view request, PanelContext context) {
   const RequestContent content = ReadRequestContent(request);
-  std::wstring user = vault.UserOfToken(content.token);
-  if (user.empty()) user = session.user.empty() ? default_user : session.user;
-  return MakerFor(command)({vault, session, std::move(text), user}, content);
+  const std::wstring user = context.vault.UserOfToken(content.token);
+  if (!user.empty()) {
+    context.user = user;
+  } else if (!context.session.user.empty()) {
+    context.user = context.session.user;
+  }
+  return MakerFor(command)(std::move(context), content);
 }
 
 }  // namespace plm_panels

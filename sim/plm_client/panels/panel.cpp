@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "panels/text_ids.h"
+
 namespace plm_panels {
 
 void Panel::SetField(std::wstring_view name, const std::wstring& value) {
@@ -28,6 +30,14 @@ void Panel::Select(std::vector<std::size_t> rows) {
   if (!AllowsSeveralRows() && rows.size() > 1) rows.resize(1);
   m_selection = std::move(rows);
   OnSelect();
+}
+
+plm_vault::Properties Panel::PropertiesOf(const std::filesystem::path& file) const {
+  try {
+    return m_context.read_properties(file);
+  } catch (const plm_vault::VaultError& failure) {  // such as a file that the host keeps to itself
+    return {{Text(IDS_LABEL_FILE), failure.Message()}};
+  }
 }
 
 std::optional<std::wstring> Panel::Perform(const std::wstring& action) {

@@ -56,9 +56,12 @@ class Words {
 
 void AddWord(PersonLine& line, const Word& word) {
   if (word.begins_quoted) {
-    line.rows.push_back(word.text);
+    // Rows beside each other are selected together.
+    if (line.choices.empty() || !line.choices.back().field.empty()) line.choices.emplace_back();
+    line.choices.back().rows.push_back(word.text);
   } else if (word.equals != std::wstring::npos) {
-    line.fields.emplace_back(word.text.substr(0, word.equals), word.text.substr(word.equals + 1));
+    line.choices.push_back(
+        {.field = word.text.substr(0, word.equals), .value = word.text.substr(word.equals + 1)});
   } else {
     line.actions.push_back(word.text);
   }
@@ -69,7 +72,7 @@ std::optional<PersonLine> ParseLine(const std::wstring& text) {
   Words words(text);
   const std::optional<Word> command = words.Next();
   if (!command || command->text.starts_with(L"#")) return std::nullopt;
-  PersonLine line{.command = CStringHelper::UnicodeToUTF8(command->text), .text = text};
+  PersonLine line{.command = CStringHelper::UnicodeToUTF8(command->text)};
   while (const std::optional<Word> word = words.Next()) AddWord(line, *word);
   if (line.actions.empty()) throw std::runtime_error("there is no action");
   return line;

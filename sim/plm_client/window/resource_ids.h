@@ -6,7 +6,6 @@
 
 #define IDS_MAIN_TITLE 2000
 #define IDS_PANEL_TITLE 2001 /* %1: the command */
-#define IDS_COMMAND_AND_USER 2002 /* %1: the command's name */
 #define IDS_REQUEST 2003
 #define IDS_ANSWER 2004
 #define IDS_EDIT_FIRST 2005
@@ -27,7 +26,6 @@
 #define IDS_LOG_WAITS 2028
 #define IDS_LOG_NO_ANSWER 2029
 #define IDS_LOG_HOST_GONE 2030
-#define IDS_HEADING_ITEMS 2031
 #define IDS_HEADING_LOG 2032
 
 #define IDS_MENU_CLIENT 2040

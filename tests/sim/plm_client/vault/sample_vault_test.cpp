@@ -1,4 +1,4 @@
-#include "sample/sample_vault.h"
+#include "models/sample_vault.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 
 #include "cad_host/model_file.h"
 #include "temp_folder.h"
-#include "vault/file_properties.h"
+#include "models/model_properties.h"
 
 using namespace plm_vault;
 
@@ -17,7 +17,7 @@ class SampleVaultTest : public testing::Test {
  protected:
   static void SetUpTestSuite() {
     s_folder = std::make_unique<TempFolder>();
-    plm_sample::MakeSampleVault(s_folder->Path(L"vault"));
+    plm_models::MakeSampleVault(s_folder->Path(L"vault"));
   }
   static void TearDownTestSuite() { s_folder.reset(); }
 
@@ -49,9 +49,9 @@ TEST_F(SampleVaultTest, HasAnAssemblyWhoseComponentsAreHandedOutWithIt) {
   }
 }
 
-TEST_F(SampleVaultTest, HasPropertiesThatTheSystemReadsFromTheFiles) {
+TEST_F(SampleVaultTest, HasPropertiesInItsFiles) {
   const Item item = *m_vault.FindByFileName(L"\u652f\u67b6.sldprt");
-  const Properties properties = ReadFileProperties(m_vault.FileOf(item, 2));
+  const Properties properties = plm_models::ReadModelProperties(m_vault.FileOf(item, 2));
   const auto description = std::ranges::find(properties, L"Description", [](const auto& p) { return p.first; });
   ASSERT_NE(description, properties.end());
   EXPECT_EQ(description->second, L"\u652f\u67b6\uff08\u5de6\uff09");
@@ -68,7 +68,7 @@ TEST_F(SampleVaultTest, HasUsersTasksAndMaterials) {
 TEST_F(SampleVaultTest, NamesTheFileWhosePropertiesCannotBeRead) {
   const std::wstring file = s_folder->Write(L"text.sldprt", "no compound file");
   try {
-    ReadFileProperties(file);
+    plm_models::ReadModelProperties(file);
     ADD_FAILURE() << "it was read";
   } catch (const VaultError& failure) {
     EXPECT_NE(failure.Message().find(file), std::wstring::npos);

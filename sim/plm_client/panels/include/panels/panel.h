@@ -1,6 +1,7 @@
 /// @file What a person sees of a command, and what can be answered, without a window around it.
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <optional>
 #include <string>
@@ -14,6 +15,9 @@ namespace plm_panels {
 /// The text with a number of text_ids.h, in the person's language.
 using TextSource = std::function<std::wstring(unsigned)>;
 
+/// Reads the custom properties of a model file; throws plm_vault::VaultError naming the file.
+using PropertyReader = std::function<plm_vault::Properties(const std::filesystem::path&)>;
+
 /// Who is logged in; shared by the panels of all commands.
 struct Session {
   std::wstring user{};  ///< empty: nobody has logged in yet
@@ -24,7 +28,8 @@ struct PanelContext {
   plm_vault::Vault& vault;
   Session& session;
   TextSource text;
-  std::wstring user;  ///< for whom this command is done
+  PropertyReader read_properties;
+  std::wstring user{};  ///< for whom this command is done
 };
 
 enum class FieldKind {
@@ -76,6 +81,9 @@ class Panel {
   Panel& operator=(const Panel&) = delete;
   virtual ~Panel() = default;
 
+  /// For whom the command is done.
+  const std::wstring& User() const { return m_context.user; }
+
   /// The command in the person's words, as the number of a text.
   virtual unsigned Title() const = 0;
 
@@ -112,6 +120,8 @@ class Panel {
   plm_vault::Vault& Vault() const { return m_context.vault; }
   const PanelContext& Context() const { return m_context; }
   std::wstring Text(unsigned id) const { return m_context.text(id); }
+  /// The properties of a file; a file that cannot be read has one that says why.
+  plm_vault::Properties PropertiesOf(const std::filesystem::path& file) const;
   void Say(std::wstring message) { m_message = std::move(message); }
   void ClearSelection() { m_selection.clear(); }
 

@@ -5,18 +5,22 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace plm_panels {
 
-/// One line: the fields that are filled in, the rows that are selected, the actions that are done, in this order.
+/// Fills a field in, or selects rows.
+struct PersonChoice {
+  std::wstring field{};  ///< its name; empty: rows are selected
+  std::wstring value{};
+  std::vector<std::wstring> rows{};  ///< texts that stand in one of the cells
+};
+
+/// One line: choices that are made, then actions that are done, each in the order in which they are written.
 struct PersonLine {
   std::string command;
-  std::vector<std::pair<std::wstring, std::wstring>> fields{};
+  std::vector<PersonChoice> choices{};
   std::vector<std::wstring> actions{};
-  std::vector<std::wstring> rows{};  ///< texts that stand in one of the cells
-  std::wstring text;               ///< the line, for showing it
 };
 
 /// What a person does, command by command:
@@ -26,8 +30,8 @@ struct PersonLine {
 ///     QD_PLMQuery cancel
 ///
 /// Blanks separate words; a word with blanks stands in quotes. A word with "=" fills a field in, a word in quotes
-/// selects the row in which it stands in a cell, any other word is an action; "cancel" closes the panel. Lines
-/// that begin with "#" are remarks.
+/// selects the row in which it stands in a cell, any other word is an action; "cancel" closes the panel. The actions
+/// come last, wherever they stand in the line. Lines that begin with "#" are remarks.
 class PersonScript {
  public:
   PersonScript() = default;

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace plm_sample {
+namespace plm_models {
 
 struct SampleModel {
   const wchar_t* file_name;
@@ -37,4 +37,4 @@ const std::vector<SampleModel>& SampleParts();
 const std::vector<SampleAssembly>& SampleAssemblies();
 const std::vector<SampleDrawing>& SampleDrawings();
 
-}  // namespace plm_sample
+}  // namespace plm_models

@@ -1,6 +1,6 @@
 #include "sample_models.h"
 
-namespace plm_sample {
+namespace plm_models {
 
 const std::vector<SampleModel>& SampleParts() {
   static const std::vector<SampleModel> kParts = {
@@ -62,4 +62,4 @@ const std::vector<SampleDrawing>& SampleDrawings() {
   return kDrawings;
 }
 
-}  // namespace plm_sample
+}  // namespace plm_models

@@ -1,11 +1,11 @@
-#include "sample/sample_vault.h"
+#include "models/sample_vault.h"
 
 #include <functional>
 
 #include "cad_host/model_file.h"
 #include "sample_models.h"
 
-namespace plm_sample {
+namespace plm_models {
 namespace {
 
 using plm_vault::Item;
@@ -135,4 +135,4 @@ Vault MakeSampleVault(const std::filesystem::path& folder) {
   return vault;
 }
 
-}  // namespace plm_sample
+}  // namespace plm_models
