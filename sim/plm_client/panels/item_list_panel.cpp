@@ -11,9 +11,9 @@ namespace plm_panels {
 using plm_vault::Item;
 
 std::vector<Column> ItemListPanel::Columns() const {
-  return {{IDS_LABEL_NUMBER, 70},   {IDS_LABEL_NAME, 150},           {IDS_LABEL_FILE, 130},
-          {IDS_LABEL_KIND, 70},     {IDS_LABEL_REVISION, 60},        {IDS_LABEL_CHECKED_OUT_BY, 110},
-          {IDS_LABEL_STATE, 80}};
+  return {{IDS_LABEL_NUMBER, 60},   {IDS_LABEL_NAME, 138},     {IDS_LABEL_FILE, 112},
+          {IDS_LABEL_KIND, 62},     {IDS_LABEL_REVISION, 54},  {IDS_LABEL_CHECKED_OUT_BY, 74},
+          {IDS_LABEL_STATE, 58}};
 }
 
 std::wstring ItemListPanel::Cell(std::size_t row, std::size_t column) const {

@@ -51,7 +51,7 @@ std::vector<Field> LogOutPanel::Fields() const {
 }
 
 std::vector<Column> LogOutPanel::Columns() const {
-  return {{IDS_LABEL_CHECKED_OUT_BY, 110}, {IDS_LABEL_NUMBER, 80}, {IDS_LABEL_NAME, 180}, {IDS_LABEL_SINCE, 120}};
+  return {{IDS_LABEL_CHECKED_OUT_BY, 90}, {IDS_LABEL_NUMBER, 80}, {IDS_LABEL_NAME, 220}, {IDS_LABEL_SINCE, 130}};
 }
 
 std::size_t LogOutPanel::RowCount() const { return m_items.size(); }

@@ -9,10 +9,10 @@ namespace plm_panels {
 using plm_vault::Material;
 
 std::vector<Column> MaterialListPanel::Columns() const {
-  return {{IDS_LABEL_NUMBER, 80},
-          {IDS_LABEL_NAME, 190},
-          {IDS_LABEL_GROUP, 110},
-          {IDS_LABEL_CREATED_BY, 80},
+  return {{IDS_LABEL_NUMBER, 70},
+          {IDS_LABEL_NAME, 196},
+          {IDS_LABEL_GROUP, 90},
+          {IDS_LABEL_CREATED_BY, 76},
           {IDS_LABEL_SINCE, 120}};
 }
 

@@ -17,8 +17,8 @@ TasksPanel::TasksPanel(PanelContext context)
 unsigned TasksPanel::Title() const { return IDS_COMMAND_TASKS; }
 
 std::vector<Column> TasksPanel::Columns() const {
-  return {{IDS_LABEL_NUMBER, 70}, {IDS_LABEL_TITLE, 190},      {IDS_LABEL_WORKFLOW, 80},
-          {IDS_LABEL_STATE, 70},  {IDS_LABEL_CREATED_BY, 80},  {IDS_LABEL_SINCE, 120}};
+  return {{IDS_LABEL_NUMBER, 56}, {IDS_LABEL_TITLE, 184},     {IDS_LABEL_WORKFLOW, 64},
+          {IDS_LABEL_STATE, 60},  {IDS_LABEL_CREATED_BY, 74}, {IDS_LABEL_SINCE, 116}};
 }
 
 std::wstring TasksPanel::Cell(std::size_t row, std::size_t column) const {

@@ -143,7 +143,10 @@ void MainWindow::RefreshStatus() {
 void MainWindow::OnTimer() {
   const auto now = std::chrono::steady_clock::now();
   if (m_desk->HostCount() > 0) m_lastSeen = now;
-  if (m_options.until_idle && now - m_lastSeen >= *m_options.until_idle) DestroyWindow(Handle());
+  if (m_options.until_idle && now - m_lastSeen >= *m_options.until_idle) {
+    DestroyWindow(Handle());  // and the desk with it
+    return;
+  }
   RefreshStatus();
   CheckMenu();
 }

@@ -14,7 +14,8 @@ constexpr int kLineHeight = 20;
 constexpr int kButtonHeight = 27;
 constexpr int kButtonPadding = 14;
 constexpr int kLeastButtonWidth = 84;
-constexpr int kAnswerHeight = 210;
+constexpr int kAnswerHeight = 172;
+constexpr int kRowsShare = 71;  // of the width, in percent
 
 }  // namespace
 
@@ -48,7 +49,7 @@ void PanelWindow::Place() {
 
 void PanelWindow::PlaceLists(int top, int bottom, int left, int right) {
   const int gap = window::Dpi::Of(Handle()).Scale(kGap);
-  const int details_left = m_rows ? left + (right - left) * 64 / 100 + gap : left;
+  const int details_left = m_rows ? left + (right - left) * kRowsShare / 100 + gap : left;
   if (m_rows) MoveWindow(m_rows->Handle(), left, top, details_left - gap - left, bottom - top, TRUE);
   MoveWindow(m_details->Handle(), details_left, top, right - details_left, bottom - top, TRUE);
 }

@@ -19,6 +19,7 @@ constexpr UINT_PTR kPersonTimer = 2;
 constexpr UINT kSecond = 1000;
 constexpr COLORREF kFailureColour = RGB(192, 0, 0);
 constexpr SIZE kSize{840, 620};
+constexpr int kHeightWithoutLists = 340;
 
 }  // namespace
 
@@ -32,7 +33,7 @@ PanelWindow::PanelWindow(std::unique_ptr<plm_panels::Panel> panel, const window:
           .title = m_texts(IDS_PANEL_TITLE, m_texts(m_panel->Title())),
           .style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
           .extended_style = WS_EX_CONTROLPARENT,
-          .size = {dpi.Scale(kSize.cx), dpi.Scale(kSize.cy)}});
+          .size = {dpi.Scale(kSize.cx), dpi.Scale(HasDetails() ? kSize.cy : kHeightWithoutLists)}});
   MakeControls();
   Refresh();
   Place();
@@ -64,15 +65,18 @@ void PanelWindow::MakeLists() {
     m_rows.emplace(Handle(), kRowList, m_font.get(), m_panel->AllowsSeveralRows(), columns,
                    [this](std::size_t row, std::size_t column) { return m_panel->Cell(row, column); });
   }
-  if (columns.empty() && m_panel->Details().empty()) return;
+  if (!HasDetails()) return;
   m_details.emplace(Handle(), kDetailList, m_font.get(), false,
-                    std::vector<VirtualList::Column>{{m_texts(IDS_LABEL_PROPERTY), 95},
-                                                     {m_texts(IDS_LABEL_VALUE), 190}},
+                    std::vector<VirtualList::Column>{{m_texts(IDS_LABEL_PROPERTY), 80},
+                                                     {m_texts(IDS_LABEL_VALUE), m_rows ? 130 : 500}},
                     [this](std::size_t row, std::size_t column) {
                       const auto& [name, value] = m_shownDetails.at(row);
                       return column == 0 ? name : value;
                     });
 }
+
+/// A panel with a list has details of its rows.
+bool PanelWindow::HasDetails() const { return !m_panel->Columns().empty() || !m_panel->Details().empty(); }
 
 void PanelWindow::MakeButtons() {
   m_actions = m_panel->Actions();
@@ -90,12 +94,22 @@ void PanelWindow::Present() {
     SetTimer(Handle(), kAutomaticTimer, kSecond, nullptr);
     RefreshButtons();
   }
+  CentreOnScreen();
   ShowWindow(Handle(), SW_SHOW);
   SetForegroundWindow(Handle());
   HWND first = m_fields->FirstEditable();
   if (!first && m_rows) first = m_rows->Handle();
   SetFocus(first ? first : GetDlgItem(Handle(), m_actions.empty() ? IDCANCEL : static_cast<int>(kFirstAction)));
   WriteLayout();
+}
+
+void PanelWindow::CentreOnScreen() const {
+  RECT area{}, place{};
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+  GetWindowRect(Handle(), &place);
+  const LONG x = area.left + (area.right - area.left - (place.right - place.left)) / 2;
+  const LONG y = area.top + (area.bottom - area.top - (place.bottom - place.top)) / 2;
+  SetWindowPos(Handle(), nullptr, std::max(area.left, x), std::max(area.top, y), 0, 0, SWP_NOSIZE | SWP_NOZORDER);
 }
 
 void PanelWindow::Refresh() {
@@ -212,15 +226,20 @@ void PanelWindow::OnCommand(int id, int code) {
   });
 }
 
-void PanelWindow::OnNotify(NMHDR& header) {
-  if (m_details && header.hwndFrom == m_details->Handle()) m_details->OnNotify(header);
-  if (!m_rows || header.hwndFrom != m_rows->Handle()) return;
-  if (header.code == NM_DBLCLK && !m_panel->Selection().empty() && !m_actions.empty()) {
+LRESULT PanelWindow::OnNotify(NMHDR& header) {
+  for (std::optional<VirtualList>* list : {&m_rows, &m_details}) {
+    if (!*list || header.hwndFrom != (*list)->Handle()) continue;
+    if (header.code == NM_CUSTOMDRAW) return (*list)->OnCustomDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
+    if ((*list)->OnNotify(header) && list == &m_rows) {
+      m_panel->Select(m_rows->Selection());
+      Refresh();
+    }
+  }
+  const bool is_double_click = m_rows && header.hwndFrom == m_rows->Handle() && header.code == NM_DBLCLK;
+  if (is_double_click && !m_panel->Selection().empty() && !m_actions.empty()) {
     PostMessageW(Handle(), WM_COMMAND, MAKEWPARAM(kFirstAction, BN_CLICKED), 0);
   }
-  if (!m_rows->OnNotify(header)) return;
-  m_panel->Select(m_rows->Selection());
-  Refresh();
+  return 0;
 }
 
 void PanelWindow::Play(plm_panels::PersonLine line, std::chrono::milliseconds delay) {
@@ -250,13 +269,13 @@ LRESULT PanelWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
     case WM_SIZE: Place(); return 0;
     case WM_COMMAND: OnCommand(LOWORD(wparam), HIWORD(wparam)); return 0;
-    case WM_NOTIFY: OnNotify(*reinterpret_cast<NMHDR*>(lparam)); return 0;
+    case WM_NOTIFY: return OnNotify(*reinterpret_cast<NMHDR*>(lparam));
     case WM_TIMER: OnTimer(wparam); return 0;
     case WM_CLOSE: Finish({}); return 0;
     case DM_GETDEFID: return MAKELONG(m_actions.empty() ? IDCANCEL : static_cast<int>(kFirstAction), DC_HASDEFID);
     case WM_GETMINMAXINFO: {
       const window::Dpi dpi = window::Dpi::Of(Handle());
-      reinterpret_cast<MINMAXINFO*>(lparam)->ptMinTrackSize = {dpi.Scale(720), dpi.Scale(480)};
+      reinterpret_cast<MINMAXINFO*>(lparam)->ptMinTrackSize = {dpi.Scale(720), dpi.Scale(kHeightWithoutLists)};
       return 0;
     }
     case WM_CTLCOLORSTATIC:

@@ -56,6 +56,8 @@ class PanelWindow : public window::Window {
 
  private:
   void MakeControls();
+  void CentreOnScreen() const;
+  bool HasDetails() const;
   void MakeLists();
   void MakeButtons();
   void Place();
@@ -64,7 +66,7 @@ class PanelWindow : public window::Window {
   void Refresh();
   void RefreshButtons();
   void OnCommand(int id, int code);
-  void OnNotify(NMHDR& header);
+  LRESULT OnNotify(NMHDR& header);
   void OnTimer(UINT_PTR timer);
   void CountDown();
   void Do(const std::wstring& action);

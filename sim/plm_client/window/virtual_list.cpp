@@ -3,6 +3,11 @@
 #include "window/window.h"
 
 namespace plm_window {
+namespace {
+
+constexpr COLORREF kSelectedColour = RGB(204, 228, 247);
+
+}  // namespace
 
 VirtualList::VirtualList(HWND parent, int id, HFONT font, bool several_rows,
                          const std::vector<Column>& columns, CellSource cells)
@@ -67,6 +72,16 @@ bool VirtualList::OnNotify(NMHDR& header) {
     case LVN_ODSTATECHANGED: return !m_isSelecting;
     default: return false;
   }
+}
+
+LRESULT VirtualList::OnCustomDraw(NMLVCUSTOMDRAW& drawing) const {
+  if (drawing.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+  if (drawing.nmcd.dwDrawStage != CDDS_ITEMPREPAINT || GetFocus() == m_handle) return CDRF_DODEFAULT;
+  const auto row = static_cast<int>(drawing.nmcd.dwItemSpec);
+  if (ListView_GetItemState(m_handle, row, LVIS_SELECTED) == 0) return CDRF_DODEFAULT;
+  drawing.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
+  drawing.clrTextBk = kSelectedColour;
+  return CDRF_NEWFONT;
 }
 
 }  // namespace plm_window

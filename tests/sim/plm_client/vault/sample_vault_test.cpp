@@ -66,7 +66,9 @@ TEST_F(SampleVaultTest, HasUsersTasksAndMaterials) {
 }
 
 TEST_F(SampleVaultTest, NamesTheFileWhosePropertiesCannotBeRead) {
-  const std::wstring file = s_folder->Write(L"text.sldprt", "no compound file");
+  const std::wstring opaque = s_folder->Write(L"text.sldprt", "a format of another program");
+  EXPECT_TRUE(plm_models::ReadModelProperties(opaque).empty());
+  const std::wstring file = s_folder->Path(L"missing.sldprt");
   try {
     plm_models::ReadModelProperties(file);
     ADD_FAILURE() << "it was read";
