@@ -22,7 +22,7 @@ Desk::Desk(const Options& options, const window::Texts& texts, std::function<voi
   m_client = std::make_unique<plm_client::Client>(
       plm_client::Settings{.pipe = options.pipe},
       [this](const plm_client::Request& request, const std::stop_token& stop) { return Handle(request, stop); });
-  m_started.count_down();
+  m_started.set_value(m_client.get());
 }
 
 // Before the panels: the threads of the connections may wait for them.
@@ -30,8 +30,9 @@ Desk::~Desk() { m_client.reset(); }
 
 /// On a thread of a connection.
 plm_client::Reply Desk::Handle(const plm_client::Request& request, const std::stop_token& stop) {
-  m_started.wait();
-  return m_queue.Ask(request, stop, [&] { return m_client->HostIsThere(request.connection); });
+  const std::shared_future<const plm_client::Client*> served = m_served;  // each thread needs one of its own
+  const plm_client::Client* const client = served.get();
+  return m_queue.Ask(request, stop, [&] { return client->HostIsThere(request.connection); });
 }
 
 void Desk::OnNews() {

@@ -1,7 +1,7 @@
 /// @file Where the commands of the hosts arrive: each gets a panel, and its answer.
 #pragma once
 
-#include <latch>
+#include <future>
 #include <memory>
 #include <optional>
 #include <string>
@@ -73,7 +73,10 @@ class Desk {
   std::function<void()> m_notify;
   CallQueue m_queue;
   std::vector<std::unique_ptr<OpenPanel>> m_open;
-  std::latch m_started{1};  // a request may come before m_client is set
+  // The client, for its own threads: a request may come before m_client is set. Not a std::latch: in this library its
+  // wait may miss the end.
+  std::promise<const plm_client::Client*> m_started;
+  std::shared_future<const plm_client::Client*> m_served = m_started.get_future().share();
   std::unique_ptr<plm_client::Client> m_client;
 };
 

@@ -33,8 +33,8 @@ MainWindow::MainWindow(const Options& options, const window::Texts& texts) : m_o
   m_forAll = options.misbehave.has_value();
   MakeMenu();
   MakeControls();
+  Place();  // first: the parts of the status bar take no texts before
   Refresh();
-  Place();
   SetTimer(Handle(), kTimer, kTimerInterval, nullptr);
   ShowWindow(Handle(), SW_SHOW);
 }

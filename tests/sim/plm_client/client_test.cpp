@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include <sddl.h>
 
+#include <atomic>
+
 #include "host.h"
 #include "plm_client/script.h"
 
@@ -184,6 +186,31 @@ TEST_F(ClientTest, CanBeDestroyedWhileAHostWaitsForAPerson) {
   ASSERT_TRUE(client->WaitForRequests(1, 5s));
   client.reset();  // must return
   EXPECT_FALSE(Host(m_pipe).IsConnected());
+}
+
+TEST_F(ClientTest, KnowsWhetherTheHostThatAskedIsStillThere) {
+  std::atomic<bool> was_there = false, is_gone = false;
+  std::atomic<const Client*> served = nullptr;
+  const Client client({.pipe = m_pipe}, [&](const Request& request, std::stop_token) {
+    while (!served) Sleep(1);
+    was_there = served.load()->HostIsThere(request.connection);
+    for (int tries = 0; tries < 500 && !is_gone; ++tries) {
+      Sleep(10);
+      is_gone = !served.load()->HostIsThere(request.connection);
+    }
+    return Reply::Text("");
+  });
+  served = &client;
+  {
+    const Host host(m_pipe);
+    host.Send(Frame(R"({"jsonrpc":"2.0","id":1,"method":"invoke","params":{"command":"A","request":""}})"));
+    ASSERT_TRUE(client.WaitForRequests(1, 5s));
+    for (int tries = 0; tries < 500 && !was_there; ++tries) Sleep(10);
+  }
+  for (int tries = 0; tries < 500 && !is_gone; ++tries) Sleep(10);
+  EXPECT_TRUE(was_there);
+  EXPECT_TRUE(is_gone);
+  EXPECT_FALSE(client.HostIsThere(99)) << "there is no such connection";
 }
 
 TEST_F(ClientTest, FailsIfAnotherClientServesThePipe) {

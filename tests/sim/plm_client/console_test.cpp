@@ -1,62 +1,17 @@
 #include <gtest/gtest.h>
 
-#include <optional>
-
 #include "CStringHelper.h"
+#include "client_program.h"
 #include "host.h"
 #include "temp_folder.h"
 
 namespace {
 
-/// plm_client.exe with its output in files.
-class Console {
+/// plm_client.exe.
+class Console : public ClientProgram {
  public:
-  Console(const TempFolder& folder, const std::wstring& arguments) : m_folder(folder) {
-    const UniqueHandle output = CreateFileFor(L"output.txt"), errors = CreateFileFor(L"errors.txt");
-    std::wstring command = L"\"" + Program() + L"\" " + arguments;
-    STARTUPINFOW startup{};
-    startup.cb = sizeof(startup);
-    startup.dwFlags = STARTF_USESTDHANDLES;
-    startup.hStdOutput = output.get();
-    startup.hStdError = errors.get();
-    PROCESS_INFORMATION started{};
-    EXPECT_TRUE(CreateProcessW(Program().c_str(), command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
-                               &startup, &started));
-    m_process = OwnHandle(started.hProcess);
-    OwnHandle(started.hThread);
-  }
-  Console(const Console&) = delete;
-  Console& operator=(const Console&) = delete;
-  ~Console() { TerminateProcess(m_process.get(), 99); }
-
-  /// The exit code, if the program ends within ten seconds.
-  std::optional<DWORD> ExitCode() const {
-    DWORD code = 0;
-    if (WaitForSingleObject(m_process.get(), 10'000) != WAIT_OBJECT_0) return std::nullopt;
-    GetExitCodeProcess(m_process.get(), &code);
-    return code;
-  }
-
-  std::string Output() const { return m_folder.Read(L"output.txt"); }
-  std::string Errors() const { return m_folder.Read(L"errors.txt"); }
-
- private:
-  static std::wstring Program() {
-    std::wstring path(MAX_PATH, L'\0');
-    path.resize(GetModuleFileNameW(nullptr, path.data(), MAX_PATH));
-    const std::wstring tests = path.substr(0, path.rfind(L'\\'));
-    return tests.substr(0, tests.rfind(L'\\')) + L"\\bin\\plm_client.exe";
-  }
-
-  UniqueHandle CreateFileFor(const wchar_t* name) const {
-    SECURITY_ATTRIBUTES inheritable{sizeof(inheritable), nullptr, TRUE};
-    return OwnHandle(CreateFileW(m_folder.Path(name).c_str(), GENERIC_WRITE,
-                                 FILE_SHARE_READ | FILE_SHARE_WRITE, &inheritable, CREATE_ALWAYS, 0,
-                                 nullptr));
-  }
-
-  const TempFolder& m_folder;
-  UniqueHandle m_process;
+  Console(const TempFolder& folder, const std::wstring& arguments)
+      : ClientProgram(L"plm_client.exe", folder, arguments) {}
 };
 
 class ConsoleTest : public testing::Test {
@@ -66,16 +21,7 @@ class ConsoleTest : public testing::Test {
     return L"--answers \"" + m_folder.Path(L"answers") + L"\" --pipe " + m_pipe + L" " + further;
   }
 
-  /// Connects a host; waits until the pipe is served.
-  Host Connect() const {
-    Host host(m_pipe);
-    for (int tries = 0; tries < 500 && !host.IsConnected(); ++tries) {
-      Sleep(10);
-      host = Host(m_pipe);
-    }
-    EXPECT_TRUE(host.IsConnected());
-    return host;
-  }
+  Host Connect() const { return ConnectWhenServed(m_pipe); }
 
   const std::wstring m_pipe = NewPipeName();
   TempFolder m_folder;

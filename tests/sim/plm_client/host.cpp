@@ -1,5 +1,7 @@
 #include "host.h"
 
+#include <gtest/gtest.h>
+
 #include <atomic>
 
 #include "plm_client/json_text.h"
@@ -40,6 +42,16 @@ std::string Host::Ask(int id, const std::string& command, const std::string& req
              ",\"method\":\"invoke\",\"params\":{\"command\":" + plm_client::JsonString(command) +
              ",\"request\":" + plm_client::JsonString(request) + "}}"));
   return ReceiveContent();
+}
+
+Host ConnectWhenServed(const std::wstring& pipe) {
+  Host host(pipe);
+  for (int tries = 0; tries < 1000 && !host.IsConnected(); ++tries) {
+    Sleep(10);
+    host = Host(pipe);
+  }
+  EXPECT_TRUE(host.IsConnected());
+  return host;
 }
 
 std::string Frame(std::string_view content) {

@@ -32,6 +32,9 @@ class Host {
   UniqueHandle m_pipe;
 };
 
+/// Connects a host; waits until the pipe is served.
+Host ConnectWhenServed(const std::wstring& pipe);
+
 /// `content` in a frame.
 std::string Frame(std::string_view content);
 
