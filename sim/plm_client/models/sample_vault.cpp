@@ -94,10 +94,11 @@ class SampleMaker {
 };
 
 void AddMaterials(Vault& vault) {
-  for (const auto& [name, group, steel] : {std::tuple{L"Hexagon bolt M8\u00d740, A2", L"Fasteners", L"A2-70"},
-                                           std::tuple{L"Hexagon nut M8, A2", L"Fasteners", L"A2-70"},
-                                           std::tuple{L"Flat bar 40\u00d75", L"Profiles", L"S235JR"},
-                                           std::tuple{L"\u4e0d\u9508\u94a2\u677f 2 mm", L"\u677f\u91d1", L"06Cr19Ni10"}}) {
+  for (const auto& [name, group, steel] :
+       {std::tuple{L"Hexagon bolt M8\u00d740, A2", L"Fasteners", L"A2-70"},
+        std::tuple{L"Hexagon nut M8, A2", L"Fasteners", L"A2-70"},
+        std::tuple{L"Flat bar 40\u00d75", L"Profiles", L"S235JR"},
+        std::tuple{L"\u4e0d\u9508\u94a2\u677f 2 mm", L"\u677f\u91d1", L"06Cr19Ni10"}}) {
     const plm_vault::Material material = vault.CreateMaterial(
         name, group, {{L"Description", name}, {L"Material", steel}, {L"Supplier", L"Nordstahl"}}, kDesigner);
     vault.KeepMaterial(material.number);
@@ -121,9 +122,9 @@ void AddWork(Vault& vault) {
 
 Vault MakeSampleVault(const std::filesystem::path& folder) {
   Vault vault = Vault::Create(folder);
-  for (const plm_vault::User& user : {plm_vault::User{L"kim", L"Kim Lindqvist"},
-                                      plm_vault::User{L"muller", L"Jonas M\u00fcller"},
-                                      plm_vault::User{L"wang", L"\u738b\u6653\u660e"}}) {
+  for (const plm_vault::User& user :
+       {plm_vault::User{L"kim", L"Kim Lindqvist"}, plm_vault::User{L"muller", L"Jonas M\u00fcller"},
+        plm_vault::User{L"wang", L"\u738b\u6653\u660e"}}) {
     vault.AddUser(user);
   }
   SampleMaker maker(vault);

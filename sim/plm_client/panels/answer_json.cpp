@@ -23,7 +23,8 @@ class AnswerJson::Writer {
 
  private:
   JsonBuffer m_buffer;
-  rapidjson::PrettyWriter<JsonBuffer, rapidjson::UTF8<>, rapidjson::UTF8<>, ThrowingAllocator> m_json{m_buffer};
+  rapidjson::PrettyWriter<JsonBuffer, rapidjson::UTF8<>, rapidjson::UTF8<>, ThrowingAllocator> m_json{
+      m_buffer};
 };
 
 AnswerJson::AnswerJson() : m_writer(std::make_unique<Writer>()) { m_writer->Json().StartObject(); }

@@ -24,7 +24,9 @@ std::vector<Action> CodePanel::Actions() const {
   return m_codes.empty() ? std::vector{take, done} : std::vector{done, take};
 }
 
-std::wstring CodePanel::Preview(const std::wstring&) const { return AnswerJson().Texts("codes", m_codes).Done(); }
+std::wstring CodePanel::Preview(const std::wstring&) const {
+  return AnswerJson().Texts("codes", m_codes).Done();
+}
 
 std::optional<std::wstring> CodePanel::OnAction(const std::wstring& action) {
   if (action == L"done") return Preview(action);

@@ -28,7 +28,8 @@ unsigned CreateMaterialPanel::Title() const { return IDS_COMMAND_CREATE_MATERIAL
 
 std::vector<Field> CreateMaterialPanel::Fields() const {
   std::vector<Choice> groups;
-  for (const unsigned id : {IDS_GROUP_FASTENERS, IDS_GROUP_SHEET_METAL, IDS_GROUP_PROFILES, IDS_GROUP_OTHER}) {
+  for (const unsigned id :
+       {IDS_GROUP_FASTENERS, IDS_GROUP_SHEET_METAL, IDS_GROUP_PROFILES, IDS_GROUP_OTHER}) {
     groups.push_back({Text(id), Text(id)});
   }
   return {{L"number", IDS_LABEL_NUMBER, FieldKind::kShown, Vault().PeekNumber(L"M-")},

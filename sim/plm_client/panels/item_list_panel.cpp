@@ -11,21 +11,28 @@ namespace plm_panels {
 using plm_vault::Item;
 
 std::vector<Column> ItemListPanel::Columns() const {
-  return {{IDS_LABEL_NUMBER, 60},   {IDS_LABEL_NAME, 138},     {IDS_LABEL_FILE, 112},
-          {IDS_LABEL_KIND, 62},     {IDS_LABEL_REVISION, 54},  {IDS_LABEL_CHECKED_OUT_BY, 74},
+  return {{IDS_LABEL_NUMBER, 60}, {IDS_LABEL_NAME, 130},    {IDS_LABEL_FILE, 112},
+          {IDS_LABEL_KIND, 62},   {IDS_LABEL_REVISION, 54}, {IDS_LABEL_CHECKED_OUT_BY, 74},
           {IDS_LABEL_STATE, 58}};
 }
 
 std::wstring ItemListPanel::Cell(std::size_t row, std::size_t column) const {
   const Item& item = m_items.at(row);
   switch (column) {
-    case 0: return item.number;
-    case 1: return item.name;
-    case 2: return item.file_name;
-    case 3: return TextOf(Context().text, item.kind);
-    case 4: return plm_vault::RevisionLabel(item.revision);
-    case 5: return item.checked_out_by;
-    default: return TextOf(Context().text, item.state);
+    case 0:
+      return item.number;
+    case 1:
+      return item.name;
+    case 2:
+      return item.file_name;
+    case 3:
+      return TextOf(Context().text, item.kind);
+    case 4:
+      return plm_vault::RevisionLabel(item.revision);
+    case 5:
+      return item.checked_out_by;
+    default:
+      return TextOf(Context().text, item.state);
   }
 }
 
@@ -34,9 +41,9 @@ plm_vault::Properties ItemListPanel::Details() const {
   const Item& item = m_items.at(Selection().front());
   plm_vault::Properties details = PropertiesOf(Vault().FileOf(item, item.revision));
   for (const plm_vault::Revision& revision : Vault().Revisions(item.number)) {
-    details.emplace_back(Text(IDS_LABEL_REVISION) + L" " + plm_vault::RevisionLabel(revision.revision),
-                         revision.at + L", " + revision.author +
-                             (revision.comment.empty() ? L"" : L": " + revision.comment));
+    details.emplace_back(
+        Text(IDS_LABEL_REVISION) + L" " + plm_vault::RevisionLabel(revision.revision),
+        revision.at + L", " + revision.author + (revision.comment.empty() ? L"" : L": " + revision.comment));
   }
   return details;
 }

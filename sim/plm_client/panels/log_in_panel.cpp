@@ -21,9 +21,7 @@ std::vector<Field> LogInPanel::Fields() const {
   return {{L"user", IDS_LABEL_USER, FieldKind::kChoice, m_user, UserChoices(Vault())}};
 }
 
-std::vector<Action> LogInPanel::Actions() const {
-  return {{L"log-in", IDS_ACTION_LOG_IN, !m_user.empty()}};
-}
+std::vector<Action> LogInPanel::Actions() const { return {{L"log-in", IDS_ACTION_LOG_IN, !m_user.empty()}}; }
 
 std::wstring LogInPanel::Preview(const std::wstring&) const { return Answer(L"..."); }
 
@@ -51,7 +49,8 @@ std::vector<Field> LogOutPanel::Fields() const {
 }
 
 std::vector<Column> LogOutPanel::Columns() const {
-  return {{IDS_LABEL_CHECKED_OUT_BY, 90}, {IDS_LABEL_NUMBER, 80}, {IDS_LABEL_NAME, 220}, {IDS_LABEL_SINCE, 130}};
+  return {
+      {IDS_LABEL_CHECKED_OUT_BY, 90}, {IDS_LABEL_NUMBER, 80}, {IDS_LABEL_NAME, 220}, {IDS_LABEL_SINCE, 130}};
 }
 
 std::size_t LogOutPanel::RowCount() const { return m_items.size(); }
@@ -66,7 +65,9 @@ std::vector<Action> LogOutPanel::Actions() const {
   return {{L"log-out", IDS_ACTION_LOG_OUT}, {L"stay", IDS_ACTION_STAY}};
 }
 
-std::optional<AutomaticAction> LogOutPanel::Automatic() const { return AutomaticAction{L"log-out", kLogOutDelay}; }
+std::optional<AutomaticAction> LogOutPanel::Automatic() const {
+  return AutomaticAction{L"log-out", kLogOutDelay};
+}
 
 std::wstring LogOutPanel::Preview(const std::wstring& action) const {
   return AnswerJson().Flag("__InvokeResult__", action == L"log-out").Done();

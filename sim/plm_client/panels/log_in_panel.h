@@ -25,8 +25,8 @@ class LogInPanel : public Panel {
   std::wstring m_user;
 };
 
-/// The person logs out, or stays. The host that ends waits ten seconds at most, and nobody may be there: the panel
-/// logs out by itself before.
+/// The person logs out, or stays. The host that ends waits ten seconds at most, and nobody may be there: the
+/// panel logs out by itself before.
 class LogOutPanel : public Panel {
  public:
   using Panel::Panel;

@@ -39,7 +39,12 @@ std::wstring LotImportPanel::Cell(std::size_t row, std::size_t column) const {
   if (column == 0) return name;
   const std::optional<plm_vault::Item> known = Vault().FindByFileName(name);
   if (!known) return Text(IDS_NEW_ITEM);
-  return Filled(Text(IDS_NEXT_REVISION), known->number + L" " + plm_vault::RevisionLabel(known->revision + 1));
+  return Filled(Text(IDS_NEXT_REVISION),
+                known->number + L" " + plm_vault::RevisionLabel(known->revision + 1));
+}
+
+plm_vault::Properties LotImportPanel::Details() const {
+  return Selection().size() == 1 ? PropertiesOf(m_files.at(Selection().front())) : plm_vault::Properties{};
 }
 
 std::vector<Action> LotImportPanel::Actions() const {

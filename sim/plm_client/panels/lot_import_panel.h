@@ -15,6 +15,7 @@ class LotImportPanel : public Panel {
   std::vector<Column> Columns() const override;
   std::size_t RowCount() const override { return m_files.size(); }
   std::wstring Cell(std::size_t row, std::size_t column) const override;
+  plm_vault::Properties Details() const override;
   std::vector<Action> Actions() const override;
   std::wstring Preview(const std::wstring& action) const override;
 

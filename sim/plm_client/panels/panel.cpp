@@ -9,7 +9,9 @@ namespace plm_panels {
 void Panel::SetField(std::wstring_view name, const std::wstring& value) {
   for (const Field& field : Fields()) {
     if (field.name != name || field.kind == FieldKind::kShown) continue;
-    const auto is_meant = [&](const Choice& choice) { return choice.value == value || choice.label == value; };
+    const auto is_meant = [&](const Choice& choice) {
+      return choice.value == value || choice.label == value;
+    };
     const auto choice = std::ranges::find_if(field.choices, is_meant);
     if (field.kind == FieldKind::kChoice && choice == field.choices.end()) {
       throw plm_vault::VaultError(L"\"" + field.name + L"\" has no choice \"" + value + L"\"");

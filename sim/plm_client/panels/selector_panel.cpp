@@ -18,9 +18,12 @@ constexpr const wchar_t* kDrawingValue = L"drawing";
 
 std::wstring ValueOf(ItemKind kind) {
   switch (kind) {
-    case ItemKind::kPart: return kPartValue;
-    case ItemKind::kAssembly: return kAssemblyValue;
-    case ItemKind::kDrawing: return kDrawingValue;
+    case ItemKind::kPart:
+      return kPartValue;
+    case ItemKind::kAssembly:
+      return kAssemblyValue;
+    case ItemKind::kDrawing:
+      return kDrawingValue;
   }
   return {};
 }
@@ -79,7 +82,8 @@ std::vector<Action> SelectorPanel::Actions() const {
 std::wstring SelectorPanel::Preview(const std::wstring& action) const {
   std::vector<std::filesystem::path> paths;
   for (const Item& item : Selected()) {
-    paths.push_back(action == L"cover" ? Vault().CoveringFile(item, RevisionOf(item)) : Vault().WorkFile(item));
+    paths.push_back(action == L"cover" ? Vault().CoveringFile(item, RevisionOf(item))
+                                       : Vault().WorkFile(item));
   }
   return PathsAnswer(MemberFor(action), paths);
 }

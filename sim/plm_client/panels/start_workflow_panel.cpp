@@ -24,7 +24,9 @@ std::vector<Action> StartWorkflowPanel::Actions() const {
   return {{L"start", IDS_ACTION_START, !Selection().empty()}};
 }
 
-std::wstring StartWorkflowPanel::Preview(const std::wstring&) const { return Answer(Vault().PeekNumber(L"T-")); }
+std::wstring StartWorkflowPanel::Preview(const std::wstring&) const {
+  return Answer(Vault().PeekNumber(L"T-"));
+}
 
 std::optional<std::wstring> StartWorkflowPanel::OnAction(const std::wstring&) {
   const std::wstring title = m_title.empty() ? Joined(SelectedNumbers()) : m_title;

@@ -24,20 +24,27 @@ std::vector<Column> TasksPanel::Columns() const {
 std::wstring TasksPanel::Cell(std::size_t row, std::size_t column) const {
   const Task& task = m_tasks.at(row);
   switch (column) {
-    case 0: return task.number;
-    case 1: return task.title;
+    case 0:
+      return task.number;
+    case 1:
+      return task.title;
     case 2: {
       const std::vector<Choice> workflows = WorkflowChoices(Context().text);
       const auto workflow = std::ranges::find(workflows, task.workflow, &Choice::value);
       return workflow == workflows.end() ? task.workflow : workflow->label;
     }
-    case 3: return TextOf(Context().text, task.state);
-    case 4: return task.created_by;
-    default: return task.created_at;
+    case 3:
+      return TextOf(Context().text, task.state);
+    case 4:
+      return task.created_by;
+    default:
+      return task.created_at;
   }
 }
 
-const Task* TasksPanel::Selected() const { return Selection().empty() ? nullptr : &m_tasks.at(Selection()[0]); }
+const Task* TasksPanel::Selected() const {
+  return Selection().empty() ? nullptr : &m_tasks.at(Selection()[0]);
+}
 
 std::vector<Item> TasksPanel::Documents() const {
   std::vector<Item> items;
@@ -48,7 +55,8 @@ std::vector<Item> TasksPanel::Documents() const {
 
 plm_vault::Properties TasksPanel::Details() const {
   plm_vault::Properties details;
-  for (const Item& item : Documents()) details.emplace_back(item.number, item.name + L" \u2013 " + item.file_name);
+  for (const Item& item : Documents())
+    details.emplace_back(item.number, item.name + L" \u2013 " + item.file_name);
   return details;
 }
 

@@ -6,7 +6,8 @@
 
 namespace plm_panels {
 
-TemporaryMaterialsPanel::TemporaryMaterialsPanel(PanelContext context) : MaterialListPanel(std::move(context)) {
+TemporaryMaterialsPanel::TemporaryMaterialsPanel(PanelContext context)
+    : MaterialListPanel(std::move(context)) {
   Show(Vault().TemporaryMaterials(Context().user));
 }
 

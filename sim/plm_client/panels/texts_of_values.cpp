@@ -10,18 +10,24 @@ using plm_vault::TaskState;
 
 std::wstring TextOf(const TextSource& text, ItemKind kind) {
   switch (kind) {
-    case ItemKind::kPart: return text(IDS_KIND_PART);
-    case ItemKind::kAssembly: return text(IDS_KIND_ASSEMBLY);
-    case ItemKind::kDrawing: return text(IDS_KIND_DRAWING);
+    case ItemKind::kPart:
+      return text(IDS_KIND_PART);
+    case ItemKind::kAssembly:
+      return text(IDS_KIND_ASSEMBLY);
+    case ItemKind::kDrawing:
+      return text(IDS_KIND_DRAWING);
   }
   return {};
 }
 
 std::wstring TextOf(const TextSource& text, ItemState state) {
   switch (state) {
-    case ItemState::kInWork: return text(IDS_STATE_IN_WORK);
-    case ItemState::kInReview: return text(IDS_STATE_IN_REVIEW);
-    case ItemState::kReleased: return text(IDS_STATE_RELEASED);
+    case ItemState::kInWork:
+      return text(IDS_STATE_IN_WORK);
+    case ItemState::kInReview:
+      return text(IDS_STATE_IN_REVIEW);
+    case ItemState::kReleased:
+      return text(IDS_STATE_RELEASED);
   }
   return {};
 }

@@ -67,8 +67,8 @@ class Database {
   std::unique_ptr<sqlite3, Closer> m_database;
 };
 
-/// All changes from here to Commit, or none of them. It takes the lock for writing at once, so that what is read
-/// in it stays true until its end.
+/// All changes from here to Commit, or none of them. It takes the lock for writing at once, so that what is
+/// read in it stays true until its end.
 class Transaction {
  public:
   explicit Transaction(Database& database);

@@ -64,7 +64,8 @@ bool SameBytes(const std::filesystem::path& a, const std::filesystem::path& b) {
     first.read(first_chunk.data(), first_chunk.size());
     second.read(second_chunk.data(), second_chunk.size());
     if (first.gcount() != second.gcount()) return false;
-    if (!std::equal(first_chunk.begin(), first_chunk.begin() + first.gcount(), second_chunk.begin())) return false;
+    if (!std::equal(first_chunk.begin(), first_chunk.begin() + first.gcount(), second_chunk.begin()))
+      return false;
   } while (first && second);
   return first.eof() && second.eof();
 }

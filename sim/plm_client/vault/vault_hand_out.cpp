@@ -16,7 +16,9 @@ void CopyUnlessSame(const std::filesystem::path& from, const std::filesystem::pa
 
 }  // namespace
 
-std::filesystem::path Vault::WorkFile(const Item& item) const { return m_folder / kWorkFolder / item.file_name; }
+std::filesystem::path Vault::WorkFile(const Item& item) const {
+  return m_folder / kWorkFolder / item.file_name;
+}
 
 std::filesystem::path Vault::CoveringFile(const Item& item, int revision) const {
   return m_folder / kWorkFolder / RevisionLabel(revision) / item.file_name;
@@ -47,8 +49,9 @@ std::filesystem::path Vault::CheckOut(std::wstring_view number, const std::wstri
   RefuseUnlessFree(item, user);
   std::filesystem::path file = HandOut(item, item.revision);
   m_database
-      ->Prepare("UPDATE items SET checked_out_by = ?, "
-                "checked_out_at = strftime('%Y-%m-%d %H:%M', 'now', 'localtime') WHERE number = ?")
+      ->Prepare(
+          "UPDATE items SET checked_out_by = ?, "
+          "checked_out_at = strftime('%Y-%m-%d %H:%M', 'now', 'localtime') WHERE number = ?")
       .Bind(user)
       .Bind(number)
       .Run();

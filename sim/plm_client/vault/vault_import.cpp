@@ -32,8 +32,7 @@ Imported Vault::Import(const std::filesystem::path& file, const std::wstring& us
   KindOf(file);  // before anything is changed
   Transaction transaction(*m_database);
   const std::optional<Item> known = FindByFileName(file.filename().wstring());
-  Imported imported =
-      known ? NextRevision(*known, file, user, comment) : NewItem(file, user, name, comment);
+  Imported imported = known ? NextRevision(*known, file, user, comment) : NewItem(file, user, name, comment);
   transaction.Commit();
   return imported;
 }
@@ -53,8 +52,7 @@ Imported Vault::NewItem(const std::filesystem::path& file, const std::wstring& u
                   .name = name.empty() ? file.stem().wstring() : name,
                   .file_name = file.filename().wstring(),
                   .kind = kind.kind};
-  m_database
-      ->Prepare("INSERT INTO items (number, name, file_name, file_key, kind) VALUES (?, ?, ?, ?, ?)")
+  m_database->Prepare("INSERT INTO items (number, name, file_name, file_key, kind) VALUES (?, ?, ?, ?, ?)")
       .Bind(item.number)
       .Bind(item.name)
       .Bind(item.file_name)
@@ -69,16 +67,18 @@ Imported Vault::NewItem(const std::filesystem::path& file, const std::wstring& u
 void Vault::AddRevision(const Item& item, const std::filesystem::path& file, const std::wstring& user,
                         const std::wstring& comment) {
   m_database
-      ->Prepare("INSERT INTO revisions (item, revision, author, comment) "
-                "VALUES ((SELECT id FROM items WHERE number = ?), ?, ?, ?)")
+      ->Prepare(
+          "INSERT INTO revisions (item, revision, author, comment) "
+          "VALUES ((SELECT id FROM items WHERE number = ?), ?, ?, ?)")
       .Bind(item.number)
       .Bind(item.revision)
       .Bind(user)
       .Bind(comment)
       .Run();
   m_database
-      ->Prepare("UPDATE items SET revision = ?, state = 0, checked_out_by = NULL, checked_out_at = NULL "
-                "WHERE number = ?")
+      ->Prepare(
+          "UPDATE items SET revision = ?, state = 0, checked_out_by = NULL, checked_out_at = NULL "
+          "WHERE number = ?")
       .Bind(item.revision)
       .Bind(item.number)
       .Run();
@@ -97,7 +97,8 @@ std::wstring Vault::CreateChange(const std::wstring& title, const std::vector<st
   const std::int64_t change = m_database->LastInserted();
   for (const std::wstring& item : numbers) {
     m_database
-        ->Prepare("INSERT INTO change_items (change, item) VALUES (?, (SELECT id FROM items WHERE number = ?))")
+        ->Prepare(
+            "INSERT INTO change_items (change, item) VALUES (?, (SELECT id FROM items WHERE number = ?))")
         .Bind(change)
         .Bind(item)
         .Run();

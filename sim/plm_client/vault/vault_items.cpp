@@ -75,8 +75,9 @@ void Vault::SetState(std::wstring_view number, ItemState state) {
 
 void Vault::AddUse(std::wstring_view user_number, std::wstring_view used_number) {
   m_database
-      ->Prepare("INSERT OR IGNORE INTO uses (item, used) VALUES ((SELECT id FROM items WHERE number = ?), "
-                "(SELECT id FROM items WHERE number = ?))")
+      ->Prepare(
+          "INSERT OR IGNORE INTO uses (item, used) VALUES ((SELECT id FROM items WHERE number = ?), "
+          "(SELECT id FROM items WHERE number = ?))")
       .Bind(user_number)
       .Bind(used_number)
       .Run();

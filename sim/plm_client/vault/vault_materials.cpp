@@ -21,8 +21,7 @@ Properties PropertiesOf(Database& database, std::int64_t material) {
 void AddProperties(Database& database, std::int64_t material, const Properties& properties) {
   std::int64_t position = 0;
   for (const auto& [name, value] : properties) {
-    database
-        .Prepare("INSERT INTO material_properties (material, position, name, value) VALUES (?, ?, ?, ?)")
+    database.Prepare("INSERT INTO material_properties (material, position, name, value) VALUES (?, ?, ?, ?)")
         .Bind(material)
         .Bind(++position)
         .Bind(name)

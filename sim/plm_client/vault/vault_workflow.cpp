@@ -44,7 +44,8 @@ Task Vault::StartWorkflow(const std::wstring& workflow, const std::wstring& titl
       .Run();
   const std::int64_t id = m_database->LastInserted();
   for (const std::wstring& item : numbers) {
-    m_database->Prepare("INSERT INTO task_items (task, item) VALUES (?, (SELECT id FROM items WHERE number = ?))")
+    m_database
+        ->Prepare("INSERT INTO task_items (task, item) VALUES (?, (SELECT id FROM items WHERE number = ?))")
         .Bind(id)
         .Bind(item)
         .Run();

@@ -129,14 +129,19 @@ void AnswerPart::OnCommand(int id, int code) {
 
 LRESULT AnswerPart::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
-    case WM_SIZE: Place(LOWORD(lparam), HIWORD(lparam)); return 0;
-    case WM_COMMAND: OnCommand(LOWORD(wparam), HIWORD(wparam)); return 0;
+    case WM_SIZE:
+      Place(LOWORD(lparam), HIWORD(lparam));
+      return 0;
+    case WM_COMMAND:
+      OnCommand(LOWORD(wparam), HIWORD(wparam));
+      return 0;
     case WM_CTLCOLORSTATIC:
       if (GetDlgCtrlID(reinterpret_cast<HWND>(lparam)) != kFault) break;
       SetTextColor(reinterpret_cast<HDC>(wparam), kFaultColour);
       SetBkMode(reinterpret_cast<HDC>(wparam), TRANSPARENT);
       return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_BTNFACE));
-    default: break;
+    default:
+      break;
   }
   return Window::OnMessage(message, wparam, lparam);
 }

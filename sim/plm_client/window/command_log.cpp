@@ -8,7 +8,8 @@ namespace plm_window {
 
 std::wstring TimeOfDay() {
   std::array<wchar_t, 16> text{};
-  GetTimeFormatEx(LOCALE_NAME_INVARIANT, 0, nullptr, L"HH':'mm':'ss", text.data(), static_cast<int>(text.size()));
+  GetTimeFormatEx(LOCALE_NAME_INVARIANT, 0, nullptr, L"HH':'mm':'ss", text.data(),
+                  static_cast<int>(text.size()));
   return text.data();
 }
 

@@ -7,7 +7,7 @@ namespace plm_window {
 
 /// The controls of a panel; Cancel has the system's IDCANCEL.
 enum PanelControl : int {
-  kFirstField = 200,        ///< in the order of the fields
+  kFirstField = 200,  ///< in the order of the fields
   kFirstFieldLabel = 300,
   kFirstFieldButton = 350,  ///< beside a folder
   kRowList = 400,

@@ -21,7 +21,9 @@ Desk::Desk(const Options& options, const window::Texts& texts, std::function<voi
   if (options.misbehave) m_misbehaviour.Choose(*options.misbehave, true);
   m_client = std::make_unique<plm_client::Client>(
       plm_client::Settings{.pipe = options.pipe},
-      [this](const plm_client::Request& request, const std::stop_token& stop) { return Handle(request, stop); });
+      [this](const plm_client::Request& request, const std::stop_token& stop) {
+        return Handle(request, stop);
+      });
   m_started.set_value(m_client.get());
 }
 
@@ -71,13 +73,12 @@ std::wstring Desk::DefaultUser() const {
 
 void Desk::ShowPanel(const std::shared_ptr<Call>& call) {
   const plm_client::Request& request = call->Request();
-  auto panel = plm_panels::MakePanel(
-      request.command, request.text,
-      {.vault = m_vault,
-       .session = m_session,
-       .text = [this](unsigned id) { return m_texts(id); },
-       .read_properties = &plm_models::ReadModelProperties,
-       .user = DefaultUser()});
+  auto panel = plm_panels::MakePanel(request.command, request.text,
+                                     {.vault = m_vault,
+                                      .session = m_session,
+                                      .text = [this](unsigned id) { return m_texts(id); },
+                                      .read_properties = &plm_models::ReadModelProperties,
+                                      .user = DefaultUser()});
   const std::wstring user = panel->User();
   m_log.back().user = user;
   m_open.push_back(std::make_unique<OpenPanel>(OpenPanel{call, nullptr, m_log.size() - 1}));

@@ -73,8 +73,8 @@ class Desk {
   std::function<void()> m_notify;
   CallQueue m_queue;
   std::vector<std::unique_ptr<OpenPanel>> m_open;
-  // The client, for its own threads: a request may come before m_client is set. Not a std::latch: in this library its
-  // wait may miss the end.
+  // The client, for its own threads: a request may come before m_client is set. Not a std::latch: in this
+  // library its wait may miss the end.
   std::promise<const plm_client::Client*> m_started;
   std::shared_future<const plm_client::Client*> m_served = m_started.get_future().share();
   std::unique_ptr<plm_client::Client> m_client;

@@ -59,7 +59,8 @@ FieldControls::FieldControls(HWND parent, HFONT font, const plm_panels::Panel& p
   int index = 0;
   for (const Field& field : panel.Fields()) {
     m_labels.push_back(text(field.label));
-    window::MakeControl(parent, WC_STATICW, kFirstFieldLabel + index, SS_LEFT, font, 0, m_labels.back().c_str());
+    window::MakeControl(parent, WC_STATICW, kFirstFieldLabel + index, SS_LEFT, font, 0,
+                        m_labels.back().c_str());
     MakeFieldControl(parent, font, index, field.kind);
     ++index;
   }
@@ -104,7 +105,8 @@ void FieldControls::Show(const std::vector<Field>& fields) {
 int FieldControls::Place(int x, int y, int width, window::Dpi dpi) const {
   const std::size_t columns = m_fields.size() > 1 ? 2 : 1;
   const int gap = dpi.Scale(kGap), row_height = dpi.Scale(kRowHeight), height = dpi.Scale(kControlHeight);
-  const int column_width = (width - gap * 2) / 2;  // a single field, too, is easier to read if it is not too long
+  const int column_width =
+      (width - gap * 2) / 2;  // a single field, too, is easier to read if it is not too long
   int label_width = 0;
   for (const std::wstring& label : m_labels) {
     label_width = std::max(label_width, static_cast<int>(window::SizeOfText(m_font, label).cx));
@@ -116,12 +118,13 @@ int FieldControls::Place(int x, int y, int width, window::Dpi dpi) const {
     const int id = static_cast<int>(i);
     const int button = m_fields[i].kind == FieldKind::kFolder ? dpi.Scale(kButtonWidth) : 0;
     const int control_height = m_fields[i].kind == FieldKind::kChoice ? dpi.Scale(kDropHeight) : height;
-    MoveWindow(GetDlgItem(m_parent, kFirstFieldLabel + id), left, top + dpi.Scale(4), label_width, height, TRUE);
+    MoveWindow(GetDlgItem(m_parent, kFirstFieldLabel + id), left, top + dpi.Scale(4), label_width, height,
+               TRUE);
     MoveWindow(Control(i), left + label_width, top + dpi.Scale(m_fields[i].kind == FieldKind::kShown ? 4 : 0),
                column_width - label_width - button, control_height, TRUE);
     if (button) {
-      MoveWindow(GetDlgItem(m_parent, kFirstFieldButton + id), left + column_width - button, top, button, height,
-                 TRUE);
+      MoveWindow(GetDlgItem(m_parent, kFirstFieldButton + id), left + column_width - button, top, button,
+                 height, TRUE);
     }
   }
   return static_cast<int>((m_fields.size() + columns - 1) / columns) * row_height;

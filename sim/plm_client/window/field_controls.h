@@ -24,9 +24,10 @@ class FieldControls {
   /// Places the controls into a strip of this width. @return the strip's height.
   int Place(int x, int y, int width, window::Dpi dpi) const;
 
-  /// Handles a WM_COMMAND. @return whether a field got another value through the person; then `changed` was called
-  /// with its name and value.
-  bool OnCommand(int id, int code, const std::function<void(const std::wstring&, const std::wstring&)>& changed);
+  /// Handles a WM_COMMAND. @return whether a field got another value through the person; then `changed` was
+  /// called with its name and value.
+  bool OnCommand(int id, int code,
+                 const std::function<void(const std::wstring&, const std::wstring&)>& changed);
 
   /// Gives a control another text or choice, as a person would.
   void Enter(const std::wstring& name, const std::wstring& value);

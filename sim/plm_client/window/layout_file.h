@@ -7,8 +7,8 @@
 
 namespace plm_window {
 
-/// A file with a line for each control: the window's title, the control's name, and its place on the screen as
-/// left, top, width and height, separated by tabs. UTF-8.
+/// A file with a line for each control: the window's title, the control's name, and its place on the screen
+/// as left, top, width and height, separated by tabs. UTF-8.
 class LayoutFile {
  public:
   LayoutFile(std::wstring path, std::wstring title) : m_path(std::move(path)), m_title(std::move(title)) {}

@@ -41,7 +41,8 @@ void Tell(DWORD stream, const std::string& text) {
 int ShowWindows(const plm_window::Options& options) {
   const LANGID language = options.language ? options.language : GetThreadUILanguage();
   if (options.language) window::UseLanguage(language);
-  const INITCOMMONCONTROLSEX controls{sizeof(controls), ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES | ICC_STANDARD_CLASSES};
+  const INITCOMMONCONTROLSEX controls{sizeof(controls),
+                                      ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES | ICC_STANDARD_CLASSES};
   InitCommonControlsEx(&controls);
   const plm_window::MainWindow main_window(options, window::Texts(language));
   Print(STD_OUTPUT_HANDLE, "serving\n");

@@ -55,7 +55,8 @@ void MainWindow::MakeMenu() {
 
 window::UniqueMenu MainWindow::MakeFaultMenu() const {
   window::UniqueMenu menu(CreatePopupMenu());
-  for (std::size_t i = 0; i < kFaults.size(); ++i) Append(menu, kFirstFault + static_cast<int>(i), FaultText(i));
+  for (std::size_t i = 0; i < kFaults.size(); ++i)
+    Append(menu, kFirstFault + static_cast<int>(i), FaultText(i));
   AppendMenuW(menu.get(), MF_SEPARATOR, 0, nullptr);
   Append(menu, kNextOnly, m_texts(IDS_MENU_NEXT_ONLY));
   Append(menu, kAlways, m_texts(IDS_MENU_ALWAYS));
@@ -69,7 +70,8 @@ void MainWindow::CheckMenu() {
   const int fault = kFirstFault + static_cast<int>(m_desk->Faults().Chosen().fault);
   CheckMenuRadioItem(menu, kFirstFault, kFirstFault + static_cast<int>(kFaults.size()) - 1,
                      static_cast<UINT>(fault), MF_BYCOMMAND);
-  CheckMenuRadioItem(menu, kNextOnly, kAlways, static_cast<UINT>(m_forAll ? kAlways : kNextOnly), MF_BYCOMMAND);
+  CheckMenuRadioItem(menu, kNextOnly, kAlways, static_cast<UINT>(m_forAll ? kAlways : kNextOnly),
+                     MF_BYCOMMAND);
   CheckMenuItem(menu, kUnchecked,
                 MF_BYCOMMAND | static_cast<UINT>(m_desk->SendsFaulty() ? MF_CHECKED : MF_UNCHECKED));
 }
@@ -81,8 +83,12 @@ void MainWindow::ChooseFault(int index) {
 
 void MainWindow::OnMenuItem(int id) {
   switch (id) {
-    case kRefresh: Refresh(); break;
-    case kExit: DestroyWindow(Handle()); return;
+    case kRefresh:
+      Refresh();
+      break;
+    case kExit:
+      DestroyWindow(Handle());
+      return;
     case kAbout:
       MessageBoxW(Handle(), m_texts(IDS_ABOUT, m_desk->Vault().Folder().wstring()).c_str(),
                   m_texts(IDS_MAIN_TITLE).c_str(), MB_OK | MB_ICONINFORMATION);
@@ -92,8 +98,12 @@ void MainWindow::OnMenuItem(int id) {
       m_forAll = id == kAlways;
       m_desk->Faults().Choose(m_desk->Faults().Chosen(), m_forAll);
       break;
-    case kUnchecked: m_desk->SendFaulty(!m_desk->SendsFaulty()); break;
-    default: ChooseFault(id - kFirstFault); break;
+    case kUnchecked:
+      m_desk->SendFaulty(!m_desk->SendsFaulty());
+      break;
+    default:
+      ChooseFault(id - kFirstFault);
+      break;
   }
   CheckMenu();
   RefreshStatus();

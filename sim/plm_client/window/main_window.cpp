@@ -20,7 +20,8 @@ constexpr int kLineHeight = 22;
 
 }  // namespace
 
-MainWindow::MainWindow(const Options& options, const window::Texts& texts) : m_options(options), m_texts(texts) {
+MainWindow::MainWindow(const Options& options, const window::Texts& texts)
+    : m_options(options), m_texts(texts) {
   const window::Dpi dpi = window::Dpi::Of(nullptr);
   const SIZE size = options.geometry.value_or(kDefaultSize);
   m_font = window::MessageFont(dpi);
@@ -40,17 +41,18 @@ MainWindow::MainWindow(const Options& options, const window::Texts& texts) : m_o
 }
 
 void MainWindow::MakeControls() {
-  const auto make = [this](const wchar_t* kind, int id, DWORD style, DWORD extended, const std::wstring& text) {
+  const auto make = [this](const wchar_t* kind, int id, DWORD style, DWORD extended,
+                           const std::wstring& text) {
     return window::MakeControl(Handle(), kind, id, style, m_font.get(), extended, text.c_str());
   };
   make(WC_STATICW, kItemsHeading, SS_LEFT, 0, m_texts(IDS_LABEL_SEARCH));
   make(WC_EDITW, kSearch, WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE, L"");
   m_itemList.emplace(Handle(), kItemList, m_font.get(), false,
                      std::vector<VirtualList::Column>{{m_texts(IDS_LABEL_NUMBER), 75},
-                                                      {m_texts(IDS_LABEL_NAME), 210},
+                                                      {m_texts(IDS_LABEL_NAME), 195},
                                                       {m_texts(IDS_LABEL_FILE), 150},
                                                       {m_texts(IDS_LABEL_REVISION), 65},
-                                                      {m_texts(IDS_LABEL_CHECKED_OUT_BY), 115},
+                                                      {m_texts(IDS_LABEL_CHECKED_OUT_BY), 95},
                                                       {m_texts(IDS_LABEL_SINCE), 120}},
                      [this](std::size_t row, std::size_t column) { return ItemCell(row, column); });
   make(WC_STATICW, kLogHeading, SS_LEFT, 0, m_texts(IDS_HEADING_LOG));
@@ -58,7 +60,7 @@ void MainWindow::MakeControls() {
                     std::vector<VirtualList::Column>{{m_texts(IDS_LOG_TIME), 65},
                                                      {m_texts(IDS_LOG_COMMAND), 170},
                                                      {m_texts(IDS_LABEL_USER), 70},
-                                                     {m_texts(IDS_LOG_ANSWER), 430}},
+                                                     {m_texts(IDS_LOG_ANSWER), 410}},
                     [this](std::size_t row, std::size_t column) { return LogCell(row, column); });
   make(STATUSCLASSNAMEW, kStatus, SBARS_SIZEGRIP, 0, L"");
 }
@@ -93,22 +95,32 @@ void MainWindow::Place() {
 std::wstring MainWindow::ItemCell(std::size_t row, std::size_t column) const {
   const plm_vault::Item& item = m_items.at(row);
   switch (column) {
-    case 0: return item.number;
-    case 1: return item.name;
-    case 2: return item.file_name;
-    case 3: return plm_vault::RevisionLabel(item.revision);
-    case 4: return item.checked_out_by;
-    default: return item.checked_out_at;
+    case 0:
+      return item.number;
+    case 1:
+      return item.name;
+    case 2:
+      return item.file_name;
+    case 3:
+      return plm_vault::RevisionLabel(item.revision);
+    case 4:
+      return item.checked_out_by;
+    default:
+      return item.checked_out_at;
   }
 }
 
 std::wstring MainWindow::LogCell(std::size_t row, std::size_t column) const {
   const LogEntry& entry = m_desk->Log().at(row);
   switch (column) {
-    case 0: return entry.time;
-    case 1: return entry.command;
-    case 2: return entry.user;
-    default: return entry.answer;
+    case 0:
+      return entry.time;
+    case 1:
+      return entry.command;
+    case 2:
+      return entry.user;
+    default:
+      return entry.answer;
   }
 }
 
@@ -132,11 +144,14 @@ void MainWindow::RefreshStatus() {
       m_texts(IDS_STATUS_SERVING, m_desk->PipePath()),
       m_texts(IDS_STATUS_HOSTS, std::to_wstring(m_desk->HostCount())),
       user.empty() ? m_texts(IDS_STATUS_NOBODY) : m_texts(IDS_STATUS_USER, user),
-      fault.fault == Fault::kNone ? L"" : m_texts(IDS_STATUS_FAULT, FaultText(static_cast<std::size_t>(fault.fault)))};
+      fault.fault == Fault::kNone
+          ? L""
+          : m_texts(IDS_STATUS_FAULT, FaultText(static_cast<std::size_t>(fault.fault)))};
   if (status == m_status) return;
   m_status = std::move(status);
   for (std::size_t part = 0; part < m_status.size(); ++part) {
-    SendDlgItemMessageW(Handle(), kStatus, SB_SETTEXTW, part, reinterpret_cast<LPARAM>(m_status[part].c_str()));
+    SendDlgItemMessageW(Handle(), kStatus, SB_SETTEXTW, part,
+                        reinterpret_cast<LPARAM>(m_status[part].c_str()));
   }
 }
 
@@ -167,20 +182,27 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
   }
   if (!m_desk || !m_logList) return Window::OnMessage(message, wparam, lparam);
   switch (message) {
-    case WM_SIZE: Place(); return 0;
-    case WM_COMMAND: OnCommand(LOWORD(wparam), HIWORD(wparam)); return 0;
+    case WM_SIZE:
+      Place();
+      return 0;
+    case WM_COMMAND:
+      OnCommand(LOWORD(wparam), HIWORD(wparam));
+      return 0;
     case WM_NOTIFY: {
       auto& header = *reinterpret_cast<NMHDR*>(lparam);
       if (header.hwndFrom == m_itemList->Handle()) m_itemList->OnNotify(header);
       if (header.hwndFrom == m_logList->Handle()) m_logList->OnNotify(header);
       return 0;
     }
-    case WM_TIMER: OnTimer(); return 0;
+    case WM_TIMER:
+      OnTimer();
+      return 0;
     case kNews:
       m_desk->OnNews();
       Refresh();
       return 0;
-    default: return Window::OnMessage(message, wparam, lparam);
+    default:
+      return Window::OnMessage(message, wparam, lparam);
   }
 }
 

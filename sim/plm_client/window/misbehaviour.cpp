@@ -47,12 +47,18 @@ FaultChoice ParseFault(std::wstring_view text) {
 plm_client::Reply ReplyWith(const FaultChoice& choice, const std::string& text) {
   using plm_client::Reply;
   switch (choice.fault) {
-    case Fault::kNone: break;
-    case Fault::kLate: return Reply::Text(text).After(choice.delay);
-    case Fault::kNever: return Reply::Nothing();
-    case Fault::kGarbage: return Reply::Message("\xFF no JSON at all {{{");
-    case Fault::kHalfFrame: return HalfOf(text);
-    case Fault::kDie: TerminateProcess(GetCurrentProcess(), kExitCodeOfDeath);
+    case Fault::kNone:
+      break;
+    case Fault::kLate:
+      return Reply::Text(text).After(choice.delay);
+    case Fault::kNever:
+      return Reply::Nothing();
+    case Fault::kGarbage:
+      return Reply::Message("\xFF no JSON at all {{{");
+    case Fault::kHalfFrame:
+      return HalfOf(text);
+    case Fault::kDie:
+      TerminateProcess(GetCurrentProcess(), kExitCodeOfDeath);
   }
   return Reply::Text(text);
 }

@@ -30,8 +30,8 @@ struct FaultChoice {
 /// @throws std::runtime_error naming `text` if it is none of them.
 FaultChoice ParseFault(std::wstring_view text);
 
-/// The reply with the fault to a request for which the person chose the answer `text`, UTF-8. With kDie it does not
-/// return.
+/// The reply with the fault to a request for which the person chose the answer `text`, UTF-8. With kDie it
+/// does not return.
 plm_client::Reply ReplyWith(const FaultChoice& choice, const std::string& text);
 
 /// Which fault the next answers get. May be used on any thread.

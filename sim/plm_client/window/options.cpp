@@ -84,7 +84,8 @@ SIZE ParseGeometry(const std::wstring& text) {
   if (cross == std::wstring::npos) {
     throw std::runtime_error("--geometry takes WIDTHxHEIGHT, not " + Utf8(text));
   }
-  return {ParseNumber(L"--geometry", text.substr(0, cross)), ParseNumber(L"--geometry", text.substr(cross + 1))};
+  return {ParseNumber(L"--geometry", text.substr(0, cross)),
+          ParseNumber(L"--geometry", text.substr(cross + 1))};
 }
 
 using Setter = std::function<void(Options&, const std::wstring&)>;
@@ -101,7 +102,9 @@ const std::map<std::wstring, Setter>& Setters() {
       {L"--step-ms",
        [](Options& o, const Value& v) { o.step = std::chrono::milliseconds(ParseNumber(L"--step-ms", v)); }},
       {L"--until-idle",
-       [](Options& o, const Value& v) { o.until_idle = std::chrono::seconds(ParseNumber(L"--until-idle", v)); }},
+       [](Options& o, const Value& v) {
+         o.until_idle = std::chrono::seconds(ParseNumber(L"--until-idle", v));
+       }},
       {L"--user", [](Options& o, const Value& v) { o.user = v; }},
       {L"--geometry", [](Options& o, const Value& v) { o.geometry = ParseGeometry(v); }},
       {L"--misbehave", [](Options& o, const Value& v) { o.misbehave = ParseFault(v); }},

@@ -29,13 +29,14 @@ void PanelWindow::Place() {
   const int title = static_cast<int>(
       window::SizeOfText(m_boldFont.get(), window::TextOfWindow(GetDlgItem(Handle(), kTitleLabel))).cx);
   MoveWindow(GetDlgItem(Handle(), kTitleLabel), left, top, title + gap, line, TRUE);
-  MoveWindow(GetDlgItem(Handle(), kCommandLabel), left + title + gap * 2, top, width - title - gap * 2, line, TRUE);
+  MoveWindow(GetDlgItem(Handle(), kCommandLabel), left + title + gap * 2, top, width - title - gap * 2, line,
+             TRUE);
   top += line + gap;
   top += m_fields->Place(left, top, width, dpi);
   const int buttons_and_message = dpi.Scale(kButtonHeight) + gap + line;
   if (m_details) {
-    const int bottom = std::max(top + line, static_cast<int>(client.bottom) - margin - dpi.Scale(kAnswerHeight) -
-                                                gap - buttons_and_message);
+    const int bottom = std::max(top + line, static_cast<int>(client.bottom) - margin -
+                                                dpi.Scale(kAnswerHeight) - gap - buttons_and_message);
     PlaceLists(top, bottom, left, right);
     top = bottom + gap / 2;
   }
@@ -43,8 +44,8 @@ void PanelWindow::Place() {
   top += line;
   PlaceButtons(top, left, right);
   top += dpi.Scale(kButtonHeight) + gap;
-  MoveWindow(m_answerPart->Handle(), left, top, width, std::max(0, static_cast<int>(client.bottom) - margin - top),
-             TRUE);
+  MoveWindow(m_answerPart->Handle(), left, top, width,
+             std::max(0, static_cast<int>(client.bottom) - margin - top), TRUE);
 }
 
 void PanelWindow::PlaceLists(int top, int bottom, int left, int right) {

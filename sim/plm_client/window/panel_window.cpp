@@ -39,55 +39,6 @@ PanelWindow::PanelWindow(std::unique_ptr<plm_panels::Panel> panel, const window:
   Place();
 }
 
-void PanelWindow::MakeControls() {
-  const auto text = [this](unsigned id) { return m_texts(id); };
-  window::MakeControl(Handle(), WC_STATICW, kTitleLabel, SS_LEFT, m_boldFont.get(), 0,
-                      m_texts(m_panel->Title()).c_str());
-  const std::wstring command(m_settings.command.begin(), m_settings.command.end());
-  window::MakeControl(Handle(), WC_STATICW, kCommandLabel, SS_RIGHT | SS_ENDELLIPSIS, m_font.get(), 0,
-                      (command + L"   " + m_settings.user).c_str());
-  m_fields = std::make_unique<FieldControls>(Handle(), m_font.get(), *m_panel, text);
-  m_fields->Show(m_panel->Fields());
-  MakeLists();
-  window::MakeControl(Handle(), WC_STATICW, kMessage, SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS, m_font.get());
-  MakeButtons();
-  m_answerPart = std::make_unique<AnswerPart>(
-      Handle(), m_font.get(), m_texts, m_settings.request, m_settings.refuses_faults,
-      [this](const std::wstring& answer) { Finish(answer); });
-}
-
-void PanelWindow::MakeLists() {
-  std::vector<VirtualList::Column> columns;
-  for (const plm_panels::Column& column : m_panel->Columns()) {
-    columns.push_back({m_texts(column.label), column.width});
-  }
-  if (!columns.empty()) {
-    m_rows.emplace(Handle(), kRowList, m_font.get(), m_panel->AllowsSeveralRows(), columns,
-                   [this](std::size_t row, std::size_t column) { return m_panel->Cell(row, column); });
-  }
-  if (!HasDetails()) return;
-  m_details.emplace(Handle(), kDetailList, m_font.get(), false,
-                    std::vector<VirtualList::Column>{{m_texts(IDS_LABEL_PROPERTY), 80},
-                                                     {m_texts(IDS_LABEL_VALUE), m_rows ? 130 : 500}},
-                    [this](std::size_t row, std::size_t column) {
-                      const auto& [name, value] = m_shownDetails.at(row);
-                      return column == 0 ? name : value;
-                    });
-}
-
-/// A panel with a list has details of its rows.
-bool PanelWindow::HasDetails() const { return !m_panel->Columns().empty() || !m_panel->Details().empty(); }
-
-void PanelWindow::MakeButtons() {
-  m_actions = m_panel->Actions();
-  for (std::size_t i = 0; i < m_actions.size(); ++i) {
-    window::MakeControl(Handle(), WC_BUTTONW, kFirstAction + static_cast<int>(i),
-                        WS_TABSTOP | BS_NOTIFY | (i == 0 ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON), m_font.get());
-  }
-  window::MakeControl(Handle(), WC_BUTTONW, IDCANCEL, WS_TABSTOP | BS_PUSHBUTTON, m_font.get(), 0,
-                      m_texts(IDS_CANCEL).c_str());
-}
-
 void PanelWindow::Present() {
   if (const auto automatic = m_panel->Automatic()) {
     m_secondsLeft = automatic->milliseconds / static_cast<int>(kSecond);
@@ -99,7 +50,8 @@ void PanelWindow::Present() {
   SetForegroundWindow(Handle());
   HWND first = m_fields->FirstEditable();
   if (!first && m_rows) first = m_rows->Handle();
-  SetFocus(first ? first : GetDlgItem(Handle(), m_actions.empty() ? IDCANCEL : static_cast<int>(kFirstAction)));
+  SetFocus(first ? first
+                 : GetDlgItem(Handle(), m_actions.empty() ? IDCANCEL : static_cast<int>(kFirstAction)));
   WriteLayout();
 }
 
@@ -109,7 +61,8 @@ void PanelWindow::CentreOnScreen() const {
   GetWindowRect(Handle(), &place);
   const LONG x = area.left + (area.right - area.left - (place.right - place.left)) / 2;
   const LONG y = area.top + (area.bottom - area.top - (place.bottom - place.top)) / 2;
-  SetWindowPos(Handle(), nullptr, std::max(area.left, x), std::max(area.top, y), 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+  SetWindowPos(Handle(), nullptr, std::max(area.left, x), std::max(area.top, y), 0, 0,
+               SWP_NOSIZE | SWP_NOZORDER);
 }
 
 void PanelWindow::Refresh() {
@@ -267,15 +220,26 @@ void PanelWindow::CountDown() {
 LRESULT PanelWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
   if (!m_answerPart) return Window::OnMessage(message, wparam, lparam);  // the controls are not there yet
   switch (message) {
-    case WM_SIZE: Place(); return 0;
-    case WM_COMMAND: OnCommand(LOWORD(wparam), HIWORD(wparam)); return 0;
-    case WM_NOTIFY: return OnNotify(*reinterpret_cast<NMHDR*>(lparam));
-    case WM_TIMER: OnTimer(wparam); return 0;
-    case WM_CLOSE: Finish({}); return 0;
-    case DM_GETDEFID: return MAKELONG(m_actions.empty() ? IDCANCEL : static_cast<int>(kFirstAction), DC_HASDEFID);
+    case WM_SIZE:
+      Place();
+      return 0;
+    case WM_COMMAND:
+      OnCommand(LOWORD(wparam), HIWORD(wparam));
+      return 0;
+    case WM_NOTIFY:
+      return OnNotify(*reinterpret_cast<NMHDR*>(lparam));
+    case WM_TIMER:
+      OnTimer(wparam);
+      return 0;
+    case WM_CLOSE:
+      Finish({});
+      return 0;
+    case DM_GETDEFID:
+      return MAKELONG(m_actions.empty() ? IDCANCEL : static_cast<int>(kFirstAction), DC_HASDEFID);
     case WM_GETMINMAXINFO: {
       const window::Dpi dpi = window::Dpi::Of(Handle());
-      reinterpret_cast<MINMAXINFO*>(lparam)->ptMinTrackSize = {dpi.Scale(720), dpi.Scale(kHeightWithoutLists)};
+      reinterpret_cast<MINMAXINFO*>(lparam)->ptMinTrackSize = {dpi.Scale(720),
+                                                               dpi.Scale(kHeightWithoutLists)};
       return 0;
     }
     case WM_CTLCOLORSTATIC:
@@ -283,7 +247,8 @@ LRESULT PanelWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
       SetTextColor(reinterpret_cast<HDC>(wparam), kFailureColour);
       SetBkMode(reinterpret_cast<HDC>(wparam), TRANSPARENT);
       return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_BTNFACE));
-    default: break;
+    default:
+      break;
   }
   return Window::OnMessage(message, wparam, lparam);
 }
@@ -292,7 +257,8 @@ void PanelWindow::WriteLayout() const {
   if (m_settings.layout_file.empty()) return;
   LayoutFile layout(m_settings.layout_file, window::TextOfWindow(Handle()));
   const std::vector<plm_panels::Field> fields = m_panel->Fields();
-  for (std::size_t i = 0; i < fields.size(); ++i) layout.Add(L"field." + fields[i].name, m_fields->Control(i));
+  for (std::size_t i = 0; i < fields.size(); ++i)
+    layout.Add(L"field." + fields[i].name, m_fields->Control(i));
   if (m_rows) layout.Add(L"list", m_rows->Handle());
   if (m_details) layout.Add(L"details", m_details->Handle());
   for (std::size_t i = 0; i < m_actions.size(); ++i) {

@@ -23,20 +23,23 @@ struct PanelWindowSettings {
   std::string command;   ///< such as QD_PLMLogin
   std::wstring request;  ///< for people
   std::wstring user;
-  std::function<bool()> refuses_faults;                     ///< whether an answer with a fault is not sent
-  std::function<void(const std::wstring& answer)> answer;   ///< called once; empty: the person chose nothing
-  std::wstring layout_file{};                               ///< where the places of the controls are written
+  std::function<bool()> refuses_faults;                    ///< whether an answer with a fault is not sent
+  std::function<void(const std::wstring& answer)> answer;  ///< called once; empty: the person chose nothing
+  std::wstring layout_file{};                              ///< where the places of the controls are written
 };
 
-/// Shows a panel, lets the person choose, and answers. The answer comes when the window is gone or about to go.
+/// Shows a panel, lets the person choose, and answers. The answer comes when the window is gone or about to
+/// go.
 class PanelWindow : public window::Window {
  public:
-  PanelWindow(std::unique_ptr<plm_panels::Panel> panel, const window::Texts& texts, PanelWindowSettings settings);
+  PanelWindow(std::unique_ptr<plm_panels::Panel> panel, const window::Texts& texts,
+              PanelWindowSettings settings);
 
   /// Shows the window in front of all others.
   void Present();
 
-  /// What a person does: fills a field in, selects the rows that have one of the texts in a cell, presses a button.
+  /// What a person does: fills a field in, selects the rows that have one of the texts in a cell, presses a
+  /// button.
   /// @throws plm_vault::VaultError if there is no such field, row or button, or it is disabled.
   void EnterField(const std::wstring& name, const std::wstring& value);
   void SelectRows(const std::vector<std::wstring>& texts);
@@ -88,7 +91,7 @@ class PanelWindow : public window::Window {
   plm_vault::Properties m_shownDetails;
   std::wstring m_focusedAction;  // whose answer is shown
   std::optional<PersonPlayer> m_player;
-  int m_secondsLeft = 0;         // until the panel acts by itself
+  int m_secondsLeft = 0;  // until the panel acts by itself
   bool m_isFailure = false;
   bool m_isFinished = false;
 };

@@ -1,5 +1,5 @@
-/* Numbers of the resources of the client's windows, for the resource compiler and for C++. Macros, because the
-   resource compiler does not understand C++ constants. Those below 2000 are in panels/text_ids.h. */
+/* Numbers of the resources of the client's windows, for the resource compiler and for C++. Macros, because
+   the resource compiler does not understand C++ constants. Those below 2000 are in panels/text_ids.h. */
 #pragma once
 
 #include "panels/text_ids.h"

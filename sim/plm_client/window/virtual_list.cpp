@@ -54,7 +54,9 @@ void VirtualList::Select(const std::vector<std::size_t>& rows) {
   if (!rows.empty()) ScrollTo(rows.front());
 }
 
-void VirtualList::ScrollTo(std::size_t row) { ListView_EnsureVisible(m_handle, static_cast<int>(row), FALSE); }
+void VirtualList::ScrollTo(std::size_t row) {
+  ListView_EnsureVisible(m_handle, static_cast<int>(row), FALSE);
+}
 
 bool VirtualList::OnNotify(NMHDR& header) {
   switch (header.code) {
@@ -69,8 +71,10 @@ bool VirtualList::OnNotify(NMHDR& header) {
       const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
       return !m_isSelecting && ((change.uOldState ^ change.uNewState) & LVIS_SELECTED) != 0;
     }
-    case LVN_ODSTATECHANGED: return !m_isSelecting;
-    default: return false;
+    case LVN_ODSTATECHANGED:
+      return !m_isSelecting;
+    default:
+      return false;
   }
 }
 

@@ -40,7 +40,8 @@ class VirtualList {
   /// Handles a notification of the control. @return whether the selection has changed.
   bool OnNotify(NMHDR& header);
 
-  /// Draws what is selected so that it can be seen without the focus, too. @return the result of the notification.
+  /// Draws what is selected so that it can be seen without the focus, too. @return the result of the
+  /// notification.
   LRESULT OnCustomDraw(NMLVCUSTOMDRAW& drawing) const;
 
  private:

@@ -63,8 +63,8 @@ class Client {
   int ConnectionCount() const;
   int OpenConnectionCount() const;
 
-  /// Whether the host of the connection with this number, which asked something, still waits for the answer. A host
-  /// that gives up closes the connection.
+  /// Whether the host of the connection with this number, which asked something, still waits for the answer.
+  /// A host that gives up closes the connection.
   bool HostIsThere(int connection) const;
 
   /// Closes every connection; hosts can connect again.

@@ -41,7 +41,8 @@ TEST_P(SelectorsTest, AnswerWithTheFilesInTheMemberOfTheAction) {
     EXPECT_EQ(Compact(panel->Preview(action)), answer);
     EXPECT_EQ(AnswerOf(*panel, action), answer);
   }
-  EXPECT_EQ(m_folder.Read(L"vault\\work\\bolt.sldprt"), "second") << "the files are there when the answer is sent";
+  EXPECT_EQ(m_folder.Read(L"vault\\work\\bolt.sldprt"), "second")
+      << "the files are there when the answer is sent";
   EXPECT_EQ(m_folder.Read(L"vault\\work\\B\\bolt.sldprt"), "second");
 }
 
@@ -171,7 +172,8 @@ TEST_F(ItemPanelsTest, AWorkflowThatIsStartedIsATaskWhoseDocumentsCanBeOpened) {
 TEST_F(ItemPanelsTest, ImportTakesTheDocumentOfTheRequest) {
   const std::wstring file = m_folder.Write(L"host\\\u652f\u67b6.slddrw", "drawing");
   const std::string path = JsonPath(L"..\\host\\\u652f\u67b6.slddrw");
-  const auto panel = Make("QD_PLMImportCurrent", R"({"file_path":")" + path + R"(","Method":"LotinputDrawing"})");
+  const auto panel =
+      Make("QD_PLMImportCurrent", R"({"file_path":")" + path + R"(","Method":"LotinputDrawing"})");
   EXPECT_EQ(panel->Fields()[1].value, std::to_wstring(IDS_NEW_ITEM));
   panel->SetField(L"name", L"Bracket, drawn");
   EXPECT_EQ(AnswerOf(*panel, L"import"), R"({"__InvokeResult__":true,"number":"D-00002","revision":"A"})");
@@ -204,6 +206,9 @@ TEST_F(ItemPanelsTest, LotImportTakesTheChosenFilesOfAFolder) {
   const auto panel = Make("QD_PLMLotimport");
   panel->SetField(L"folder", m_folder.Path(L"lot"));
   ASSERT_EQ(panel->RowCount(), 3u);
+  m_properties[L"a.sldprt"] = {{L"Material", L"S235JR"}};
+  SelectRows(*panel, {L"a.sldprt"});
+  EXPECT_EQ(panel->Details(), m_properties[L"a.sldprt"]);
   SelectRows(*panel, {L"a.sldprt", L"bolt.sldprt"});
   EXPECT_EQ(Compact(panel->Preview(L"import")), R"({"__InvokeResult__":true})");
   EXPECT_EQ(AnswerOf(*panel, L"import"), R"({"__InvokeResult__":true,"numbers":["P-00003","P-00001"]})");

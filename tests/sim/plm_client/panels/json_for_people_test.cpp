@@ -19,7 +19,8 @@ TEST(FaultOfAnswer, NamesLineColumnAndPlaceInTheText) {
   EXPECT_EQ(fault->line, 3u);
   EXPECT_EQ(fault->column, 9u);
   EXPECT_EQ(fault->offset, text.find(L'x'));
-  EXPECT_TRUE(fault->Description().starts_with(L"line 3, column 9: ")) << testing::PrintToString(fault->Description());
+  EXPECT_TRUE(fault->Description().starts_with(L"line 3, column 9: "))
+      << testing::PrintToString(fault->Description());
 }
 
 TEST(FaultOfAnswer, IsTheEndWhereSomethingIsMissing) {

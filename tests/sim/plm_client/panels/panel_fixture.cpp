@@ -11,15 +11,14 @@ PanelTest::PanelTest() {
 }
 
 std::unique_ptr<plm_panels::Panel> PanelTest::Make(const std::string& command, const std::string& request) {
-  return plm_panels::MakePanel(command, request,
-                               {.vault = m_vault,
-                                .session = m_session,
-                                .text = [](unsigned id) { return std::to_wstring(id); },
-                                .read_properties =
-                                    [this](const std::filesystem::path& file) {
-                                      return m_properties[file.filename().wstring()];
-                                    },
-                                .user = L"kim"});
+  return plm_panels::MakePanel(
+      command, request,
+      {.vault = m_vault,
+       .session = m_session,
+       .text = [](unsigned id) { return std::to_wstring(id); },
+       .read_properties =
+           [this](const std::filesystem::path& file) { return m_properties[file.filename().wstring()]; },
+       .user = L"kim"});
 }
 
 plm_vault::Item PanelTest::Import(const std::wstring& name, const std::string& bytes) {

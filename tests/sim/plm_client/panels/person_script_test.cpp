@@ -19,7 +19,9 @@ std::string FaultOf(const std::string& text) {
 
 TEST(PersonScript, ReadsFieldsRowsAndActionsInTheirOrder) {
   PersonScript script = PersonScript::Parse(
-      "# a remark\r\n\r\nQD_PLMQuery search=\"frame 600\" open \"frame.sldasm\" \"a b.sldprt\" revision=B \"x\"\r\n", "");
+      "# a remark\r\n\r\nQD_PLMQuery search=\"frame 600\" open \"frame.sldasm\" \"a b.sldprt\" revision=B "
+      "\"x\"\r\n",
+      "");
   const auto line = script.Next("QD_PLMQuery");
   ASSERT_TRUE(line.has_value());
   ASSERT_EQ(line->choices.size(), 4u);

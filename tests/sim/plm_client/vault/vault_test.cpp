@@ -113,7 +113,8 @@ TEST_F(VaultTest, RefusesOthersWhileAnItemIsCheckedOut) {
   m_vault.CheckOut(L"P-00001", L"kim");
   ExpectMentions(FailureOf([&] { m_vault.CheckOut(L"P-00001", L"wang"); }), L"checked out by kim");
   ExpectMentions(FailureOf([&] { m_vault.UndoCheckOut(L"P-00001", L"wang"); }), L"P-00001");
-  ExpectMentions(FailureOf([&] { m_vault.Import(NewFile(L"bolt.sldprt"), L"wang", {}, {}); }), L"bolt.sldprt");
+  ExpectMentions(FailureOf([&] { m_vault.Import(NewFile(L"bolt.sldprt"), L"wang", {}, {}); }),
+                 L"bolt.sldprt");
   EXPECT_EQ(m_vault.Find(L"P-00001").revision, 1);
   m_vault.UndoCheckOut(L"P-00001", L"kim");
   m_vault.CheckOut(L"P-00001", L"wang");
@@ -141,7 +142,8 @@ TEST_F(VaultTest, NamesTheFileThatCannotBeHandedOutBecauseAnotherProgramHasItOpe
   const Item item = Import(L"bolt.sldprt", "new");
   const std::wstring file = m_folder.Write(L"vault\\work\\bolt.sldprt", "old");
   const std::shared_ptr<void> open(
-      CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr), &CloseHandle);
+      CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr),
+      &CloseHandle);
   ExpectMentions(FailureOf([&] { m_vault.HandOut(item, 1); }), file);
   EXPECT_EQ(m_folder.List(L"vault\\work"), std::vector<std::wstring>{L"bolt.sldprt"}) << "no half copy stays";
 }
@@ -224,7 +226,9 @@ TEST_F(VaultTest, MakesATaskOfAWorkflowAndReleasesItsItemsAtItsEnd) {
 TEST_F(VaultTest, UndoesAWorkflowThatCannotBeStarted) {
   Import(L"bolt.sldprt");
   FailureOf([&] { m_vault.StartWorkflow(L"release", L"x", L"nobody", {L"P-00001"}, L"kim"); });
-  EXPECT_NE(FailureOf([&] { m_vault.StartWorkflow(L"release", L"x", L"kim", {L"P-00001", L"P-9"}, L"kim"); }),
+  EXPECT_NE(FailureOf([&] {
+              m_vault.StartWorkflow(L"release", L"x", L"kim", {L"P-00001", L"P-9"}, L"kim");
+            }),
             L"no failure");
   EXPECT_EQ(m_vault.Find(L"P-00001").state, ItemState::kInWork);
   EXPECT_TRUE(m_vault.Tasks(L"kim").empty());
@@ -256,7 +260,8 @@ TEST_F(VaultTest, LivesInAFolderOfAnyName) {
 }
 
 TEST(RevisionLabels, CountLikeTheColumnsOfATable) {
-  const std::pair<int, const wchar_t*> pairs[] = {{1, L"A"}, {2, L"B"}, {26, L"Z"}, {27, L"AA"}, {703, L"AAA"}};
+  const std::pair<int, const wchar_t*> pairs[] = {
+      {1, L"A"}, {2, L"B"}, {26, L"Z"}, {27, L"AA"}, {703, L"AAA"}};
   for (const auto& [revision, label] : pairs) {
     EXPECT_EQ(RevisionLabel(revision), label);
     EXPECT_EQ(RevisionOfLabel(label), revision);

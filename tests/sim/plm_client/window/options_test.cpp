@@ -18,9 +18,9 @@ std::string FaultOf(const std::vector<std::wstring>& arguments) {
 }
 
 TEST(WindowOptions, AreRead) {
-  const Options options =
-      ParseOptions({L"--vault", L"C:\\v", L"--pipe", L"p", L"--language", L"zh-TW", L"--person", L"day.txt", L"--step-ms",
-                    L"20", L"--until-idle", L"3", L"--user", L"kim", L"--geometry", L"900x600", L"--misbehave", L"never"});
+  const Options options = ParseOptions(
+      {L"--vault", L"C:\\v", L"--pipe", L"p", L"--language", L"zh-TW", L"--person", L"day.txt", L"--step-ms",
+       L"20", L"--until-idle", L"3", L"--user", L"kim", L"--geometry", L"900x600", L"--misbehave", L"never"});
   EXPECT_EQ(options.vault, L"C:\\v");
   EXPECT_EQ(options.pipe, L"p");
   EXPECT_EQ(options.language, window::kTraditionalChinese);
@@ -58,8 +58,10 @@ TEST(WindowTexts, AreThereInEveryLanguage) {
       if (english(id).empty()) continue;
       ++count;
       EXPECT_NE(FindResourceExW(nullptr, RT_STRING, MAKEINTRESOURCEW(id / 16 + 1), language), nullptr) << id;
-      EXPECT_EQ(texts(id).find(L"%1") == std::wstring::npos, english(id).find(L"%1") == std::wstring::npos) << id;
-      EXPECT_EQ(texts(id).find(L'&') == std::wstring::npos, english(id).find(L'&') == std::wstring::npos) << id;
+      EXPECT_EQ(texts(id).find(L"%1") == std::wstring::npos, english(id).find(L"%1") == std::wstring::npos)
+          << id;
+      EXPECT_EQ(texts(id).find(L'&') == std::wstring::npos, english(id).find(L'&') == std::wstring::npos)
+          << id;
     }
     EXPECT_GT(count, 100);
   }

@@ -27,12 +27,13 @@ class PanelWindowTest : public testing::Test {
   }
 
   PanelWindow& Open(const std::string& command, const std::string& request = "") {
-    auto panel = plm_panels::MakePanel(command, request,
-                                       {.vault = m_vault,
-                                        .session = m_session,
-                                        .text = [this](unsigned id) { return m_texts(id); },
-                                        .read_properties = [](const auto&) { return plm_vault::Properties{}; },
-                                        .user = L"kim"});
+    auto panel =
+        plm_panels::MakePanel(command, request,
+                              {.vault = m_vault,
+                               .session = m_session,
+                               .text = [this](unsigned id) { return m_texts(id); },
+                               .read_properties = [](const auto&) { return plm_vault::Properties{}; },
+                               .user = L"kim"});
     m_window = std::make_unique<PanelWindow>(
         std::move(panel), m_texts,
         PanelWindowSettings{.command = command,
@@ -79,7 +80,8 @@ TEST_F(PanelWindowTest, HasTheCommandsNameInItsTitleAndTheAnswerThatWouldBeSent)
   EXPECT_FALSE(IsWindowEnabled(Control(kFirstAction)));
   window.SelectRows({L"bolt.sldprt"});
   EXPECT_TRUE(IsWindowEnabled(Control(kFirstAction)));
-  EXPECT_NE(window::TextOfWindow(AnswerControl(kAnswerText)).find(L"work\\\\bolt.sldprt"), std::wstring::npos);
+  EXPECT_NE(window::TextOfWindow(AnswerControl(kAnswerText)).find(L"work\\\\bolt.sldprt"),
+            std::wstring::npos);
 }
 
 TEST_F(PanelWindowTest, AnswersOnceWithTheButtonThatWasPressed) {
@@ -129,8 +131,8 @@ TEST_F(PanelWindowTest, EnterPressesTheDefaultButton) {
 TEST_F(PanelWindowTest, TabGoesToEachControlInItsOrder) {
   Open("QD_PLMDataSelector").SelectRows({L"nut.sldprt"});
   SetFocus(Control(kFirstField));
-  for (const int id : {kFirstField + 1, kFirstField + 2, static_cast<int>(kRowList), static_cast<int>(kDetailList),
-                       static_cast<int>(kFirstAction)}) {
+  for (const int id : {kFirstField + 1, kFirstField + 2, static_cast<int>(kRowList),
+                       static_cast<int>(kDetailList), static_cast<int>(kFirstAction)}) {
     PressKey(VK_TAB);
     EXPECT_EQ(GetDlgCtrlID(GetFocus()), id);
   }
@@ -216,7 +218,8 @@ TEST_F(PanelWindowTest, WritesWhereItsControlsAre) {
   EXPECT_NE(layout.find(line.str()), std::wstring::npos) << testing::PrintToString(layout);
 }
 
-/// Every command and language: no control lies over another, or beyond the window, or is too small for its text.
+/// Every command and language: no control lies over another, or beyond the window, or is too small for its
+/// text.
 class PanelLayoutTest : public PanelWindowTest,
                         public testing::WithParamInterface<std::tuple<LANGID, const char*>> {};
 
@@ -231,7 +234,8 @@ TEST_P(PanelLayoutTest, HasRoomForEveryControl) {
     GetWindowRect(child, &place);
     MapWindowPoints(nullptr, window.Handle(), reinterpret_cast<POINT*>(&place), 2);
     const int id = GetDlgCtrlID(child);
-    EXPECT_TRUE(place.left >= 0 && place.top >= 0 && place.right <= client.right && place.bottom <= client.bottom)
+    EXPECT_TRUE(place.left >= 0 && place.top >= 0 && place.right <= client.right &&
+                place.bottom <= client.bottom)
         << "control " << id << " lies outside";
     for (const auto& [other_id, other] : places) {
       RECT both{};
@@ -249,11 +253,12 @@ TEST_P(PanelLayoutTest, HasRoomForEveryControl) {
 
 INSTANTIATE_TEST_SUITE_P(
     Commands, PanelLayoutTest,
-    testing::Combine(testing::Values(window::kEnglish, window::kSimplifiedChinese, window::kTraditionalChinese),
-                     testing::Values("QD_PLMLogin", "QD_PLMLogout", "QD_PLMDataSelector", "QD_PLMQuery",
-                                     "QD_PLMMyCheckOutList", "QD_PLMTaskManage", "QD_PLMStartWF", "QD_PLMGetcode",
-                                     "QD_PLMMyTempMaterial", "QD_PLMImportCurrent", "QD_PLMCreateChangeItems",
-                                     "QD_PLMLotimport", "QD_PLMCreateMaterial", "QD_PLMMaterialBackFill")),
+    testing::Combine(
+        testing::Values(window::kEnglish, window::kSimplifiedChinese, window::kTraditionalChinese),
+        testing::Values("QD_PLMLogin", "QD_PLMLogout", "QD_PLMDataSelector", "QD_PLMQuery",
+                        "QD_PLMMyCheckOutList", "QD_PLMTaskManage", "QD_PLMStartWF", "QD_PLMGetcode",
+                        "QD_PLMMyTempMaterial", "QD_PLMImportCurrent", "QD_PLMCreateChangeItems",
+                        "QD_PLMLotimport", "QD_PLMCreateMaterial", "QD_PLMMaterialBackFill")),
     [](const auto& command) {
       return "Language" + std::to_string(std::get<0>(command.param)) + std::get<1>(command.param);
     });

@@ -15,8 +15,8 @@ class WindowProgramTest : public testing::Test {
   }
 
   std::wstring Arguments(const std::wstring& further) const {
-    return L"--vault \"" + m_folder.Path(L"vault") + L"\" --pipe " + m_pipe + L" --step-ms 10 --until-idle 2 " +
-           further;
+    return L"--vault \"" + m_folder.Path(L"vault") + L"\" --pipe " + m_pipe +
+           L" --step-ms 10 --until-idle 2 " + further;
   }
 
   std::wstring Person(const std::string& script) const {
@@ -56,7 +56,8 @@ TEST_F(WindowProgramTest, AnswersWhatThePersonChoosesAndEndsWhenIdle) {
 TEST_F(WindowProgramTest, AnswersSeveralHostsSideBySide) {
   const Window program(m_folder, Arguments(Person("A cancel")));
   const Host first = ConnectWhenServed(m_pipe), second = ConnectWhenServed(m_pipe);
-  first.Send(Frame(R"({"jsonrpc":"2.0","id":1,"method":"invoke","params":{"command":"QD_PLMQuery","request":""}})"));
+  first.Send(
+      Frame(R"({"jsonrpc":"2.0","id":1,"method":"invoke","params":{"command":"QD_PLMQuery","request":""}})"));
   EXPECT_TRUE(Contains(second.Ask(2, "A"), R"("answer":"")")) << "while the panel of the first is open";
 }
 
@@ -64,7 +65,8 @@ TEST_F(WindowProgramTest, GoesOnWhenAHostGivesUpWaiting) {
   const Window program(m_folder, Arguments(Person("A cancel")));
   {
     const Host host = ConnectWhenServed(m_pipe);
-    host.Send(Frame(R"({"jsonrpc":"2.0","id":1,"method":"invoke","params":{"command":"QD_PLMQuery","request":""}})"));
+    host.Send(Frame(
+        R"({"jsonrpc":"2.0","id":1,"method":"invoke","params":{"command":"QD_PLMQuery","request":""}})"));
     Sleep(300);
   }
   EXPECT_TRUE(Contains(ConnectWhenServed(m_pipe).Ask(2, "A"), R"("answer":"")"));
@@ -73,7 +75,8 @@ TEST_F(WindowProgramTest, GoesOnWhenAHostGivesUpWaiting) {
 
 TEST_F(WindowProgramTest, AnswersFromAFolderWhatHasAFileThere) {
   m_folder.Write(L"answers\\A.json", R"({"from":"a file"})");
-  const Window program(m_folder, Arguments(L"--answers \"" + m_folder.Path(L"answers") + L"\" " + Person("B cancel")));
+  const Window program(m_folder,
+                       Arguments(L"--answers \"" + m_folder.Path(L"answers") + L"\" " + Person("B cancel")));
   const Host host = ConnectWhenServed(m_pipe);
   EXPECT_TRUE(Contains(host.Ask(1, "A"), "a file"));
   EXPECT_TRUE(Contains(host.Ask(2, "B"), R"("answer":"")"));

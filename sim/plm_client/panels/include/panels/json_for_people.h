@@ -18,7 +18,8 @@ struct TextFault {
   std::wstring Description() const;
 };
 
-/// The first fault of an answer: it is empty, for no answer, or the text of a JSON object. Nothing if it has none.
+/// The first fault of an answer: it is empty, for no answer, or the text of a JSON object. Nothing if it has
+/// none.
 std::optional<TextFault> FaultOfAnswer(std::wstring_view text);
 
 /// The JSON text `text`, UTF-8, with one member to a line; the text as it stands if it is no JSON.

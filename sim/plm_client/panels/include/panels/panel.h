@@ -72,8 +72,8 @@ struct AutomaticAction {
 };
 
 /// One command of the host: fields, a list, details of what is selected in it, and actions. An action that
-/// changes the vault does so when it is performed, not before. Everything may throw plm_vault::VaultError; the
-/// panel stays usable.
+/// changes the vault does so when it is performed, not before. Everything may throw plm_vault::VaultError;
+/// the panel stays usable.
 class Panel {
  public:
   explicit Panel(PanelContext context) : m_context(std::move(context)) {}

@@ -29,9 +29,9 @@ struct PersonLine {
 ///     QD_PLMDataSelector search="frame 2" check-out open "frame.sldasm" "bolt.sldprt"
 ///     QD_PLMQuery cancel
 ///
-/// Blanks separate words; a word with blanks stands in quotes. A word with "=" fills a field in, a word in quotes
-/// selects the row in which it stands in a cell, any other word is an action; "cancel" closes the panel. The actions
-/// come last, wherever they stand in the line. Lines that begin with "#" are remarks.
+/// Blanks separate words; a word with blanks stands in quotes. A word with "=" fills a field in, a word in
+/// quotes selects the row in which it stands in a cell, any other word is an action; "cancel" closes the
+/// panel. The actions come last, wherever they stand in the line. Lines that begin with "#" are remarks.
 class PersonScript {
  public:
   PersonScript() = default;

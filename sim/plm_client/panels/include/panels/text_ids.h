@@ -1,5 +1,5 @@
-/* Numbers of the texts that the panels show, for the resource compiler and for C++. Macros, because the resource
-   compiler does not understand C++ constants. */
+/* Numbers of the texts that the panels show, for the resource compiler and for C++. Macros, because the
+   resource compiler does not understand C++ constants. */
 #pragma once
 
 /* Commands. */

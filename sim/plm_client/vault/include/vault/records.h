@@ -26,8 +26,8 @@ struct Item {
   std::wstring file_name;  ///< such as "bolt.sldprt"; unique, without regard to case
   ItemKind kind = ItemKind::kPart;
   ItemState state = ItemState::kInWork;
-  int revision = 1;                ///< the latest; 1 is shown as "A"
-  std::wstring checked_out_by{};   ///< a user's name; empty: nobody has it
+  int revision = 1;               ///< the latest; 1 is shown as "A"
+  std::wstring checked_out_by{};  ///< a user's name; empty: nobody has it
   std::wstring checked_out_at{};
 };
 

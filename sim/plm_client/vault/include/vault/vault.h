@@ -89,9 +89,9 @@ class Vault {
   void UndoCheckOut(std::wstring_view number, const std::wstring& user);
   /// The items that `user` has checked out.
   std::vector<Item> CheckedOutBy(std::wstring_view user) const;
-  /// Takes a file in: as the next revision of the item that has its file name, whose check-out mark then goes,
-  /// or as a new item with the next number of its kind. An empty `name` becomes the file's name without its
-  /// extension. Fails if another user has the item checked out.
+  /// Takes a file in: as the next revision of the item that has its file name, whose check-out mark then
+  /// goes, or as a new item with the next number of its kind. An empty `name` becomes the file's name without
+  /// its extension. Fails if another user has the item checked out.
   Imported Import(const std::filesystem::path& file, const std::wstring& user, const std::wstring& name,
                   const std::wstring& comment);
   /// A list of items that a change is about. @return its number, such as "C-0001".
