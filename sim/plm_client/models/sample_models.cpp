@@ -3,7 +3,7 @@
 namespace plm_models {
 
 const std::vector<SampleModel>& SampleParts() {
-  static const std::vector<SampleModel> kParts = {
+  static const std::vector<SampleModel> parts = {
       {L"bolt.sldprt", L"Hexagon bolt M8\u00d740", L"Steel 8.8", L"0.0214", 3},
       {L"bolt-m10x60.sldprt", L"Hexagon bolt M10\u00d760", L"Steel 8.8", L"0.0487"},
       {L"bolt-m12x80.sldprt", L"Hexagon bolt M12\u00d780", L"Steel 10.9", L"0.0921"},
@@ -27,11 +27,11 @@ const std::vector<SampleModel>& SampleParts() {
       {L"\u8f74\u627f\u5ea7.sldprt", L"\u8f74\u627f\u5ea7 UCP204", L"HT200", L"0.660"},
       {L"\u57ab\u7247.sldprt", L"\u57ab\u7247 \u03c610", L"65Mn", L"0.0031"},
   };
-  return kParts;
+  return parts;
 }
 
 const std::vector<SampleAssembly>& SampleAssemblies() {
-  static const std::vector<SampleAssembly> kAssemblies = {
+  static const std::vector<SampleAssembly> assemblies = {
       {L"frame.sldasm",
        L"Frame 600\u00d7900",
        2,
@@ -56,11 +56,11 @@ const std::vector<SampleAssembly>& SampleAssemblies() {
        1,
        {{L"\u652f\u67b6.sldprt", 2}, {L"plate.sldprt", 1}, {L"bolt.sldprt", 4}, {L"\u57ab\u7247.sldprt", 4}}},
   };
-  return kAssemblies;
+  return assemblies;
 }
 
 const std::vector<SampleDrawing>& SampleDrawings() {
-  static const std::vector<SampleDrawing> kDrawings = {
+  static const std::vector<SampleDrawing> drawings = {
       {L"frame.slddrw", L"Frame 600\u00d7900, general arrangement", L"frame.sldasm"},
       {L"bracket.slddrw", L"Angle bracket", L"bracket.sldprt"},
       {L"bolt.slddrw", L"Hexagon bolt M8\u00d740", L"bolt.sldprt"},
@@ -68,7 +68,7 @@ const std::vector<SampleDrawing>& SampleDrawings() {
       {L"\u652f\u67b6.slddrw", L"\u652f\u67b6\u96f6\u4ef6\u56fe", L"\u652f\u67b6.sldprt"},
       {L"\u673a\u67b6.slddrw", L"\u673a\u67b6\u603b\u88c5\u56fe", L"\u673a\u67b6.sldasm"},
   };
-  return kDrawings;
+  return drawings;
 }
 
 }  // namespace plm_models

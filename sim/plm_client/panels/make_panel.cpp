@@ -54,7 +54,7 @@ std::unique_ptr<Panel> MakeBackFill(PanelContext context, const RequestContent& 
 }
 
 Maker MakerFor(const std::string& command) {
-  static const std::map<std::string, Maker> kMakers = {
+  static const std::map<std::string, Maker> makers = {
       {"QD_PLMLogin", Make<LogInPanel>},
       {"QD_PLMLogout", Make<LogOutPanel>},
       {"QD_PLMDataSelector", MakeSelector<IDS_COMMAND_DATA_SELECTOR>},
@@ -70,8 +70,8 @@ Maker MakerFor(const std::string& command) {
       {"QD_PLMCreateMaterial", MakeCreateMaterial},
       {"QD_PLMMaterialBackFill", MakeBackFill},
   };
-  const auto maker = kMakers.find(command);
-  return maker == kMakers.end() ? Make<OtherPanel> : maker->second;
+  const auto maker = makers.find(command);
+  return maker == makers.end() ? Make<OtherPanel> : maker->second;
 }
 
 }  // namespace

@@ -109,7 +109,10 @@ void Desk::CloseFinished() {
       m_log[panel->log_entry].answer = m_texts(IDS_LOG_HOST_GONE);
     }
   }
-  std::erase_if(m_open, [](const auto& panel) { return panel->is_answered; });
+  // A panel that shows a dialog of its own is disabled, and its code still runs: it goes when the dialog has gone.
+  std::erase_if(m_open, [](const auto& panel) {
+    return panel->is_answered && (!panel->window || IsWindowEnabled(panel->window->Handle()));
+  });
 }
 
 }  // namespace plm_window

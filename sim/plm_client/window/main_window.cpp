@@ -162,6 +162,7 @@ void MainWindow::OnTimer() {
     DestroyWindow(Handle());  // and the desk with it
     return;
   }
+  m_desk->OnNews();  // a panel may have had to stay
   RefreshStatus();
   CheckMenu();
 }

@@ -92,7 +92,7 @@ using Setter = std::function<void(Options&, const std::wstring&)>;
 
 const std::map<std::wstring, Setter>& Setters() {
   using Value = std::wstring;
-  static const std::map<std::wstring, Setter> kSetters = {
+  static const std::map<std::wstring, Setter> setters = {
       {L"--vault", [](Options& o, const Value& v) { o.vault = v; }},
       {L"--make-sample", [](Options& o, const Value& v) { o.make_sample = v; }},
       {L"--pipe", [](Options& o, const Value& v) { o.pipe = v; }},
@@ -110,7 +110,7 @@ const std::map<std::wstring, Setter>& Setters() {
       {L"--misbehave", [](Options& o, const Value& v) { o.misbehave = ParseFault(v); }},
       {L"--layout-file", [](Options& o, const Value& v) { o.layout_file = v; }},
   };
-  return kSetters;
+  return setters;
 }
 
 }  // namespace
