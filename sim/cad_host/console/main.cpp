@@ -4,7 +4,6 @@
 #include <fcntl.h>
 #include <io.h>
 
-#include <fstream>
 #include <iostream>
 #include <optional>
 #include <string>
@@ -13,6 +12,7 @@
 #include "CStringHelper.h"
 #include "cad_host/host.h"
 #include "exception_text.h"
+#include "journal_file.h"
 #include "session.h"
 
 namespace {
@@ -36,7 +36,8 @@ host: its calls of the add-in ("->") and, below each, the add-in's calls of the 
   quantity NAME = VALUE
   fault TEXT, such as: fault fail the 3rd OpenDoc6 with 80004005
   quirk NAME on|off       quirks
-  answer OK|Cancel|Yes|No|Retry|Abort|Ignore, for the next message box; others stay for the person
+  answer OK|Cancel|Yes|No|Retry|Abort|Ignore [picture NAME], for the next message box; others stay for the person
+  picture NAME            of the display; only cad_host_window --pictures takes pictures
   expect enabled|disabled ITEM   expect active NAME|nothing   expect [no] journal TEXT
   expect property NAME = VALUE   expect component NAME revision N|suppressed
   print TEXT   # comment
@@ -98,14 +99,6 @@ std::optional<Arguments> Parse(const std::vector<std::wstring>& words) {
   return arguments;
 }
 
-void WriteJournalFile(const std::wstring& path, Host& host) {
-  if (path.empty()) return;
-  std::ofstream file(path.c_str(), std::ios::binary);
-  file << CStringHelper::UnicodeToUTF8(host.GetJournal().Text());
-  file.close();
-  if (!file) throw HostError(L"cannot write the journal " + path);
-}
-
 int Run(const Arguments& arguments) {
   std::vector<Command> script = ReadScript(arguments.script);
   Host host(arguments.options);
@@ -114,10 +107,10 @@ int Run(const Arguments& arguments) {
     for (Command& command : script) session.Run(command);
     session.End();
   } catch (...) {
-    WriteJournalFile(arguments.journal, host);
+    WriteJournalFile(arguments.journal, host.GetJournal());
     throw;
   }
-  WriteJournalFile(arguments.journal, host);
+  WriteJournalFile(arguments.journal, host.GetJournal());
   return session.FailedExpectations() > 0 ? kExpectationsFailed : 0;
 }
 

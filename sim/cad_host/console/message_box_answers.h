@@ -32,9 +32,16 @@ class MessageBoxAnswers {
     MessageBoxAnswers& m_answers;
   };
 
-  /// Answers one more box with the button `name`: OK, Cancel, Yes, No, Retry, Abort or Ignore.
+  /// Answers one more box with the button `name`: OK, Cancel, Yes, No, Retry, Abort or Ignore. Before that,
+  /// a picture called `picture` is taken, if that is not empty.
   /// @return false if there is no such button.
-  bool Queue(const std::wstring& name);
+  bool Queue(const std::wstring& name, std::wstring picture = {});
+
+  /// From now on, answers each box after `milliseconds`, so that a person can read it.
+  void AnswerAfter(unsigned milliseconds) { m_pause = milliseconds; }
+
+  /// From now on, calls `action` with the names of pictures that are to be taken.
+  void OnPicture(std::function<void(const std::wstring& name)> action) { m_onPicture = std::move(action); }
 
   /// From now on, calls `action` with the name of each button that a person presses.
   void OnAnswer(std::function<void(const std::wstring& button)> action) { m_onAnswer = std::move(action); }
@@ -43,13 +50,21 @@ class MessageBoxAnswers {
   std::size_t Left() const { return m_answers.size(); }
 
  private:
+  struct Answer {
+    int button;
+    std::wstring picture;
+  };
+
   void OnBox(HWND box);
+  void GiveAnswer(HWND box);
   static LRESULT CALLBACK OnBoxMessage(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                                        DWORD_PTR answers);
 
   Journal& m_journal;
-  std::deque<int> m_answers;
+  std::deque<Answer> m_answers;
   std::function<void(const std::wstring& button)> m_onAnswer;
+  std::function<void(const std::wstring& name)> m_onPicture;
+  unsigned m_pause = 0;
   int m_listening = 0;
   message_boxes::MessageBoxHook m_hook;
 };

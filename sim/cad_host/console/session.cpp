@@ -16,7 +16,7 @@ constexpr const wchar_t* kIndent = L"    ";
 constexpr std::wstring_view kPrint = L"print ";
 
 // Commands that a folded transcript leaves out: what they do shows elsewhere.
-constexpr std::array<std::wstring_view, 2> kSilent = {L"answer ", L"expect "};
+constexpr std::array<std::wstring_view, 3> kSilent = {L"answer ", L"expect ", L"picture "};
 
 bool IsSilent(const std::wstring& command) {
   return std::any_of(kSilent.begin(), kSilent.end(),

@@ -40,6 +40,16 @@ class Session {
     m_answers.OnAnswer(std::move(action));
   }
 
+  /// From now on, message boxes that the script answers stay for `milliseconds`.
+  void AnswerAfter(unsigned milliseconds) { m_answers.AnswerAfter(milliseconds); }
+
+  /// From now on, calls `action` with the names of the pictures that the script wants. Without it, none is
+  /// taken.
+  void OnPicture(std::function<void(const std::wstring& name)> action) {
+    m_answers.OnPicture(action);
+    m_onPicture = std::move(action);
+  }
+
  private:
   using Handler = void (Session::*)(Command&);
   struct Verb {
@@ -73,6 +83,7 @@ class Session {
   void SetQuirk(Command& command);
   void ShowQuirks(Command& command);
   void Answer(Command& command);
+  void TakePicture(Command& command);
   void ShowProperties(Command& command);
   void ShowComponents(Command& command);
   void ShowItems(Command& command);
@@ -103,6 +114,7 @@ class Session {
   std::ostream& m_transcript;
   const Output m_output;
   MessageBoxAnswers m_answers;
+  std::function<void(const std::wstring& name)> m_onPicture;
   std::set<std::wstring> m_enableMethods;  // also of items that were removed
   std::size_t m_written = 0;               // journal entries in the transcript
   std::size_t m_leftOut = 0;               // of these, entries that a folded transcript does not show

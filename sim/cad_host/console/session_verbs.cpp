@@ -60,6 +60,7 @@ std::span<const Session::Verb> Session::Verbs() {
       {L"quirk", &Session::SetQuirk},
       {L"quirks", &Session::ShowQuirks},
       {L"answer", &Session::Answer},
+      {L"picture", &Session::TakePicture},
       {L"properties", &Session::ShowProperties},
       {L"components", &Session::ShowComponents},
       {L"items", &Session::ShowItems},
@@ -234,11 +235,19 @@ void Session::ShowQuirks(Command& command) {
   }
 }
 
-// answer BUTTON
+// answer BUTTON [picture NAME]
 void Session::Answer(Command& command) {
   const std::wstring button = command.Take(L"a button");
+  const std::wstring picture = command.TakeIf(L"picture") ? command.Take(L"a name") : L"";
   command.ExpectEnd();
-  if (!m_answers.Queue(button)) command.Fail(L"\"" + button + L"\" is not a button of a message box");
+  if (!m_answers.Queue(button, picture)) command.Fail(L"\"" + button + L"\" is not a button of a message box");
+}
+
+// picture NAME
+void Session::TakePicture(Command& command) {
+  const std::wstring name = command.Take(L"a name");
+  command.ExpectEnd();
+  if (m_onPicture) m_onPicture(name);
 }
 
 // properties

@@ -24,6 +24,11 @@ Actions::Actions(Host& host, std::ostream& transcript)
   m_session.OnAnswer([this](const std::wstring& button) { m_recorder.Answer(button); });
 }
 
+void Actions::Present(unsigned milliseconds, std::function<void(const std::wstring& name)> take_picture) {
+  m_session.AnswerAfter(milliseconds);
+  m_session.OnPicture(std::move(take_picture));
+}
+
 bool Actions::Do(const std::vector<std::wstring>& words) { return DoLine(ScriptLine(words)); }
 
 bool Actions::DoRest(const std::wstring& verb, const std::wstring& rest) {

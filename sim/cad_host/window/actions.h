@@ -37,6 +37,10 @@ class Actions {
   /// From now on, calls `action` after each action, also one that has failed.
   void OnDone(std::function<void()> action) { m_onDone = std::move(action); }
 
+  /// From now on, message boxes that a script answers stay for `milliseconds`, and `take_picture` gets the
+  /// names of the pictures that it wants.
+  void Present(unsigned milliseconds, std::function<void(const std::wstring& name)> take_picture);
+
   /// Ends the session; see Session::End.
   void End();
 

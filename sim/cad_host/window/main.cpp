@@ -12,10 +12,12 @@
 #include "CStringHelper.h"
 #include "actions.h"
 #include "console/exception_text.h"
+#include "console/journal_file.h"
 #include "host_command_table.h"
 #include "main_window.h"
 #include "options.h"
 #include "window/message_loop.h"
+#include "window/picture_taker.h"
 
 namespace {
 
@@ -46,11 +48,15 @@ int Run(const WindowOptions& options) {
   window::UseLanguage(options.language);
   Host host(options.host);
   Actions actions(host, std::cout);
+  actions.Present(options.step_ms, [taker = window::PictureTaker(options.pictures)](const std::wstring& name) {
+    taker.Take(name);
+  });
   MainWindow main_window(host, actions, options);
   const window::UniqueAccelerators keys = MakeAccelerators();
   window::MessageLoop loop(main_window.Handle(), keys.get());
   loop.OnIdle([&main_window] { main_window.OnIdle(); });
   loop.Run();
+  WriteJournalFile(options.journal, host.GetJournal());
   return main_window.ExitCode();
 }
 

@@ -49,6 +49,10 @@ bool TakeValue(WindowOptions& options, const std::wstring& option, const std::ws
     options.step_ms = NumberIn(value, option, 0, kHour);
   } else if (option == L"--record") {
     options.record = value;
+  } else if (option == L"--journal") {
+    options.journal = value;
+  } else if (option == L"--pictures") {
+    options.pictures = value;
   } else if (option == L"--language") {
     options.language = LanguageIn(value);
   } else if (option == L"--geometry") {
@@ -78,6 +82,9 @@ The simulated CAD host as a program with windows.
   --step-ms N        waits N milliseconds before each line of the script
   --stay             the window stays open after the script
   --record FILE      writes every action as a line of a session script
+  --journal FILE     writes the whole journal to FILE at the end
+  --pictures FOLDER  for each picture that the script wants, makes NAME.wanted there and waits for NAME.png, ten
+                     seconds at most; whoever shows the display takes it
   --language L       en, zh-CN or zh-TW
   --geometry WxH     the size of the window, such as 1200x800
   --dpi N            scales the window as for a display of N dots per inch

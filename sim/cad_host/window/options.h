@@ -19,6 +19,8 @@ struct WindowOptions {
   unsigned step_ms = 0;  ///< between two lines of the script
   bool stay = false;     ///< the window stays open after the script
   std::wstring record;   ///< file to record into; empty: none
+  std::wstring journal;   ///< file for the whole journal; empty: none
+  std::wstring pictures;  ///< folder of the pictures that the script wants; empty: none are taken
   LANGID language = window::kEnglish;
   SIZE size{};  ///< of the window; 0: chosen by the window
   int dpi = 0;  ///< 0: that of the display
