@@ -63,15 +63,16 @@ class SampleMaker {
   }
 
   void AddComponents(cad_host::ModelFile& model, const SamplePlacement& placement) const {
-    constexpr double kPitch = 0.1;  // metres between components
+    constexpr double kPitch = 0.15;  // metres between components
     constexpr std::size_t kInRow = 8;
     const std::wstring stem = std::filesystem::path(placement.file_name).stem().wstring();
     for (int i = 1; i <= placement.count; ++i) {
       const std::size_t count = model.components.size();
       const std::size_t column = count % kInRow, row = count / kInRow;
-      model.components.push_back({.name = stem + L"-" + std::to_wstring(i),
-                                  .path = WorkPath(placement.file_name),
-                                  .position = {static_cast<double>(column) * kPitch, static_cast<double>(row) * kPitch, 0}});
+      model.components.push_back(
+          {.name = stem + L"-" + std::to_wstring(i),
+           .path = WorkPath(placement.file_name),
+           .position = {static_cast<double>(column) * kPitch, static_cast<double>(row) * kPitch, 0}});
     }
   }
 

@@ -60,18 +60,21 @@ void ItemListPanel::Show(std::vector<Item> items) {
 
 std::vector<Item> ItemListPanel::Selected() const {
   std::vector<Item> selected;
+  selected.reserve(Selection().size());
   for (const std::size_t row : Selection()) selected.push_back(m_items.at(row));
   return selected;
 }
 
 std::vector<std::wstring> ItemListPanel::SelectedNumbers() const {
   std::vector<std::wstring> numbers;
+  numbers.reserve(Selection().size());
   for (const std::size_t row : Selection()) numbers.push_back(m_items.at(row).number);
   return numbers;
 }
 
 std::wstring PathsAnswer(std::string_view member, const std::vector<std::filesystem::path>& paths) {
   std::vector<std::wstring> texts;
+  texts.reserve(paths.size());
   for (const std::filesystem::path& path : paths) texts.push_back(path.wstring());
   return AnswerJson().Texts(member, texts).Done();
 }

@@ -35,7 +35,7 @@ std::vector<Column> LotImportPanel::Columns() const {
 }
 
 std::wstring LotImportPanel::Cell(std::size_t row, std::size_t column) const {
-  const std::wstring name = m_files.at(row).filename().wstring();
+  std::wstring name = m_files.at(row).filename().wstring();
   if (column == 0) return name;
   const std::optional<plm_vault::Item> known = Vault().FindByFileName(name);
   if (!known) return Text(IDS_NEW_ITEM);
@@ -57,6 +57,7 @@ std::wstring LotImportPanel::Preview(const std::wstring&) const {
 
 std::optional<std::wstring> LotImportPanel::OnAction(const std::wstring&) {
   std::vector<std::wstring> numbers;
+  numbers.reserve(Selection().size());
   for (const std::size_t row : Selection()) {
     numbers.push_back(Vault().Import(m_files.at(row), Context().user, {}, m_comment).item.number);
   }

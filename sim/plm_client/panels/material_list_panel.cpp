@@ -41,12 +41,14 @@ void MaterialListPanel::SelectNumber(std::wstring_view number) {
 
 std::vector<Material> MaterialListPanel::Selected() const {
   std::vector<Material> selected;
+  selected.reserve(Selection().size());
   for (const std::size_t row : Selection()) selected.push_back(m_materials.at(row));
   return selected;
 }
 
 std::vector<std::wstring> NumbersOf(const std::vector<Material>& materials) {
   std::vector<std::wstring> numbers;
+  numbers.reserve(materials.size());
   for (const Material& material : materials) numbers.push_back(material.number);
   return numbers;
 }

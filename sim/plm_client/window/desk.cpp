@@ -14,6 +14,7 @@ Desk::Desk(const Options& options, const window::Texts& texts, std::function<voi
     : m_options(options),
       m_texts(texts),
       m_vault(plm_vault::Vault::Open(options.vault)),
+      m_pictures(options.pictures),
       m_notify(std::move(notify)),
       m_queue(m_notify) {
   if (!options.person.empty()) m_person = plm_panels::PersonScript::Read(options.person);
@@ -90,6 +91,7 @@ void Desk::ShowPanel(const std::shared_ptr<Call>& call) {
                           .user = user,
                           .refuses_faults = [this] { return !m_sendsFaulty; },
                           .answer = [this, &open](const std::wstring& answer) { Answer(open, answer); },
+                          .take_picture = [this](const std::wstring& name) { m_pictures.Take(name); },
                           .layout_file = m_options.layout_file});
   open.window->Present();
   if (const auto line = m_person.Next(request.command)) open.window->Play(*line, m_options.step);
@@ -109,7 +111,8 @@ void Desk::CloseFinished() {
       m_log[panel->log_entry].answer = m_texts(IDS_LOG_HOST_GONE);
     }
   }
-  // A panel that shows a dialog of its own is disabled, and its code still runs: it goes when the dialog has gone.
+  // A panel that shows a dialog of its own is disabled, and its code still runs: it goes when the dialog has
+  // gone.
   std::erase_if(m_open, [](const auto& panel) {
     return panel->is_answered && (!panel->window || IsWindowEnabled(panel->window->Handle()));
   });

@@ -17,6 +17,7 @@
 #include "plm_client/answer_folder.h"
 #include "plm_client/client.h"
 #include "vault/vault.h"
+#include "window/picture_taker.h"
 
 namespace plm_window {
 
@@ -66,6 +67,7 @@ class Desk {
   plm_vault::Vault m_vault;
   plm_panels::Session m_session;
   plm_panels::PersonScript m_person;
+  const window::PictureTaker m_pictures;
   std::optional<plm_client::AnswerFolder> m_answers;
   Misbehaviour m_misbehaviour;
   bool m_sendsFaulty = false;

@@ -30,6 +30,8 @@ A PLM client that a person answers: each command of the CAD application opens a 
   --until-idle SECONDS   ends when no host has been connected for this long
   --layout-file FILE     each panel that opens writes here where its controls are: a line for each, with the
                          window's title, the control's name, left, top, width and height, separated by tabs
+  --pictures FOLDER      for each picture that the person's file wants, makes NAME.wanted there and waits for
+                         NAME.png, ten seconds at most; whoever shows the display takes it
   --help                 prints this
 
 The person's file has a line for each command, used in order. What it has no line for, a person has to answer.
@@ -42,7 +44,7 @@ After the command come fields that are filled in (NAME=VALUE) and texts in quote
 that has it in a cell; and actions, which are done last, wherever they stand: the buttons, or cancel. Lines that
 begin with # are remarks.
 
-  every command             cancel
+  every command             picture=             cancel
   QD_PLMLogin               user=              log-in
   QD_PLMLogout                                 log-out stay
   QD_PLMDataSelector, QD_PLMQuery
@@ -108,6 +110,7 @@ const std::map<std::wstring, Setter>& Setters() {
       {L"--user", [](Options& o, const Value& v) { o.user = v; }},
       {L"--geometry", [](Options& o, const Value& v) { o.geometry = ParseGeometry(v); }},
       {L"--misbehave", [](Options& o, const Value& v) { o.misbehave = ParseFault(v); }},
+      {L"--pictures", [](Options& o, const Value& v) { o.pictures = v; }},
       {L"--layout-file", [](Options& o, const Value& v) { o.layout_file = v; }},
   };
   return setters;

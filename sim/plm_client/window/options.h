@@ -26,6 +26,7 @@ struct Options {
   std::optional<SIZE> geometry{};  ///< at 96 dots per inch
   std::optional<FaultChoice> misbehave{};
   std::wstring layout_file{};
+  std::filesystem::path pictures{};  ///< folder of the pictures that the person's file wants; empty: none
   bool help = false;
 };
 

@@ -23,8 +23,10 @@ void PanelWindow::MakeControls() {
 }
 
 void PanelWindow::MakeLists() {
+  const std::vector<plm_panels::Column> wanted = m_panel->Columns();
   std::vector<VirtualList::Column> columns;
-  for (const plm_panels::Column& column : m_panel->Columns()) {
+  columns.reserve(wanted.size());
+  for (const plm_panels::Column& column : wanted) {
     columns.push_back({m_texts(column.label), column.width});
   }
   if (!columns.empty()) {

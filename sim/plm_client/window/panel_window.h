@@ -25,6 +25,7 @@ struct PanelWindowSettings {
   std::wstring user;
   std::function<bool()> refuses_faults;                    ///< whether an answer with a fault is not sent
   std::function<void(const std::wstring& answer)> answer;  ///< called once; empty: the person chose nothing
+  std::function<void(const std::wstring& name)> take_picture{};  ///< of the display
   std::wstring layout_file{};                              ///< where the places of the controls are written
 };
 
@@ -44,6 +45,11 @@ class PanelWindow : public window::Window {
   void EnterField(const std::wstring& name, const std::wstring& value);
   void SelectRows(const std::vector<std::wstring>& texts);
   void Press(const std::wstring& action);
+
+  /// Has a picture of the display taken.
+  void TakePicture(const std::wstring& name) const {
+    if (m_settings.take_picture) m_settings.take_picture(name);
+  }
 
   /// Does what the line says, one step after each delay.
   void Play(plm_panels::PersonLine line, std::chrono::milliseconds delay);
