@@ -1,60 +1,143 @@
-# Sourced by ./dev: the main job, run for real.
+# Sourced by ./dev: the main job, run for real in the windows of both simulators.
 
 help_demo() {
   cat <<'TEXT'
 usage: ./dev demo [--fast]
 
-Builds the add-in and both simulators, runs the main job for real and prints what happens, in short; at the end
-it names the file with every call.
+Builds the add-in and both simulators, plays a designer's day in their windows and prints what happens, in short; at
+the end it names the files that it leaves, among them pictures of the main moments. With a display it is slow enough
+to follow; without one nobody sees the windows, but the pictures.
 
-  --fast   does not wait anywhere for a reader (so far the demo never does)
+  --fast   does not wait for anybody who looks on
 TEXT
 }
 
-# wait_for_client LOG PID: until the PLM client serves its pipe; fails if it ended.
-wait_for_client() {
+help_host() {
+  cat <<'TEXT'
+usage: ./dev host [OPTION ...]
+
+Builds the add-in and both simulators, and opens the CAD host and the PLM client with a vault of sample content. It
+ends when the CAD host is closed. Needs a display. What is done in the vault lasts until ./dev clean.
+
+  OPTION   for the CAD host, such as --language zh-CN; cad_host_window.exe --help names all
+TEXT
+}
+
+help_pictures() {
+  cat <<'TEXT'
+usage: ./dev pictures
+
+Runs the demo without a display, and makes the pictures in docs/pictures/ anew.
+TEXT
+}
+
+# Where everything lies that the simulators use: on drive C, so that scripts can name it.
+demo_drive='C:\tavo-demo'
+
+# prepare_windows: builds what a person sees, starts Wine, makes the vault unless there is one, registers the add-in.
+prepare_windows() {
+  setup_windows
+  build_preset windows solidworks_add_in cad_host_window_program plm_client_window
+  export WINEPREFIX="$root/build/windows/wine" TAVO_HOME="$demo_drive\\home"
+  bin=build/windows/bin folder="$WINEPREFIX/drive_c/tavo-demo"
+  start_wine
+}
+
+# make_vault: the add-in's folder, and a vault unless there is one.
+make_vault() {
+  mkdir -p "$folder/home" "$folder/pictures" "$folder/download/nut-new"  # the last for demo/models.txt
+  [ -e "$folder/vault" ] || scripts/wine "$bin/plm_client_window.exe" --make-sample "$demo_drive\\vault" >/dev/null
+  scripts/wine regsvr32 /s "$bin/solidworks_add_in.dll"
+}
+
+# start_client [OPTION ...]: the PLM client on the vault; returns when it serves its pipe.
+start_client() {
   local tries
+  scripts/wine "$bin/plm_client_window.exe" --vault "$demo_drive\\vault" "$@" >"$folder/plm_client.log" 2>&1 &
+  client=$!
+  started+=("$client")
   for tries in $(seq 100); do
-    grep -q '^serving' "$1" 2>/dev/null && return
-    kill -0 "$2" 2>/dev/null || fail "the PLM client ended: $(cat "$1")"
+    grep -q '^serving' "$folder/plm_client.log" 2>/dev/null && return
+    kill -0 "$client" 2>/dev/null || fail "the PLM client ended: $(cat "$folder/plm_client.log")"
     sleep 0.1
   done
   fail "the PLM client does not serve its pipe"
 }
 
-demo() {
-  [ "${1:-}" = --fast ] && shift
-  no_arguments demo "$@"
-  setup_product
-  build_preset windows solidworks_add_in cad_host_console plm_client_console
-  # The add-in's folders and the models lie on the prefix's drive C, so that the answers can name them.
-  export WINEPREFIX="$root/build/windows/wine" TAVO_HOME='C:\tavo-demo\home'
-  local bin=build/windows/bin folder="$WINEPREFIX/drive_c/tavo-demo" client
-  start_wine
-  rm -rf "$folder"
-  mkdir -p "$folder/download/nut-new" "$folder/home"
+# take_pictures FOLDER: whenever a program wants a picture, takes one of the whole display.
+take_pictures() {
+  local wanted name
+  while sleep 0.05; do
+    for wanted in "$1"/*.wanted; do
+      [ -e "$wanted" ] || continue
+      name="${wanted%.wanted}"
+      import -silent -window root "$name.part.png" && mv "$name.part.png" "$name.png"
+      rm -f "$wanted"
+    done
+  done
+}
 
-  say "making model files, registering the add-in"
-  scripts/wine "$bin/cad_host.exe" demo/models.txt >/dev/null
-  scripts/wine regsvr32 /s "$bin/solidworks_add_in.dll"
-  say "the PLM client starts, then the CAD host: \"->\" is the host calling the add-in, below it the add-in calling the host"
-  scripts/wine "$bin/plm_client.exe" --answers demo/answers > >(tee "$folder/plm_client.log") &
-  client=$!
-  started+=("$client")
-  wait_for_client "$folder/plm_client.log" "$client"
-  scripts/wine "$bin/cad_host.exe" --state 'C:\tavo-demo' --journal 'C:\tavo-demo\transcript.txt' \
-    demo/session.txt || fail "the session failed; every call is in $folder/transcript.txt"
-  kill "$client"
+# end_simulators: the client goes, and the add-in's registration with it.
+end_simulators() {
+  kill "$client" 2>/dev/null || true
   scripts/wine regsvr32 /u /s "$bin/solidworks_add_in.dll"
-
   stop_wine
+}
+
+demo() {
+  local bin folder client step=0
+  if [ "${1:-}" = --fast ]; then
+    shift
+  elif [ -n "${DISPLAY:-}" ]; then
+    step=1200
+  fi
+  no_arguments demo "$@"
+  prepare_windows
+  rm -rf "$folder"
+  say "making a vault with model files, registering the add-in"
+  make_vault
+  say "the PLM client starts, then the CAD host: \"->\" is the host calling the add-in, below it the add-in calling the host"
+  take_pictures "$folder/pictures" &
+  started+=($!)
+  start_client --person demo/day/person.txt --step-ms "$step" --pictures "$demo_drive\\pictures"
+  scripts/wine "$bin/cad_host_window.exe" --state "$demo_drive" --journal "$demo_drive\\transcript.txt" \
+    --script demo/day/session.txt --step-ms "$step" --pictures "$demo_drive\\pictures" ||
+    fail "the session failed; every call is in $folder/transcript.txt"
+  end_simulators
+  mkdir -p build/pictures
+  cp "$folder"/pictures/*.png build/pictures/
   say "the add-in's log; \"AttributesBackFill failed<hr=0x0>\" is written after each created material, 0x0 is success"
   cat "$folder/home/log/SolidWorks.log"
-  say "everything lies in ${folder#"$root"/}:"
+  say "pictures of the main moments: $(ls build/pictures/*.png | tr '\n' ' ')"
+  say "everything else lies in ${folder#"$root"/}:"
   cat <<'TEXT'
 transcript.txt            the full transcript: every call and event, with arguments and results
-download/                 the model files
-plm_client.log            what the PLM client was asked
+vault/                    the PLM vault with its model files; vault/work/ has those that the host opened
 home/log/SolidWorks.log   the add-in's log
 TEXT
+}
+
+host() {
+  local bin folder client
+  [ -n "${DISPLAY:-}" ] || fail "there is no display; ./dev demo runs without one"
+  prepare_windows
+  make_vault
+  start_client
+  say "close the CAD host to end; the add-in's log is ${folder#"$root"/}/home/log/SolidWorks.log"
+  scripts/wine "$bin/cad_host_window.exe" --state "$demo_drive" --connect 'TAVO SolidWorks Integration' "$@" || true
+  end_simulators
+}
+
+# make_picture NAME WIDTH: a picture of the demo, without the empty part of the display and with few colours.
+make_picture() {
+  convert "build/pictures/$1.png" -bordercolor black -border 1 -trim +repage -resize "$2x" -colors 64 -strip \
+    "PNG8:docs/pictures/$1.png"
+}
+
+pictures() {
+  no_arguments pictures "$@"
+  (unset DISPLAY && demo --fast)
+  local name
+  for name in search assembly message-box; do make_picture "$name" 900; done
+  say "docs/pictures"
 }

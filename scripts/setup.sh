@@ -19,10 +19,12 @@ product_packages=(
 test_packages=(
   g++ pkg-config googletest                                             # native build, test framework
   libgsf-bin libgsf-1-dev                                               # an independent reader and writer of OLE files
+  xdotool imagemagick                                                   # a person at the windows
   clang-16                                                              # a host of the other ABI (and lld)
   valgrind                                                              # counts instructions
 )
 bench_packages=(nlohmann-json3-dev python3-minimal)
+window_packages=(imagemagick)                                           # pictures of windows
 lint_packages=(clang-format clang-tidy-16 python3-minimal)
 
 as_root() {
@@ -137,6 +139,12 @@ use_title_bar_font() {
   dpkg-deb --fsys-tarfile "$folder"/download/fonts-wine_*.deb |
     tar -xO ./usr/share/wine/fonts/marlett.ttf >"$folder/download/marlett.ttf"
   mv "$folder/download/marlett.ttf" "$folder/marlett.ttf"
+}
+
+# setup_windows: what the windows of the simulators need beside the product.
+setup_windows() {
+  setup_product
+  install_packages "${window_packages[@]}"
 }
 
 # setup_product: what the add-in and the simulators are built from and run with.
