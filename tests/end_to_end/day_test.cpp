@@ -26,7 +26,7 @@
 
 namespace {
 
-constexpr int kFileColumn = 2;  // of the lists of items
+constexpr int kFileColumn = 2;        // of the lists of items
 constexpr int kOpen = 0, kCover = 3;  // actions of the search panels, in their order
 constexpr int kOnlyAction = 0;
 constexpr int kRevisionField = 2;
@@ -102,7 +102,8 @@ class DayAtTheWindows : public testing::Test {
     m_person.AwaitGone(box);
   }
 
-  /// Whether `state` becomes true within ten seconds: a panel is gone before the add-in has acted on its answer.
+  /// Whether `state` becomes true within ten seconds: a panel is gone before the add-in has acted on its
+  /// answer.
   static bool BecomesTrue(const std::function<bool()>& state) {
     for (int looks = 0; looks < 100; ++looks) {
       if (state()) return true;
@@ -124,7 +125,9 @@ class DayAtTheWindows : public testing::Test {
     return place < std::ssize(states) ? states[static_cast<std::size_t>(place)] : L"";
   }
 
-  void TakePicture(const std::wstring& name) const { m_person.TakePicture(Pictures() + L"\\" + name + L".png"); }
+  void TakePicture(const std::wstring& name) const {
+    m_person.TakePicture(Pictures() + L"\\" + name + L".png");
+  }
 
   /// Where the vault puts the files for the host.
   std::wstring Work(const std::wstring& name) const { return m_home.Path(L"vault\\work\\" + name); }

@@ -130,9 +130,7 @@ HWND Person::AwaitControl(HWND window, int id) const {
 
 void Person::Click(HWND control) const { ClickAt(control, MiddleOf(control)); }
 
-void Person::ClickAt(HWND control, POINT place) const {
-  Do("xdotool " + MoveTo(control, place) + "click 1");
-}
+void Person::ClickAt(HWND control, POINT place) const { Do("xdotool " + MoveTo(control, place) + "click 1"); }
 
 void Person::ClickRow(HWND list, int column, const std::wstring& text, bool adds) const {
   std::vector<std::wstring> texts;

@@ -7,8 +7,8 @@
 
 #include "temp_folder.h"
 
-/// Uses the real mouse and keyboard of the display on which the programs run, so that nothing is shown to work
-/// that a person could not do. What it looks for it awaits, for half a minute at most.
+/// Uses the real mouse and keyboard of the display on which the programs run, so that nothing is shown to
+/// work that a person could not do. What it looks for it awaits, for half a minute at most.
 class Person {
  public:
   /// @param folder for files of the tools that move the mouse.

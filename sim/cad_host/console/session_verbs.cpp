@@ -240,7 +240,8 @@ void Session::Answer(Command& command) {
   const std::wstring button = command.Take(L"a button");
   const std::wstring picture = command.TakeIf(L"picture") ? command.Take(L"a name") : L"";
   command.ExpectEnd();
-  if (!m_answers.Queue(button, picture)) command.Fail(L"\"" + button + L"\" is not a button of a message box");
+  if (!m_answers.Queue(button, picture))
+    command.Fail(L"\"" + button + L"\" is not a button of a message box");
 }
 
 // picture NAME

@@ -48,9 +48,8 @@ int Run(const WindowOptions& options) {
   window::UseLanguage(options.language);
   Host host(options.host);
   Actions actions(host, std::cout);
-  actions.Present(options.step_ms, [taker = window::PictureTaker(options.pictures)](const std::wstring& name) {
-    taker.Take(name);
-  });
+  actions.Present(options.step_ms, [taker = window::PictureTaker(options.pictures)](
+                                       const std::wstring& name) { taker.Take(name); });
   MainWindow main_window(host, actions, options);
   const window::UniqueAccelerators keys = MakeAccelerators();
   window::MessageLoop loop(main_window.Handle(), keys.get());

@@ -14,11 +14,11 @@ namespace cad_host {
 
 struct WindowOptions {
   HostOptions host;
-  std::wstring connect;  ///< title or class id; empty: the add-ins that load at the start
-  std::wstring script;   ///< file to play; empty: none
-  unsigned step_ms = 0;  ///< between two lines of the script
-  bool stay = false;     ///< the window stays open after the script
-  std::wstring record;   ///< file to record into; empty: none
+  std::wstring connect;   ///< title or class id; empty: the add-ins that load at the start
+  std::wstring script;    ///< file to play; empty: none
+  unsigned step_ms = 0;   ///< between two lines of the script
+  bool stay = false;      ///< the window stays open after the script
+  std::wstring record;    ///< file to record into; empty: none
   std::wstring journal;   ///< file for the whole journal; empty: none
   std::wstring pictures;  ///< folder of the pictures that the script wants; empty: none are taken
   LANGID language = window::kEnglish;

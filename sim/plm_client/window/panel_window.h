@@ -26,7 +26,7 @@ struct PanelWindowSettings {
   std::function<bool()> refuses_faults;                    ///< whether an answer with a fault is not sent
   std::function<void(const std::wstring& answer)> answer;  ///< called once; empty: the person chose nothing
   std::function<void(const std::wstring& name)> take_picture{};  ///< of the display
-  std::wstring layout_file{};                              ///< where the places of the controls are written
+  std::wstring layout_file{};  ///< where the places of the controls are written
 };
 
 /// Shows a panel, lets the person choose, and answers. The answer comes when the window is gone or about to

@@ -13,8 +13,8 @@ class PictureTaker {
   /// @param folder which exists; empty: no pictures are taken.
   explicit PictureTaker(std::filesystem::path folder) : m_folder(std::move(folder)) {}
 
-  /// Returns when the picture is there, or after ten seconds. Meanwhile the windows of the thread repaint, but
-  /// take no input.
+  /// Returns when the picture is there, or after ten seconds. Meanwhile the windows of the thread repaint,
+  /// but take no input.
   void Take(const std::wstring& name) const;
 
  private:
