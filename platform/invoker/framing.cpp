@@ -70,7 +70,7 @@ void FrameReader::Append(std::string_view bytes) {
   m_header.append(bytes);
   while (!m_hasHeader && ReadHeaderLine()) {
   }
-  if ((m_hasHeader ? m_lineStart : m_header.size()) > kMaxHeaderBytes) {
+  if (!m_hasHeader && m_header.size() > kMaxHeaderBytes) {
     throw NoAnswer{L"the client sent a header over 8 KiB"};
   }
 }
@@ -83,15 +83,17 @@ std::span<char> FrameReader::Rest() {
 
 /// @return whether a complete line was read, so that another may follow.
 bool FrameReader::ReadHeaderLine() {
-  const std::size_t end = m_header.find(kLineEnd, m_lineStart);
-  std::string_view line = std::string_view(m_header).substr(m_lineStart);
-  if (end != std::string::npos) {
+  // What is beyond the limit is not looked at: how the bytes came in must not decide what is wrong with them.
+  const std::string_view header = std::string_view(m_header).substr(0, kMaxHeaderBytes);
+  const std::size_t end = header.find(kLineEnd, m_lineStart);
+  std::string_view line = header.substr(m_lineStart);
+  if (end != header.npos) {
     line = line.substr(0, end - m_lineStart);
   } else if (line.ends_with(kLineEnd.front())) {
     line.remove_suffix(1);
   }
   if (!CanBeHeaderLine(line)) throw NoAnswer{L"the client sent a header that is not valid"};
-  if (end == std::string::npos) return false;
+  if (end == header.npos) return false;
 
   m_lineStart = end + kLineEnd.size();
   if (line.empty()) {

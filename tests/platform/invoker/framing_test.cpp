@@ -56,6 +56,10 @@ const Case kCases[] = {
 
     {"HeaderOfOneByteMore", HeaderOfSize(8193) + "{}", L"the client sent a header over 8 KiB"},
     {"HeaderWithoutAnEnd", "X: " + std::string(8200, 'x'), L"the client sent a header over 8 KiB"},
+    {"InvalidLineBeyond8KiB", "X: " + std::string(8200, 'x') + "\r\nA B: c\r\n\r\n{}",
+     L"the client sent a header over 8 KiB"},
+    {"WrongLengthBeyond8KiB", "X: " + std::string(8200, 'x') + "\r\nContent-Length: -2\r\n\r\n{}",
+     L"the client sent a header over 8 KiB"},
     {"NoContentLength", "Content-Type: a\r\n\r\n{}", L"the client sent a header without Content-Length"},
     {"EmptyHeader", "\r\n{}", L"the client sent a header without Content-Length"},
     {"TwoContentLengths", "Content-Length: 2\r\ncontent-length: 2\r\n\r\n{}",
