@@ -68,7 +68,7 @@ build() {
 
 clean() {
   case "${1:-}" in
-    '') rm -rf build/windows build/windows-debug build/native build/tidy ;;
+    '') rm -rf build/windows build/windows-debug build/windows-hardened build/native build/fuzz build/tidy ;;
     --all) rm -rf build ;;
     *) refuse clean "$1" ;;
   esac

@@ -22,8 +22,10 @@ test_packages=(
   xdotool imagemagick                                                   # a person at the windows
   clang-16                                                              # a host of the other ABI (and lld)
   valgrind                                                              # counts instructions
+  nlohmann-json3-dev                                                    # another JSON parser, to compare with
 )
-bench_packages=(nlohmann-json3-dev python3-minimal)
+fuzz_packages=(clang-16 libclang-rt-16-dev llvm)
+bench_packages=(python3-minimal)
 window_packages=(imagemagick)                                           # pictures of windows
 lint_packages=(clang-format clang-tidy-16 python3-minimal)
 
@@ -183,6 +185,12 @@ setup_bench() {
     build_dependency $kind benchmark "$root/build/deps/benchmark-source" -DGIT_VERSION=1.7.1 \
       -DBENCHMARK_ENABLE_TESTING=OFF -DBENCHMARK_ENABLE_WERROR=OFF
   done
+}
+
+# setup_fuzz: what the search for inputs needs; CMake wants the parts of the tests, too.
+setup_fuzz() {
+  install_packages "${fuzz_packages[@]}"
+  setup_tests
 }
 
 # setup_lint: what the analysis reads beside the sources, and what it is.
