@@ -135,8 +135,11 @@ std::optional<std::string> WithoutExtremeNumbers(std::string_view text) {
       const std::size_t length = number->all.size();
       if (length > kManyCharacters || number->exponent.size() >= kLargeExponentDigits) {
         if (!changed) changed.emplace(text);
-        changed->replace(place, length, length, '0');
-        (*changed)[place + 1] = 'e';
+        // The sign stays: without it, digits before it, which are a fault, would become digits of this
+        // number.
+        const std::size_t zero = place + (number->is_negative ? 1 : 0);
+        changed->replace(zero, place + length - zero, place + length - zero, '0');
+        (*changed)[zero + 1] = 'e';
       }
       place += length;
     } else {

@@ -82,10 +82,11 @@ TEST(Numbers, InStringsAreUnchanged) {
 TEST(Numbers, WithLargeExponentsDoNotHideFaults) {
   for (const wchar_t* text :
        {L"[0e309 0]", L"[0e309x]", L"[0e309.5]", L"[00e309]", L"[+0e309]", L"[.0e309]", L"[0e309,]",
-        L"[0.e309]", L"[0e309", L"[0e+]", L"[--0e309]", L"[1e5000,0e309]"}) {
+        L"[0.e309]", L"[0e309", L"[0e+]", L"[--0e309]", L"[1e5000,0e309]", L"[5-1e309]"}) {
     EXPECT_FALSE(CJsonObject().CreateFrom(text)) << testing::PrintToString(std::wstring(text));
   }
   EXPECT_FALSE(CJsonObject().CreateFrom(L"[" + std::wstring(1'000'000, L'1') + L".]"));
+  EXPECT_FALSE(CJsonObject().CreateFrom(L"[5-" + std::wstring(1'000, L'1') + L"]"));
 }
 
 /// Deterministic numbers, most of them near an edge of double.
