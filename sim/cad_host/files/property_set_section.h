@@ -58,7 +58,8 @@ class Section {
   /// The code page of names and of texts that are not wide.
   unsigned CodePage() const { return m_codePage; }
 
-  /// The properties that have a name and a value, in the order of their ids.
+  /// The properties that have a name and a value, in the order of their ids. A reserved id is no property's,
+  /// even if it has a name.
   CustomProperties Read() const;
 
   /// The property with the id, which must have a place. A value of an unknown type is the empty text.

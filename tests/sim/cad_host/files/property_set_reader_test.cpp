@@ -72,6 +72,14 @@ TEST(PropertyNames, AreWideInAUtf16Set) {
   EXPECT_EQ(properties[0].name, L"\u6750\u6599");
 }
 
+TEST(PropertyNames, OfReservedIdsAreNoProperties) {
+  const CustomProperties properties =
+      Read(StreamOf({{kDictionaryId, Dictionary({{kDictionaryId, Name("D")}, {kCodePageId, Name("C")}})},
+                     {kCodePageId, CodePageValue(kLatin1)}}));
+
+  EXPECT_TRUE(properties.empty());
+}
+
 TEST(PropertySetStream, HasNoPropertiesIfItIsEmpty) { EXPECT_TRUE(Read("").empty()); }
 
 TEST(PropertySetStream, HasNoPropertiesIfItHasOnlyOtherSections) {
