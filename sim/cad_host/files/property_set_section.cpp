@@ -72,7 +72,7 @@ CustomProperties Section::Read() const {
 }
 
 CustomProperty Section::Property(std::uint32_t id) const {
-  CustomProperty property = Value(m_byId.at(id));
+  CustomProperty property = Value(m_bytes, m_byId.at(id));
   const auto name = m_names.find(id);
   if (name != m_names.end()) property.name = name->second;
   return property;
@@ -82,19 +82,20 @@ std::uint32_t Section::TypeOf(std::uint32_t id) const { return m_bytes.Number(m_
 
 std::string_view Section::RawValue(const Place& place) const {
   const std::size_t end = NextOffset(m_offsets, place.offset, m_all.size());
-  return m_bytes.Part(place.offset, end - std::min<std::size_t>(end, place.offset));
+  const std::string_view bytes = m_bytes.Part(place.offset, end - std::min<std::size_t>(end, place.offset));
+  if (place.id >= kFirstId) Value(Bytes(bytes), 0);  // throws if the next value begins inside this one
+  return bytes;
 }
 
 /// The text up to its terminating null.
-std::wstring Section::Text(std::size_t offset, std::size_t size, unsigned code_page) const {
-  const std::string_view bytes = m_bytes.Part(offset, size);
+std::wstring Section::Text(std::string_view bytes, unsigned code_page) const {
   std::wstring text = code_page == kUtf16 ? WideText(bytes) : m_decode(bytes, code_page);
   text.resize(std::wcslen(text.c_str()));
   return text;
 }
 
-CustomProperty Section::Value(std::size_t offset) const {
-  const std::uint32_t type = m_bytes.Number(offset);
+CustomProperty Section::Value(const Bytes& bytes, std::size_t offset) const {
+  const std::uint32_t type = bytes.Number(offset);
   const std::size_t value = offset + sizeof type;
   const std::size_t text = value + sizeof(std::uint32_t);  // after its length
   const auto number = [](std::wstring digits) {
@@ -103,23 +104,23 @@ CustomProperty Section::Value(std::size_t offset) const {
   switch (type) {
     case kTypeText:
     case kTypeBstr:
-      return {.name = {}, .text = Text(text, m_bytes.Number(value), m_codePage)};
+      return {.name = {}, .text = Text(bytes.Part(text, bytes.Number(value)), m_codePage)};
     case kTypeWideText:
-      return {.name = {}, .text = Text(text, m_bytes.Number(value) * sizeof(char16_t), kUtf16)};
+      return {.name = {}, .text = Text(bytes.Part(text, bytes.Number(value) * sizeof(char16_t)), kUtf16)};
     case kTypeShort:
-      return number(std::to_wstring(static_cast<std::int16_t>(m_bytes.Short(value))));
+      return number(std::to_wstring(static_cast<std::int16_t>(bytes.Short(value))));
     case kTypeNumber:
-      return number(std::to_wstring(static_cast<std::int32_t>(m_bytes.Number(value))));
+      return number(std::to_wstring(static_cast<std::int32_t>(bytes.Number(value))));
     case kTypeUnsigned:
-      return number(std::to_wstring(m_bytes.Number(value)));
+      return number(std::to_wstring(bytes.Number(value)));
     case kTypeLongNumber:
-      return number(std::to_wstring(static_cast<std::int64_t>(m_bytes.LongNumber(value))));
+      return number(std::to_wstring(static_cast<std::int64_t>(bytes.LongNumber(value))));
     case kTypeDouble:
-      return number(DoubleText(m_bytes.Double(value)));
+      return number(DoubleText(bytes.Double(value)));
     case kTypeFileTime:
-      return {.name = {}, .text = DateText(m_bytes.LongNumber(value)), .type = swCustomInfoDate};
+      return {.name = {}, .text = DateText(bytes.LongNumber(value)), .type = swCustomInfoDate};
     case kTypeBool:
-      return {.name = {}, .text = m_bytes.Short(value) ? kYes : kNo, .type = swCustomInfoYesOrNo};
+      return {.name = {}, .text = bytes.Short(value) ? kYes : kNo, .type = swCustomInfoYesOrNo};
     default:
       return {};
   }
@@ -133,7 +134,7 @@ void Section::ReadDictionary(std::size_t offset) {
     const std::uint32_t id = m_bytes.Number(offset);
     const std::size_t size = unit * m_bytes.Number(offset + sizeof id);
     offset += 2 * sizeof(std::uint32_t);
-    m_names[id] = Text(offset, size, m_codePage);
+    m_names[id] = Text(m_bytes.Part(offset, size), m_codePage);
     offset += m_codePage == kUtf16 ? (size + 3) / 4 * 4 : size;  // only wide names are padded
     // The last name of a section may lack its padding.
     m_nameEntries.push_back({id, m_bytes.Part(begin, std::min(offset, m_all.size()) - begin)});

@@ -68,12 +68,13 @@ class Section {
   /// The type of the value of the property with the id, which must have a place.
   std::uint32_t TypeOf(std::uint32_t id) const;
 
-  /// The bytes of the value at the place, up to the next value or the end of the section.
+  /// The bytes of the value at the place, up to the next value or the end of the section. A value inside
+  /// which another begins counts as cut off.
   std::string_view RawValue(const Place& place) const;
 
  private:
-  std::wstring Text(std::size_t offset, std::size_t size, unsigned code_page) const;
-  CustomProperty Value(std::size_t offset) const;
+  std::wstring Text(std::string_view bytes, unsigned code_page) const;
+  CustomProperty Value(const Bytes& bytes, std::size_t offset) const;
   void ReadDictionary(std::size_t offset);
 
   std::string_view m_all;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <stdexcept>
 #include <string>
 
 #include "case_name.h"
@@ -214,6 +215,21 @@ const ChangeCase kChanges[] = {
     {"TextThatThePageCannotSpell", Number(kTypeText) + Number(4) + Name("abc"), L"材",
      Number(kTypeWideText) + Number(2) + WideName(u"材")},
 };
+
+TEST(EditedStream, IsRefusedIfAValueBeginsInsideAnother) {
+  const std::string name = Name("N");
+  std::string stream = StreamOf({{kDictionaryId, Dictionary({{kFirstId, name}})},
+                                 {kCodePageId, CodePageValue(kLatin1)},
+                                 {kFirstId, Number(kTypeDouble) + BytesOf(0.5)},
+                                 {kFirstId + 1, Number(kTypeNumber) + Number(1)}});
+  const std::size_t last_place =
+      kSectionPlaces + kSectionPlaceSize + kPropertyPlaces + 3 * kPropertyPlaceSize;
+  stream[last_place + sizeof(std::uint32_t)] -= 4;  // into the fraction
+
+  EXPECT_THROW(Edit(stream, {{.name = L"N", .text = L"0.5", .type = swCustomInfoNumber},
+                             {.name = L"added", .text = L"x"}}),
+               std::out_of_range);
+}
 
 class EditedValue : public testing::TestWithParam<ChangeCase> {};
 
