@@ -29,6 +29,8 @@ function(tavo_test_library name)
   tavo_compile_as_test(${name})
 endfunction()
 
+set(TAVO_TIMEOUT_FACTOR 1 CACHE STRING "what the time limits of test programs are multiplied by")
+
 # tavo_test(NAME SOURCES ... LIBRARIES ... [INNER FOLDER ...] [TIMEOUT SECONDS] [OWN_MAIN]): a test program,
 # which is one test for ctest.
 #
@@ -41,6 +43,7 @@ function(tavo_test name)
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 120)
   endif()
+  math(EXPR arg_TIMEOUT "${arg_TIMEOUT} * ${TAVO_TIMEOUT_FACTOR}")
   add_executable(${name} ${arg_SOURCES})
   if(NOT arg_OWN_MAIN)
     target_link_libraries(${name} PRIVATE test_main)

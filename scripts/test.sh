@@ -2,7 +2,7 @@
 
 help_test() {
   cat <<'TEXT'
-usage: ./dev test [--debug] [PROGRAM [FILTER]]
+usage: ./dev test [--debug | --hardened] [PROGRAM [FILTER]]
 
 Builds and runs every test program, or one; the last line is "N passed, N failed". What a program printed lies in
 build/*/test-output/PROGRAM.txt.
@@ -10,7 +10,25 @@ build/*/test-output/PROGRAM.txt.
   PROGRAM   such as invoker_test; ./dev test list prints all
   FILTER    runs only the tests whose Suite.Name matches, such as 'Framing*' or '*Frame.Is*'
   --debug   runs the programs of build/windows-debug
+  --hardened
+            runs those of build/windows-hardened, which end at undefined behaviour and at a wrong use of the
+            standard library, with a heap that is checked at every call: a damaged one counts as a failure
 TEXT
+}
+
+# What each call of Wine's heap checks: that nothing was written behind a block or into a freed one.
+heap_checks=0xF0
+# Programs with so many or so large blocks that this takes hours; their heap is not checked.
+heap_unchecked=(json_test)
+
+# harden_heap: makes the prefix of the hardened programs check their heaps. Call this before Wine starts in it.
+harden_heap() {
+  local key='HKLM\Software\Microsoft\Windows NT\CurrentVersion\Image File Execution Options' program
+  scripts/wine reg add 'HKLM\System\CurrentControlSet\Control\Session Manager' \
+    /v GlobalFlag /t REG_DWORD /d "$heap_checks" /f >/dev/null
+  for program in "${heap_unchecked[@]}"; do
+    scripts/wine reg add "$key\\$program.exe" /v GlobalFlag /t REG_DWORD /d 0 /f >/dev/null
+  done
 }
 
 # programs_of PRESET: the names of its test programs.
@@ -44,8 +62,13 @@ show_failures() {
 }
 
 # count_results PRESET PROGRAM: adds up `passed` and `failed`. A program without results (it crashed, hung or
-# was not built) counts as one failure.
+# was not built) counts as one failure, and so does a damaged heap.
 count_results() {
+  if grep -qE ':(err|warn):heap:' "build/$1/test-output/$2.txt"; then
+    failed=$((failed + 1))
+    echo "failed: $1 $2: a damaged heap; see build/$1/test-output/$2.txt:"
+    grep -E -m 3 ':(err|warn):heap:' "build/$1/test-output/$2.txt" | sed 's/^/    /'
+  fi
   local results="build/$1/test-results/$2.xml" tests failures
   if [ -s "$results" ]; then
     read -r tests failures < <(sed -nE 's/^<testsuites tests="([0-9]+)" failures="([0-9]+)".*/\1 \2/p' "$results")
@@ -62,6 +85,7 @@ test() {
   for argument in "$@"; do
     case "$argument" in
       --debug) windows=windows-debug ;;
+      --hardened) windows=windows-hardened ;;
       -*) refuse test "$argument" ;;
       *) words+=("$argument") ;;
     esac
@@ -85,6 +109,10 @@ test() {
 
   build_preset "$windows" ${wanted:+"$wanted"}
   build_preset native ${wanted:+"$wanted"}
+  if [ "$windows" = windows-hardened ]; then
+    export WINEPREFIX="$root/build/$windows/wine" WINEDEBUG=-all,err+heap,warn+heap
+    harden_heap
+  fi
   start_wine
   passed=0 failed=0
   for preset in native "$windows"; do

@@ -66,7 +66,7 @@ Section::Section(std::string_view bytes, CodePageDecoder decode)
 CustomProperties Section::Read() const {
   CustomProperties properties;
   for (const auto& [id, name] : m_names) {
-    if (id >= kFirstId && m_byId.contains(id)) properties.push_back(Property(id));
+    if (id >= kFirstId && Has(id)) properties.push_back(Property(id));
   }
   return properties;
 }

@@ -62,6 +62,9 @@ class Section {
   /// even if it has a name.
   CustomProperties Read() const;
 
+  /// Whether a value has the id.
+  bool Has(std::uint32_t id) const { return m_byId.contains(id); }
+
   /// The property with the id, which must have a place. A value of an unknown type is the empty text.
   CustomProperty Property(std::uint32_t id) const;
 

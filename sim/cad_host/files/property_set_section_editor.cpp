@@ -45,16 +45,16 @@ SectionEditor::SectionEditor(std::string_view bytes, CodePageDecoder decode, Cod
 
 void SectionEditor::Change(WantedProperties& wanted) {
   const auto& names = m_section.Names();
-  for (const Section::Place& place : m_section.Places()) {
-    const auto name = names.find(place.id);
-    if (place.id < kFirstId || name == names.end()) continue;
-    const bool hidden = wanted.WasTaken(name->second);
-    const CustomProperty* const property = wanted.Take(name->second);
+  // In the order of the ids, as for reading: it decides which of two properties of a name hides the other.
+  for (const auto& [id, name] : names) {
+    if (id < kFirstId || !m_section.Has(id)) continue;
+    const bool hidden = wanted.WasTaken(name);
+    const CustomProperty* const property = wanted.Take(name);
     if (!property) {
-      m_removed.insert(place.id);
-      if (!names.contains(place.id | kLinkBit)) m_removed.insert(place.id | kLinkBit);
-    } else if (!hidden && !SameStoredValue(*property, place.id)) {
-      m_values[place.id] = ValueBytes(*property, m_section.TypeOf(place.id));
+      m_removed.insert(id);
+      if (!names.contains(id | kLinkBit)) m_removed.insert(id | kLinkBit);
+    } else if (!hidden && !SameStoredValue(*property, id)) {
+      m_values[id] = ValueBytes(*property, m_section.TypeOf(id));
     }
   }
 }

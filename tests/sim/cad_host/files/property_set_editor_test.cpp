@@ -216,6 +216,21 @@ const ChangeCase kChanges[] = {
      Number(kTypeWideText) + Number(2) + WideName(u"材")},
 };
 
+TEST(EditedStream, ChangesTheFirstOfEqualNamesByIdWhereverItsValueLies) {
+  const std::string name = Name("N");
+  const std::string stream = StreamOf({{kDictionaryId, Dictionary({{kFirstId, name}, {kFirstId + 1, name}})},
+                                       {kCodePageId, CodePageValue(kLatin1)},
+                                       {kFirstId + 1, NumberValue(2)},
+                                       {kFirstId, NumberValue(1)}});
+  ASSERT_EQ(Read(stream).front().text, L"1");
+
+  const CustomProperties read =
+      Read(Edit(stream, {{.name = L"N", .text = L"3", .type = swCustomInfoNumber}}));
+
+  ASSERT_EQ(read.size(), 1u);
+  EXPECT_EQ(read.front().text, L"3");
+}
+
 TEST(EditedStream, IsRefusedIfAValueBeginsInsideAnother) {
   const std::string name = Name("N");
   std::string stream = StreamOf({{kDictionaryId, Dictionary({{kFirstId, name}})},
