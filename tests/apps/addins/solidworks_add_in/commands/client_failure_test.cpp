@@ -61,6 +61,29 @@ TEST_F(ClientFailure, NextCommandUsesANewConnection) {
   EXPECT_EQ(m_client->ConnectionCount(), 2);
 }
 
+TEST_F(ClientFailure, IsLoggedInTheClientsWordsAsTheyStand) {
+  ConnectAndLogIn();
+  m_script.Always("QD_PLMQuery", Reply::Error(-32000, "%s%n%d %m{1} ${TMP}"));
+  Pick(L"PlmQuery");
+  ASSERT_EQ(PlatformLog().size(), 1u);
+  EXPECT_NE(PlatformLog()[0].find(L"-32000: %s%n%d %m{1} ${TMP}"), std::wstring::npos)
+      << Utf8(PlatformLog()[0]);
+}
+
+TEST_F(ClientFailure, LeavesNothingOfALoginsAnswerInTheLog) {
+  Connect();
+  for (const char* const answer :
+       {R"({"__InvokeResult__":true,"token":"secret"})", R"({"__InvokeResult__":"secret"})",
+        R"({"__InvokeResult__":false,"message":"secret"})", R"({"token":"secret")"}) {
+    Answer("QD_PLMLogin", answer);
+    Object()->PlmLogin();
+  }
+  for (const std::wstring& line : m_home.LogLines()) {
+    EXPECT_EQ(line.find(L"secret"), std::wstring::npos) << Utf8(line);
+  }
+  EXPECT_FALSE(PlatformLog().empty()) << "the last answer is no JSON object, and is logged as that";
+}
+
 TEST_F(ClientFailure, UserStaysLoggedInIfTheLogoutFails) {
   ConnectAndLogIn();
   StopClient();

@@ -44,7 +44,18 @@ class Image {
     return result;
   }
 
+  /// The flags of the sections.
+  std::vector<DWORD> Sections() const {
+    std::vector<DWORD> result;
+    const IMAGE_SECTION_HEADER* const sections = IMAGE_FIRST_SECTION(m_headers);
+    for (WORD index = 0; index < m_headers->FileHeader.NumberOfSections; ++index) {
+      result.push_back(sections[index].Characteristics);
+    }
+    return result;
+  }
+
   WORD Machine() const { return m_headers->FileHeader.Machine; }
+  const IMAGE_OPTIONAL_HEADER64& Header() const { return m_headers->OptionalHeader; }
 
  private:
   template <class T>
@@ -82,6 +93,8 @@ TEST_F(Exports, AreTheFourThatComNeeds) {
 
 TEST_F(Exports, BelongToA64BitDllThatImportsOnlySystemDlls) {
   EXPECT_EQ(Image(m_dll.Handle()).Machine(), IMAGE_FILE_MACHINE_AMD64);
+  // All of them are among the KnownDLLs, which Windows takes from the system folder, whatever lies beside a
+  // program.
   const std::set<std::string> system = {"advapi32.dll", "kernel32.dll", "msvcrt.dll",
                                         "ole32.dll",    "oleaut32.dll", "shell32.dll",
                                         "shlwapi.dll",  "user32.dll",   "ws2_32.dll"};
@@ -105,6 +118,27 @@ TEST_F(Exports, BelongToADllThatImportsNoFunctionThatMakesAGuiObject) {
     }
   });
   EXPECT_EQ(imported, known);
+}
+
+TEST_F(Exports, BelongToADllThatLoadsNoOther) {
+  ForEachImport(m_dll.Handle(), [](std::string_view, std::string_view function, const ULONGLONG*) {
+    // The one call is in the C runtime's rand_s, for advapi32.dll, which this DLL imports anyway.
+    EXPECT_TRUE(!function.starts_with("LoadLibrary") || function == "LoadLibraryW") << function;
+    EXPECT_NE(function, "LoadPackagedLibrary");
+    EXPECT_NE(function, "WinExec");
+    EXPECT_FALSE(function.starts_with("ShellExecute")) << function;
+  });
+}
+
+TEST_F(Exports, BelongToADllThatTheSystemProtects) {
+  const Image image(m_dll.Handle());
+  // Loaded at any of many addresses, its data are never run.
+  constexpr WORD kProtection = IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE |
+                               IMAGE_DLLCHARACTERISTICS_HIGH_ENTROPY_VA | IMAGE_DLLCHARACTERISTICS_NX_COMPAT;
+  EXPECT_EQ(image.Header().DllCharacteristics & kProtection, kProtection);
+  EXPECT_GT(image.Header().DataDirectory[IMAGE_DIRECTORY_ENTRY_BASERELOC].Size, 0u) << "it cannot be moved";
+  constexpr DWORD kWriteAndRun = IMAGE_SCN_MEM_WRITE | IMAGE_SCN_MEM_EXECUTE;
+  for (const DWORD section : image.Sections()) EXPECT_NE(section & kWriteAndRun, kWriteAndRun);
 }
 
 TEST_F(Exports, ClassObjectOfAnUnknownClassIsNotAvailable) {
