@@ -83,8 +83,19 @@ std::uint32_t Section::TypeOf(std::uint32_t id) const { return m_bytes.Number(m_
 std::string_view Section::RawValue(const Place& place) const {
   const std::size_t end = NextOffset(m_offsets, place.offset, m_all.size());
   const std::string_view bytes = m_bytes.Part(place.offset, end - std::min<std::size_t>(end, place.offset));
-  if (place.id >= kFirstId) Value(Bytes(bytes), 0);  // throws if the next value begins inside this one
+  RequireWhole(place.id, Bytes(bytes));
   return bytes;
+}
+
+/// Throws if the value of the id is not whole in its bytes, because the next value begins inside it.
+void Section::RequireWhole(std::uint32_t id, const Bytes& bytes) const {
+  if (id == kDictionaryId) {
+    bytes.Part(0, m_dictionarySize);
+  } else if (id == kCodePageId) {
+    bytes.Short(sizeof(std::uint32_t));
+  } else {
+    Value(bytes, 0);
+  }
 }
 
 /// The text up to its terminating null.
@@ -128,13 +139,16 @@ CustomProperty Section::Value(const Bytes& bytes, std::size_t offset) const {
 
 void Section::ReadDictionary(std::size_t offset) {
   const std::size_t unit = m_codePage == kUtf16 ? sizeof(char16_t) : sizeof(char);
+  const std::size_t dictionary = offset;
   std::uint32_t left = m_bytes.Number(offset);
+  m_dictionarySize = sizeof left;
   for (offset += sizeof left; left > 0; --left) {
     const std::size_t begin = offset;
     const std::uint32_t id = m_bytes.Number(offset);
     const std::size_t size = unit * m_bytes.Number(offset + sizeof id);
     offset += 2 * sizeof(std::uint32_t);
     m_names[id] = Text(m_bytes.Part(offset, size), m_codePage);
+    m_dictionarySize = offset + size - dictionary;
     offset += m_codePage == kUtf16 ? (size + 3) / 4 * 4 : size;  // only wide names are padded
     // The last name of a section may lack its padding.
     m_nameEntries.push_back({id, m_bytes.Part(begin, std::min(offset, m_all.size()) - begin)});

@@ -78,6 +78,7 @@ class Section {
  private:
   std::wstring Text(std::string_view bytes, unsigned code_page) const;
   CustomProperty Value(const Bytes& bytes, std::size_t offset) const;
+  void RequireWhole(std::uint32_t id, const Bytes& bytes) const;
   void ReadDictionary(std::size_t offset);
 
   std::string_view m_all;
@@ -88,6 +89,7 @@ class Section {
   std::vector<std::size_t> m_offsets;           // of all values, sorted
   std::map<std::uint32_t, std::wstring> m_names;
   std::vector<NameEntry> m_nameEntries;
+  std::size_t m_dictionarySize = 0;  // without the padding of its last name
   unsigned m_codePage = kSystemCodePage;
 };
 

@@ -232,18 +232,25 @@ TEST(EditedStream, ChangesTheFirstOfEqualNamesByIdWhereverItsValueLies) {
 }
 
 TEST(EditedStream, IsRefusedIfAValueBeginsInsideAnother) {
-  const std::string name = Name("N");
-  std::string stream = StreamOf({{kDictionaryId, Dictionary({{kFirstId, name}})},
-                                 {kCodePageId, CodePageValue(kLatin1)},
-                                 {kFirstId, Number(kTypeDouble) + BytesOf(0.5)},
-                                 {kFirstId + 1, Number(kTypeNumber) + Number(1)}});
-  const std::size_t last_place =
-      kSectionPlaces + kSectionPlaceSize + kPropertyPlaces + 3 * kPropertyPlaceSize;
-  stream[last_place + sizeof(std::uint32_t)] -= 4;  // into the fraction
+  const std::string whole = StreamOf({{kDictionaryId, Dictionary({{kFirstId, Name("N")}})},
+                                      {kCodePageId, CodePageValue(kLatin1)},
+                                      {kFirstId, Number(kTypeDouble) + BytesOf(0.5)},
+                                      {kFirstId + 1, Number(kTypeNumber) + Number(1)}});
+  const CustomProperties changed = {{.name = L"N", .text = L"1.5", .type = swCustomInfoNumber}};
+  const CustomProperties added = {{.name = L"N", .text = L"0.5", .type = swCustomInfoNumber},
+                                  {.name = L"added", .text = L"x"}};
+  const auto edit_moved = [&](std::size_t value, const CustomProperties& wanted) {
+    std::string stream = whole;
+    stream[kSectionPlaces + kSectionPlaceSize + kPropertyPlaces + value * kPropertyPlaceSize +
+           sizeof(std::uint32_t)] -= 4;
+    return Edit(stream, wanted);
+  };
+  EXPECT_NO_THROW(Edit(whole, changed));
+  EXPECT_NO_THROW(Edit(whole, added));
 
-  EXPECT_THROW(Edit(stream, {{.name = L"N", .text = L"0.5", .type = swCustomInfoNumber},
-                             {.name = L"added", .text = L"x"}}),
-               std::out_of_range);
+  EXPECT_THROW(edit_moved(1, changed), std::out_of_range) << "inside the dictionary";
+  EXPECT_THROW(edit_moved(2, added), std::out_of_range) << "inside the code page";
+  EXPECT_THROW(edit_moved(3, added), std::out_of_range) << "inside the fraction";
 }
 
 class EditedValue : public testing::TestWithParam<ChangeCase> {};
