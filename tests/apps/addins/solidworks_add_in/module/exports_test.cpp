@@ -27,13 +27,12 @@ class Image {
 
   std::vector<std::string> Exports() const {
     const auto* directory = Directory<IMAGE_EXPORT_DIRECTORY>(IMAGE_DIRECTORY_ENTRY_EXPORT);
-    const DWORD* const names = At<DWORD>(directory->AddressOfNames);
-    const DWORD* const functions = At<DWORD>(directory->AddressOfFunctions);
-    const DWORD empty =
-        static_cast<DWORD>(std::count(functions, functions + directory->NumberOfFunctions, 0u));
+    const std::vector<DWORD> names = Table(directory->AddressOfNames, directory->NumberOfNames);
+    const std::vector<DWORD> functions = Table(directory->AddressOfFunctions, directory->NumberOfFunctions);
+    const auto empty = static_cast<DWORD>(std::ranges::count(functions, 0u));
     EXPECT_EQ(directory->NumberOfNames, directory->NumberOfFunctions - empty) << "an export without a name";
     std::vector<std::string> result;
-    for (DWORD index = 0; index < directory->NumberOfNames; ++index) result.push_back(At<char>(names[index]));
+    for (const DWORD name : names) result.push_back(At<char>(name));
     return result;
   }
 
@@ -61,6 +60,12 @@ class Image {
   template <class T>
   const T* At(DWORD address) const {
     return reinterpret_cast<const T*>(m_base + address);
+  }
+  /// The linker does not align the tables of exports.
+  std::vector<DWORD> Table(DWORD address, DWORD count) const {
+    std::vector<DWORD> table(count);
+    std::memcpy(table.data(), At<char>(address), count * sizeof(DWORD));
+    return table;
   }
   template <class T>
   const T* Directory(int entry) const {
