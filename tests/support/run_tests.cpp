@@ -23,6 +23,7 @@ constexpr DWORD kLongestReport = 5'000;  // milliseconds; ctest ends a program 1
 std::atomic<const testing::TestInfo*> running_test = nullptr;
 std::atomic<DWORD> reporting_thread = 0;  // no thread has this id
 std::atomic<DWORD> report_watcher = 0;
+char running_step[200] = {};  // fixed, because a report must not need memory
 HANDLE report_begun = nullptr;
 HANDLE watch_begun = nullptr;
 
@@ -65,6 +66,8 @@ void WriteRunningTest() {
   WriteToErrors(test ? test->test_suite_name() : "no");
   WriteToErrors(".");
   WriteToErrors(test ? test->name() : "test");
+  if (running_step[0]) WriteToErrors(", ");
+  WriteToErrors(running_step);
   WriteToErrors("\n");
 }
 
@@ -139,6 +142,10 @@ void StartWatching() {
 }
 
 }  // namespace
+
+void SetRunningStep(std::string_view step) {
+  running_step[step.copy(running_step, sizeof running_step - 1)] = '\0';
+}
 
 int RunTests(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);

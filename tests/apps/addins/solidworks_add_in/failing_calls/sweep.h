@@ -1,0 +1,60 @@
+/// @file Runs of a scenario in which one call fails, one after another.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "call_failures.h"
+#include "holdings.h"
+#include "scenarios.h"
+#include "stage.h"
+
+/// A call that fails in one run.
+struct SweptCall {
+  std::string name;  ///< for reports, such as "call 2 of CreateFileW"
+  std::function<void()> arm;
+  std::function<bool()> has_failed;  ///< whether the call came
+};
+
+/// Repeats one scenario, each time with another failing call.
+///
+/// After each such run it checks: the host got an HRESULT; what did not happen was logged or shown, or the host
+/// was told; no file is lost. Then it repeats the scenario without a failure: it has the same effects as the
+/// first time, and nothing is held that was not held before.
+class Sweep {
+ public:
+  explicit Sweep(const Scenario& scenario);
+  Sweep(const Sweep&) = delete;
+  Sweep& operator=(const Sweep&) = delete;
+  ~Sweep();
+
+  /// Every call of the host, in each way in which one fails.
+  void FailHostCalls();
+  /// Every call of the functions of `failures`.
+  void FailImports(std::span<const CallFailure> failures, bool memory);
+
+  /// How often each function was called in a good run.
+  const std::map<std::string, int>& CallsOfImports() const { return m_calls; }
+  /// The methods of the host that were called in a good run, in their order.
+  const Texts& CallsOfHost() const { return m_hostCalls; }
+
+ private:
+  void RunWell();
+  void Fail(const SweptCall& call);
+  void RunFailing(const SweptCall& call);
+  void CheckOutcome(const SweptCall& call, HRESULT result);
+  void CheckGoodRun(const SweptCall& call);
+  std::string Leaks();
+
+  const Scenario m_scenario;
+  Stage m_stage;
+  TaskMemorySpy m_spy;
+  Texts m_effects;  ///< of a good run
+  std::map<std::string, int> m_calls;
+  Texts m_hostCalls;
+  Holdings m_holdings;  ///< after a good run
+  bool m_isMemory = false;
+  int m_count = 0;
+};
