@@ -157,9 +157,12 @@ setup_product() {
   use_title_bar_font
   # No thread pool: a DLL that joins threads while it unloads deadlocks. With wide file names: a log folder
   # may lie below a user's name in any script, and MinGW's streams take such names although the library
-  # believes it of another compiler's only. For size: writing a line costs calls of the system, not computing.
+  # believes it of another compiler's only. With the time function that reports a failure: the library reads
+  # through the null pointer that the other returns, for example for want of memory. For size: writing a line
+  # costs calls of the system, not computing.
   build_dependency windows log4cplus "$root/build/deps/log4cplus-source" \
-    -DCMAKE_CXX_FLAGS=-DLOG4CPLUS_FSTREAM_ACCEPTS_WCHAR_T "-DCMAKE_CXX_FLAGS_RELEASE=-Os -DNDEBUG" \
+    "-DCMAKE_CXX_FLAGS=-DLOG4CPLUS_FSTREAM_ACCEPTS_WCHAR_T -DLOG4CPLUS_HAVE_LOCALTIME_S" \
+    "-DCMAKE_CXX_FLAGS_RELEASE=-Os -DNDEBUG" \
     -DUNICODE=ON -DBUILD_SHARED_LIBS=OFF -DLOG4CPLUS_ENABLE_THREAD_POOL=OFF \
     -DLOG4CPLUS_BUILD_TESTING=OFF -DLOG4CPLUS_BUILD_LOGGINGSERVER=OFF -DWITH_UNIT_TESTS=OFF
   build_sqlite -DSQLITE_THREADSAFE=1 -DSQLITE_DQS=0 -DSQLITE_OMIT_LOAD_EXTENSION

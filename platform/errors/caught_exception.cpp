@@ -5,16 +5,21 @@
 #include <exception>
 #include <new>
 
+#include "CComBSTR.h"
 #include "CStringHelper.h"
 #include "CZALException.h"
+#include "base/com_pointers.h"
 
 namespace {
 
 CaughtException Describe(const _com_error& error) {
-  // The description in the error object is more specific than the system's text for the code.
-  const _bstr_t description = error.Description();
+  // The description in the error object is more specific than the system's text for the code. It is not read
+  // by error.Description(), which leaks it if memory runs out.
+  const IErrorInfoPtr information(error.ErrorInfo(), false);
+  CComBSTR description;
+  if (information) information->GetDescription(&description);
   return {error.Error(),
-          description.length() ? static_cast<const wchar_t*>(description) : error.ErrorMessage()};
+          description.View().empty() ? error.ErrorMessage() : std::wstring(description.View())};
 }
 
 }  // namespace

@@ -46,6 +46,8 @@ STDAPI DllCanUnloadNow() {
 
 STDAPI DllGetClassObject(REFCLSID id, REFIID iid, void** object) {
   if (object) *object = nullptr;
+  // Every host comes through here first, on the thread on which it calls the add-in later.
+  if (!PrepareForExceptions()) return E_OUTOFMEMORY;
   return EndExceptions(L"DllGetClassObject",
                        [&] { return CSolidWorksAddInModule::Instance().GetClassObject(id, iid, object); });
 }

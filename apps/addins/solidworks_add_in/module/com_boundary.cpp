@@ -1,5 +1,7 @@
 #include "com_boundary.h"
 
+#include <cstdlib>
+#include <exception>
 #include <string>
 
 #include "base/hex_code.h"
@@ -29,4 +31,13 @@ HRESULT CodeOfEscapedException() noexcept {
   } catch (...) {
     return E_OUTOFMEMORY;
   }
+}
+
+bool PrepareForExceptions() noexcept {
+  // Far more than the runtime needs. The runtime's call has no way to fail, so the memory is tried before it.
+  constexpr std::size_t kEnough = 4096;
+  void* const tried = std::malloc(kEnough);
+  if (!tried) return false;
+  std::free(tried);
+  return std::uncaught_exceptions() >= 0;  // always; to answer, the runtime makes what it needs
 }

@@ -19,6 +19,12 @@ HRESULT LogEscapedException(const wchar_t* method) noexcept;
 /// The same without a line in the log, for a method that has logged the exception itself.
 HRESULT CodeOfEscapedException() noexcept;
 
+/// Makes what the runtime needs for the exceptions of this thread. Otherwise it makes that at the first
+/// exception, and ends the process if there is no memory for it, as is likely if the exception says just
+/// that.
+/// @return false if there is no memory.
+bool PrepareForExceptions() noexcept;
+
 /// Runs `call`, which returns an HRESULT, as the method `method`.
 /// @return its result; the code of an exception, after a line in the log.
 template <class Call>

@@ -95,7 +95,9 @@ std::wstring LoadScript(unsigned id) {
   HRSRC resource = FindResourceW(module, MAKEINTRESOURCEW(id), L"REGISTRY");
   if (!resource) _com_issue_error(HRESULT_FROM_WIN32(GetLastError()));
   const auto* const bytes = static_cast<const char*>(LockResource(LoadResource(module, resource)));
-  return CStringHelper::UTF8ToUnicode({bytes, SizeofResource(module, resource)});
+  const DWORD size = SizeofResource(module, resource);
+  if (!bytes || size == 0) _com_issue_error(HRESULT_FROM_WIN32(ERROR_RESOURCE_DATA_NOT_FOUND));
+  return CStringHelper::UTF8ToUnicode({bytes, size});
 }
 
 std::vector<registry_script::Root> ReadScript(const CreatableClass& registered) {

@@ -14,6 +14,7 @@ _COM_SMARTPTR_TYPEDEF(ITypeInfo, IID_ITypeInfo);
 _COM_SMARTPTR_TYPEDEF(ITypeLib, IID_ITypeLib);
 _COM_SMARTPTR_TYPEDEF(IConnectionPoint, IID_IConnectionPoint);
 _COM_SMARTPTR_TYPEDEF(IConnectionPointContainer, IID_IConnectionPointContainer);
+_COM_SMARTPTR_TYPEDEF(IErrorInfo, IID_IErrorInfo);
 _COM_SMARTPTR_TYPEDEF(ICreateErrorInfo, IID_ICreateErrorInfo);
 _COM_SMARTPTR_TYPEDEF(IStorage, IID_IStorage);
 _COM_SMARTPTR_TYPEDEF(IStream, IID_IStream);

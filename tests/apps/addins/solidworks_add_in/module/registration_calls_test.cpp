@@ -164,6 +164,20 @@ TEST_F(RegistrationCalls, EndWithTheFirstThatFails) {
   EXPECT_GT(denied, 40);
 }
 
+HGLOBAL WINAPI LoadNothing(HMODULE, HRSRC) { return nullptr; }
+DWORD WINAPI SizeOfNothing(HMODULE, HRSRC) { return 0; }
+
+TEST_F(RegistrationCalls, AreNotMadeIfTheScriptCannotBeRead) {
+  const HINSTANCE dll = m_dll.Handle();
+  for (const bool is_loaded : {false, true}) {
+    const ImportPatch fault = is_loaded ? ImportPatch(dll, "SizeofResource", SizeOfNothing)
+                                        : ImportPatch(dll, "LoadResource", LoadNothing);
+    m_calls.Restart(0);
+    EXPECT_EQ(m_dll.RegisterServer(), HRESULT_FROM_WIN32(ERROR_RESOURCE_DATA_NOT_FOUND)) << is_loaded;
+    EXPECT_EQ(m_calls.RegistryCalls(), 0) << is_loaded;
+  }
+}
+
 TEST_F(RegistrationCalls, ReturnTheFailureOfTheTypeLibrary) {
   ASSERT_EQ(m_dll.RegisterServer(), S_OK);
   m_calls.library_result = TYPE_E_REGISTRYACCESS;
