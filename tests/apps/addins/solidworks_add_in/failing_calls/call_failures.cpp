@@ -6,6 +6,7 @@
 #include <oleauto.h>
 
 #include <cerrno>
+#include <cstdio>
 
 namespace {
 
@@ -28,6 +29,36 @@ BOOL WINAPI CloseAndFail(HANDLE handle) noexcept {
   return FALSE;
 }
 
+// It fails only if the operation has ended meanwhile.
+BOOL WINAPI CancelAndFail(HANDLE file, OVERLAPPED* operation) noexcept {
+  CancelIoEx(file, operation);
+  SetLastError(ERROR_NOT_FOUND);
+  return FALSE;
+}
+
+// The mutex is free either way.
+BOOL WINAPI ReleaseAndFail(HANDLE mutex) noexcept {
+  ReleaseMutex(mutex);
+  SetLastError(ERROR_NOT_OWNER);
+  return FALSE;
+}
+
+int CloseStreamAndFail(std::FILE* stream) noexcept {
+  std::fclose(stream);
+  errno = EIO;
+  return EOF;
+}
+
+LONG_PTR CannotOpen() noexcept {
+  errno = EACCES;
+  return 0;
+}
+
+LONG_PTR CannotRead() noexcept {
+  errno = EIO;
+  return -1;
+}
+
 // The operation ends either way.
 BOOL WINAPI WaitAndFail(HANDLE file, OVERLAPPED* operation, DWORD* moved, BOOL waits) noexcept {
   GetOverlappedResult(file, operation, moved, waits);
@@ -44,18 +75,28 @@ const void* Address(Function* function) {
 
 std::span<const CallFailure> SystemFailures() {
   static const CallFailure failures[] = {
-      {"CancelIoEx", Address(&Return<0, ERROR_NOT_FOUND>)},
+      {"_read", Address(&CannotRead)},
+      {"_wfopen", Address(&CannotOpen)},
+      {"AllowSetForegroundWindow", Address(&Return<0, ERROR_ACCESS_DENIED>)},
+      {"CancelIoEx", Address(&CancelAndFail)},
       {"CloseHandle", Address(&CloseAndFail)},
       {"CoGetApartmentType", Address(&Return<CO_E_NOTINITIALIZED>)},
-      {"CoRegisterMessageFilter", Address(&Return<CO_E_NOT_SUPPORTED>)},
-      {"CoWaitForMultipleHandles", Address(&Return<RPC_E_NO_SYNC>)},
       {"CompareStringOrdinal", Address(&Return<0, ERROR_INVALID_PARAMETER>)},
       {"CopyFileW", Address(&Return<0, ERROR_DISK_FULL>)},
+      {"CoRegisterMessageFilter", Address(&Return<CO_E_NOT_SUPPORTED>)},
+      {"CoWaitForMultipleHandles", Address(&Return<RPC_E_NO_SYNC>)},
       {"CreateDirectoryW", Address(&Return<0, ERROR_ACCESS_DENIED>)},
+      {"CreateErrorInfo", Address(&Return<E_OUTOFMEMORY>)},
       {"CreateEventW", Address(&Return<0, ERROR_NO_SYSTEM_RESOURCES>)},
       {"CreateFileW", Address(&Return<-1, ERROR_ACCESS_DENIED>)},
+      {"CreateMutexW", Address(&Return<0, ERROR_ACCESS_DENIED>)},
+      {"CreateSemaphoreA", Address(&Return<0, ERROR_NO_SYSTEM_RESOURCES>)},
       {"DeleteFileW", Address(&Return<0, ERROR_ACCESS_DENIED>)},
       {"DispCallFunc", Address(&Return<E_OUTOFMEMORY>)},
+      {"DispGetIDsOfNames", Address(&Return<DISP_E_UNKNOWNNAME>)},
+      {"DispInvoke", Address(&Return<E_OUTOFMEMORY>)},
+      {"ExpandEnvironmentStringsW", Address(&Return<0, ERROR_NOT_ENOUGH_MEMORY>)},
+      {"fclose", Address(&CloseStreamAndFail)},
       {"FindResourceExW", Address(&Return<0, ERROR_RESOURCE_NAME_NOT_FOUND>)},
       {"FindResourceW", Address(&Return<0, ERROR_RESOURCE_NAME_NOT_FOUND>)},
       {"FindStringOrdinal", Address(&Return<-1, ERROR_INVALID_PARAMETER>)},
@@ -63,25 +104,36 @@ std::span<const CallFailure> SystemFailures() {
       {"GetEnvironmentVariableW", Address(&Return<0, ERROR_ENVVAR_NOT_FOUND>)},
       {"GetFileAttributesExW", Address(&Return<0, ERROR_ACCESS_DENIED>)},
       {"GetFileAttributesW", Address(&Return<-1, ERROR_ACCESS_DENIED>)},
+      {"GetFileType", Address(&Return<FILE_TYPE_UNKNOWN, ERROR_INVALID_HANDLE>)},
       {"GetModuleFileNameW", Address(&Return<0, ERROR_INVALID_HANDLE>)},
       {"GetModuleHandleExW", Address(&Return<0, ERROR_MOD_NOT_FOUND>)},
+      {"GetNamedPipeServerProcessId", Address(&Return<0, ERROR_INVALID_FUNCTION>)},
+      {"GetNamedPipeServerSessionId", Address(&Return<0, ERROR_INVALID_FUNCTION>)},
       {"GetOverlappedResult", Address(&WaitAndFail)},
+      {"GetQueueStatus", Address(&Return<0>)},
+      {"GetSecurityInfo", Address(&Return<ERROR_ACCESS_DENIED>)},
       {"GetTempFileNameW", Address(&Return<0, ERROR_ACCESS_DENIED>)},
       {"GetTempPathW", Address(&Return<0, ERROR_ENVVAR_NOT_FOUND>)},
+      {"GetTokenInformation", Address(&Return<0, ERROR_ACCESS_DENIED>)},
       {"LCMapStringEx", Address(&Return<0, ERROR_INVALID_PARAMETER>)},
       {"LoadRegTypeLib", Address(&Return<TYPE_E_LIBNOTREGISTERED>)},
       {"LoadResource", Address(&Return<0, ERROR_RESOURCE_DATA_NOT_FOUND>)},
+      {"LoadTypeLibEx", Address(&Return<TYPE_E_CANTLOADLIBRARY>)},
       {"LockResource", Address(&Return<0>)},
       {"MessageBoxW", Address(&Return<0, ERROR_NOT_ENOUGH_MEMORY>)},
       {"MoveFileExW", Address(&Return<0, ERROR_SHARING_VIOLATION>)},
+      {"OpenProcessToken", Address(&Return<0, ERROR_ACCESS_DENIED>)},
       {"PathFileExistsW", Address(&Return<0, ERROR_ACCESS_DENIED>)},
       {"PathIsDirectoryW", Address(&Return<0, ERROR_ACCESS_DENIED>)},
+      {"ProcessIdToSessionId", Address(&Return<0, ERROR_ACCESS_DENIED>)},
       {"ReadFile", Address(&Return<0, ERROR_BROKEN_PIPE>)},
+      {"ReleaseMutex", Address(&ReleaseAndFail)},
       {"SafeArrayAccessData", Address(&Return<E_OUTOFMEMORY>)},
-      {"SafeArrayGetDim", Address(&Return<0>)},
       {"SizeofResource", Address(&Return<0, ERROR_RESOURCE_DATA_NOT_FOUND>)},
+      {"swprintf_s", Address(&Return<-1>)},
       {"TlsSetValue", Address(&Return<0, ERROR_NOT_ENOUGH_MEMORY>)},
       {"WaitForSingleObject", Address(&Return<static_cast<LONG_PTR>(WAIT_FAILED), ERROR_INVALID_HANDLE>)},
+      {"wcsftime", Address(&Return<0>)},
       {"WideCharToMultiByte", Address(&Return<0, ERROR_NO_UNICODE_TRANSLATION>)},
       {"WriteFile", Address(&Return<0, ERROR_DISK_FULL>)},
   };
@@ -90,13 +142,9 @@ std::span<const CallFailure> SystemFailures() {
 
 std::span<const CallFailure> MemoryFailures() {
   static const CallFailure failures[] = {
-      {"malloc", Address(&NoMemory)},
-      {"calloc", Address(&NoMemory)},
-      {"realloc", Address(&NoMemory)},
-      {"_strdup", Address(&NoMemory)},
-      {"LocalAlloc", Address(&Return<0, ERROR_NOT_ENOUGH_MEMORY>)},
-      {"SysAllocString", Address(&Return<0>)},
-      {"SysAllocStringLen", Address(&Return<0>)},
+      {"malloc", Address(&NoMemory)},          {"calloc", Address(&NoMemory)},
+      {"realloc", Address(&NoMemory)},         {"LocalAlloc", Address(&Return<0, ERROR_NOT_ENOUGH_MEMORY>)},
+      {"SysAllocString", Address(&Return<0>)}, {"SysAllocStringLen", Address(&Return<0>)},
   };
   return failures;
 }

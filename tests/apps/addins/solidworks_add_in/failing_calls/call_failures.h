@@ -26,3 +26,6 @@ std::span<const UnsweptFunctions> FunctionsThatCannotFail();
 
 /// Functions that no scenario calls.
 std::span<const UnsweptFunctions> FunctionsThatAreNotCalled();
+
+/// Methods of the host, as "Interface::Method", that no scenario calls.
+std::span<const char* const> HostMethodsThatAreNotCalled();

@@ -62,21 +62,38 @@ TaskMemorySpy::~TaskMemorySpy() { CoRevokeMallocSpy(); }
 
 long TaskMemorySpy::Count() const { return task_blocks; }
 
-std::string Holdings::MoreThan(const Holdings& before) const {
-  std::string text;
-  const auto compare = [&text](const char* what, long now, long then) {
-    if (now > then) text += std::string(text.empty() ? "" : ", ") + std::to_string(now - then) + " " + what;
-  };
-  compare("blocks of the C runtime", static_cast<long>(blocks), static_cast<long>(before.blocks));
-  compare("blocks of the task allocator", task_blocks, before.task_blocks);
-  compare("handles", static_cast<long>(handles), static_cast<long>(before.handles));
-  compare("references to the host", static_cast<long>(host_objects), static_cast<long>(before.host_objects));
-  compare("temporary files", static_cast<long>(temporary_files), static_cast<long>(before.temporary_files));
-  return text;
+const char* NameOf(Held held) {
+  switch (held) {
+    case Held::kBlocks:
+      return "blocks of the C runtime";
+    case Held::kTaskBlocks:
+      return "blocks of the task allocator";
+    case Held::kHandles:
+      return "handles";
+    case Held::kReferences:
+      return "references to the host";
+    case Held::kTemporaryFiles:
+      return "temporary files";
+  }
+  return "";
+}
+
+std::vector<Held> Holdings::MoreThan(const Holdings& before) const {
+  std::vector<Held> more;
+  for (std::size_t kind = 0; kind < kHeldKinds; ++kind) {
+    if (counts[kind] > before.counts[kind]) more.push_back(static_cast<Held>(kind));
+  }
+  return more;
 }
 
 Holdings CountHoldings(Stage& stage, const TaskMemorySpy& spy) {
-  std::size_t references = 0;
-  for (const auto& held : stage.GetHost().HeldReferences()) references += held.count;
-  return {stage.Blocks().Count(), spy.Count(), HandleCount(), references, stage.TemporaryFiles().size()};
+  Holdings now;
+  now.Of(Held::kBlocks) = static_cast<long>(stage.Blocks().Count());
+  now.Of(Held::kTaskBlocks) = spy.Count();
+  now.Of(Held::kHandles) = static_cast<long>(HandleCount());
+  for (const auto& held : stage.GetHost().HeldReferences()) {
+    now.Of(Held::kReferences) += static_cast<long>(held.count);
+  }
+  now.Of(Held::kTemporaryFiles) = static_cast<long>(stage.TemporaryFiles().size());
+  return now;
 }

@@ -5,8 +5,9 @@
 
 #include <objidl.h>
 
+#include <array>
 #include <cstddef>
-#include <string>
+#include <vector>
 
 #include "stage.h"
 
@@ -25,16 +26,29 @@ class TaskMemorySpy {
   long Count() const;
 };
 
-/// What is held.
-struct Holdings {
-  std::size_t blocks = 0;       ///< of the C runtime, by the DLL
-  long task_blocks = 0;         ///< BSTRs and other memory of the task allocator, by the process
-  std::size_t handles = 0;      ///< of the kernel, by the process
-  std::size_t host_objects = 0; ///< references to the host
-  std::size_t temporary_files = 0;
+/// A kind of thing that is held.
+enum class Held {
+  kBlocks,          ///< blocks of the C runtime, by the DLL
+  kTaskBlocks,      ///< BSTRs and other memory of the task allocator, by the process
+  kHandles,         ///< handles of the kernel, by the process
+  kReferences,      ///< references to the host
+  kTemporaryFiles,  ///< files in the folder for temporary files
+};
 
-  /// Of which there is more here than in `before`, in words; empty if there is nothing.
-  std::string MoreThan(const Holdings& before) const;
+inline constexpr std::size_t kHeldKinds = 5;
+
+/// In words.
+const char* NameOf(Held held);
+
+/// How much of each is held.
+struct Holdings {
+  std::array<long, kHeldKinds> counts{};
+
+  long& Of(Held held) { return counts[static_cast<std::size_t>(held)]; }
+  long Of(Held held) const { return counts[static_cast<std::size_t>(held)]; }
+
+  /// The kinds of which there is more here than in `before`.
+  std::vector<Held> MoreThan(const Holdings& before) const;
 };
 
 /// What is held now.

@@ -19,31 +19,31 @@ void Put(ULONGLONG* slot, ULONGLONG function) {
 }
 
 // Saves the registers that hold arguments, asks Choose for what to run, restores them and goes there. The two
-// addresses are filled in. While the chosen function runs, nothing of this is on the stack, so that exceptions
-// pass as they do without it.
+// addresses are filled in. While the chosen function runs, nothing of this is on the stack, so that
+// exceptions pass as they do without it.
 constexpr unsigned char kCode[] = {
-    0x48, 0x81, 0xEC, 0x88, 0x00, 0x00, 0x00,                    // sub rsp, 0x88
-    0x48, 0x89, 0x4C, 0x24, 0x20,                                // mov [rsp+0x20], rcx
-    0x48, 0x89, 0x54, 0x24, 0x28,                                // mov [rsp+0x28], rdx
-    0x4C, 0x89, 0x44, 0x24, 0x30,                                // mov [rsp+0x30], r8
-    0x4C, 0x89, 0x4C, 0x24, 0x38,                                // mov [rsp+0x38], r9
-    0x0F, 0x11, 0x44, 0x24, 0x40,                                // movups [rsp+0x40], xmm0
-    0x0F, 0x11, 0x4C, 0x24, 0x50,                                // movups [rsp+0x50], xmm1
-    0x0F, 0x11, 0x54, 0x24, 0x60,                                // movups [rsp+0x60], xmm2
-    0x0F, 0x11, 0x5C, 0x24, 0x70,                                // movups [rsp+0x70], xmm3
-    0x48, 0xB9, 0,    0,    0,    0,    0,    0,    0,    0,     // mov rcx, the function
-    0x48, 0xB8, 0,    0,    0,    0,    0,    0,    0,    0,     // mov rax, Choose
-    0xFF, 0xD0,                                                  // call rax
-    0x48, 0x8B, 0x4C, 0x24, 0x20,                                // mov rcx, [rsp+0x20]
-    0x48, 0x8B, 0x54, 0x24, 0x28,                                // mov rdx, [rsp+0x28]
-    0x4C, 0x8B, 0x44, 0x24, 0x30,                                // mov r8, [rsp+0x30]
-    0x4C, 0x8B, 0x4C, 0x24, 0x38,                                // mov r9, [rsp+0x38]
-    0x0F, 0x10, 0x44, 0x24, 0x40,                                // movups xmm0, [rsp+0x40]
-    0x0F, 0x10, 0x4C, 0x24, 0x50,                                // movups xmm1, [rsp+0x50]
-    0x0F, 0x10, 0x54, 0x24, 0x60,                                // movups xmm2, [rsp+0x60]
-    0x0F, 0x10, 0x5C, 0x24, 0x70,                                // movups xmm3, [rsp+0x70]
-    0x48, 0x81, 0xC4, 0x88, 0x00, 0x00, 0x00,                    // add rsp, 0x88
-    0xFF, 0xE0,                                                  // jmp rax
+    0x48, 0x81, 0xEC, 0x88, 0x00, 0x00, 0x00,           // sub rsp, 0x88
+    0x48, 0x89, 0x4C, 0x24, 0x20,                       // mov [rsp+0x20], rcx
+    0x48, 0x89, 0x54, 0x24, 0x28,                       // mov [rsp+0x28], rdx
+    0x4C, 0x89, 0x44, 0x24, 0x30,                       // mov [rsp+0x30], r8
+    0x4C, 0x89, 0x4C, 0x24, 0x38,                       // mov [rsp+0x38], r9
+    0x0F, 0x11, 0x44, 0x24, 0x40,                       // movups [rsp+0x40], xmm0
+    0x0F, 0x11, 0x4C, 0x24, 0x50,                       // movups [rsp+0x50], xmm1
+    0x0F, 0x11, 0x54, 0x24, 0x60,                       // movups [rsp+0x60], xmm2
+    0x0F, 0x11, 0x5C, 0x24, 0x70,                       // movups [rsp+0x70], xmm3
+    0x48, 0xB9, 0,    0,    0,    0,    0,    0, 0, 0,  // mov rcx, the function
+    0x48, 0xB8, 0,    0,    0,    0,    0,    0, 0, 0,  // mov rax, Choose
+    0xFF, 0xD0,                                         // call rax
+    0x48, 0x8B, 0x4C, 0x24, 0x20,                       // mov rcx, [rsp+0x20]
+    0x48, 0x8B, 0x54, 0x24, 0x28,                       // mov rdx, [rsp+0x28]
+    0x4C, 0x8B, 0x44, 0x24, 0x30,                       // mov r8, [rsp+0x30]
+    0x4C, 0x8B, 0x4C, 0x24, 0x38,                       // mov r9, [rsp+0x38]
+    0x0F, 0x10, 0x44, 0x24, 0x40,                       // movups xmm0, [rsp+0x40]
+    0x0F, 0x10, 0x4C, 0x24, 0x50,                       // movups xmm1, [rsp+0x50]
+    0x0F, 0x10, 0x54, 0x24, 0x60,                       // movups xmm2, [rsp+0x60]
+    0x0F, 0x10, 0x5C, 0x24, 0x70,                       // movups xmm3, [rsp+0x70]
+    0x48, 0x81, 0xC4, 0x88, 0x00, 0x00, 0x00,           // add rsp, 0x88
+    0xFF, 0xE0,                                         // jmp rax
 };
 constexpr std::size_t kFunctionPlace = 49;
 constexpr std::size_t kChoosePlace = 59;
@@ -65,8 +65,8 @@ ImportGate::ImportGate(HMODULE module) {
       Add(At<IMAGE_IMPORT_BY_NAME>(module, name->u1.AddressOfData)->Name, &entry->u1.Function);
     }
   }
-  m_code = static_cast<unsigned char*>(VirtualAlloc(nullptr, kStride * m_functions.size(),
-                                                    MEM_RESERVE | MEM_COMMIT, PAGE_EXECUTE_READWRITE));
+  m_code = static_cast<unsigned char*>(
+      VirtualAlloc(nullptr, kStride * m_functions.size(), MEM_RESERVE | MEM_COMMIT, PAGE_EXECUTE_READWRITE));
   if (!m_code) throw std::runtime_error("no memory for code");
   unsigned char* code = m_code;
   for (const auto& function : m_functions) {

@@ -9,9 +9,9 @@
 #include <string_view>
 #include <vector>
 
-/// Stands between a loaded module and the functions that it imports by name. It counts the module's calls, and
-/// makes one of them fail. It need not know the functions' types: a few bytes of code for each function choose
-/// what runs, and then that runs in the function's stead, with the arguments where they are.
+/// Stands between a loaded module and the functions that it imports by name. It counts the module's calls,
+/// and makes one of them fail. It need not know the functions' types: a few bytes of code for each function
+/// choose what runs, and then that runs in the function's stead, with the arguments where they are.
 ///
 /// Only the calls of the thread that opened the gate are counted and fail; others pass.
 class ImportGate {
@@ -34,8 +34,8 @@ class ImportGate {
   /// Counts from 0; no call fails.
   void Open();
 
-  /// Counts from 0. Instead of the `nth` call of `function` runs `failing`, which answers as the function does
-  /// when it fails. It may take the same arguments.
+  /// Counts from 0. Instead of the `nth` call of `function` runs `failing`, which answers as the function
+  /// does when it fails. It may take the same arguments.
   void Open(std::string_view function, int nth, const void* failing);
 
   /// Calls pass uncounted.

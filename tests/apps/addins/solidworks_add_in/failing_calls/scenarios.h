@@ -17,12 +17,19 @@ struct Scenario {
   HRESULT (*run)(Stage& stage);
   /// What a good run must have caused, among other effects (Stage::Effects).
   std::vector<std::wstring> effects;
+  /// What a good run returns.
+  HRESULT result = S_OK;
+  /// After how many runs with a failing call a good run checks that everything is as it was. Not 1 where
+  /// preparing takes long.
+  int runs_per_check = 1;
+  /// Whether allocations fail, too. Not where the DLL is loaded for each run: that takes minutes.
+  bool sweeps_memory = true;
 };
 
 /// How a failed test prints its parameter.
 void PrintTo(const Scenario& scenario, std::ostream* stream);
 
-/// "Connect", "Disconnect" and what the host does by itself.
+/// Connecting, disconnecting and what the host does by itself.
 std::vector<Scenario> ConnectionScenarios();
 /// The commands that only ask the PLM client.
 std::vector<Scenario> PanelScenarios();
@@ -30,3 +37,7 @@ std::vector<Scenario> PanelScenarios();
 std::vector<Scenario> DocumentScenarios();
 /// The commands that read and write properties.
 std::vector<Scenario> PropertyScenarios();
+/// The start of the log, a PLM client that nobody reaches, what is called by name.
+std::vector<Scenario> ServiceScenarios();
+/// All of these.
+std::vector<Scenario> AllScenarios();

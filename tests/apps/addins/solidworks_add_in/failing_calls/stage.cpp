@@ -5,19 +5,19 @@
 #include <utility>
 
 #include "CStringHelper.h"
-#include "folder_tree.h"
+#include "solidworks_add_in_h.h"
+
+_COM_SMARTPTR_TYPEDEF(ISolidWorksAddIn, __uuidof(ISolidWorksAddIn));
 
 namespace {
 
-constexpr const wchar_t* kTitle = L"TAVO SolidWorks Integration";
 constexpr const wchar_t* kConfiguration = L"config\\New TAVO SolidWorks AddOn\\";
-constexpr const wchar_t* kLog = L"log\\SolidWorks.log";
+constexpr int kTries = 1'000;  // milliseconds
 constexpr cad_host::Point kPicked = {0.25, -1.5, 3};
 
 std::wstring PipeName() { return L"tavo-failing-calls-" + std::to_wstring(GetCurrentProcessId()); }
 
 std::string Utf8(std::wstring_view text) { return CStringHelper::UnicodeToUTF8(text); }
-std::wstring Wide(std::string_view text) { return CStringHelper::UTF8ToUnicode(text); }
 
 }  // namespace
 
@@ -33,24 +33,49 @@ std::string AnswerNaming(const std::string& member, const std::wstring& path) {
 Stage::Stage()
     : m_home(L"TAVO_HOME", m_folder.Path()),
       m_tmp(L"TMP", m_folder.MakeFolder(L"tmp")),
-      m_temp(L"TEMP", m_folder.Path(L"tmp")),
-      m_imports(m_dll.Handle()),
-      m_blocks(m_imports, m_dll.Handle()) {
+      m_temp(L"TEMP", m_folder.Path(L"tmp")) {
   current = this;
-  m_imports.Redirect("MessageBoxW", &AnswerBox);
-  m_imports.Redirect("OutputDebugStringW", &NoteDebugText);
-  if (FAILED(m_dll.RegisterServer())) throw std::runtime_error("the DLL cannot be registered");
-  m_folder.Write(std::wstring(kConfiguration) + L"PlmClient.json", R"({"pipe":")" + Utf8(PipeName()) + R"("})");
+  Load();
+  if (FAILED(m_dll->RegisterServer())) throw std::runtime_error("the DLL cannot be registered");
+  UsePipe(true);
   m_script.Always("QD_PLMLogin", plm_client::Reply::Text(R"({"__InvokeResult__":true,"user":"王","id":7})"));
-  m_script.Always("QD_PLMLogout", plm_client::Reply::Text(R"({"__InvokeResult__":true})"));
+  m_script.Always("QD_PLMLogout", plm_client::Reply::Text(R"({"__InvokeResult__":true})").ThenDisconnect());
   MakeModels();
   StartClient();
   StartHost();
 }
 
+void Stage::Load() {
+  m_dll = std::make_unique<AddInDll>();
+  m_imports = std::make_unique<ImportGate>(m_dll->Handle());
+  m_blocks = std::make_unique<BlockLedger>(*m_imports, m_dll->Handle());
+  m_imports->Redirect("MessageBoxW", &AnswerBox);
+  m_imports->Redirect("OutputDebugStringW", &NoteDebugText);
+}
+
+void Stage::Reload() {
+  BeDisconnected();
+  CoFreeUnusedLibrariesEx(0, 0);
+  m_blocks.reset();
+  m_imports.reset();
+  m_dll.reset();
+  if (GetModuleHandleW(L"solidworks_add_in.dll")) throw std::runtime_error("the DLL does not unload");
+  DeleteFileW(m_folder.Path(kLog).c_str());
+  RemoveDirectoryW(m_folder.Path(L"log").c_str());
+  Load();
+}
+
+void Stage::UsePipe(bool is_served) {
+  m_folder.Write(std::wstring(kConfiguration) + L"PlmClient.json",
+                 R"({"pipe":")" + Utf8(PipeName()) + (is_served ? R"("})" : R"(-nobody"})"));
+}
+
 Stage::~Stage() {
   BeDisconnected();
   m_host.reset();
+  // Where the system was made not to take a filter back, it still holds it, and with it the DLL.
+  CoRegisterMessageFilter(nullptr, nullptr);
+  CoFreeUnusedLibrariesEx(0, 0);
   current = nullptr;
 }
 
@@ -99,7 +124,7 @@ void Stage::StartClient() {
       [this](const plm_client::Request& request, const std::stop_token& stop) {
         {
           const std::lock_guard lock(m_requestsMutex);
-          m_requests.push_back(request.command + " " + request.text);
+          m_requests.emplace_back(request.connection, request.command + " " + request.text);
         }
         return m_script(request, stop);
       });
@@ -107,7 +132,7 @@ void Stage::StartClient() {
 
 void Stage::StartHost() {
   m_host.reset();
-  m_host = std::make_unique<cad_host::Host>();
+  m_host = std::make_unique<cad_host::Host>();  // without tabs that a failing run has stored
 }
 
 void Stage::PutModelsBack() {
@@ -128,16 +153,25 @@ void Stage::BeConnected() {
   if (!m_addIn && FAILED(Connect())) throw std::runtime_error("the add-in does not connect");
 }
 
-bool Stage::IsLoggedIn() { return !m_host->IsEnabled(*m_addIn, L"PlmLogin"); }
+// Asks the object, because the menu may lack the item.
+bool Stage::IsLoggedIn() const {
+  long can_log_in = 1;
+  ISolidWorksAddInPtr(m_addIn->object)->EnablePlmLogin(&can_log_in);
+  return can_log_in == 0;
+}
 
 void Stage::BeLoggedIn() {
   BeConnected();
-  if (!IsLoggedIn() && FAILED(Pick(L"PlmLogin"))) throw std::runtime_error("nobody can log in");
+  if (IsLoggedIn() || SUCCEEDED(Pick(L"PlmLogin"))) return;
+  std::string why = "nobody can log in:";
+  for (const std::wstring& line : LogLines()) why += "\n" + Utf8(line);
+  throw std::runtime_error(why);
 }
 
 void Stage::BeLoggedOut() {
   BeConnected();
   if (IsLoggedIn()) Pick(L"PlmLogOut");
+  for (int tries = 0; m_client->OpenConnectionCount() > 0 && tries < kTries; ++tries) Sleep(1);
 }
 
 void Stage::BeDisconnected() {
@@ -165,9 +199,7 @@ HRESULT Stage::Connect() {
   }
 }
 
-HRESULT Stage::Disconnect() {
-  return m_host->Disconnect(*std::exchange(m_addIn, nullptr)) ? S_OK : S_FALSE;
-}
+HRESULT Stage::Disconnect() { return m_host->Disconnect(*std::exchange(m_addIn, nullptr)) ? S_OK : S_FALSE; }
 
 HRESULT Stage::Pick(const std::wstring& callback) {
   const cad_host::PickResult picked = m_host->Pick(*m_addIn, callback);
@@ -175,111 +207,23 @@ HRESULT Stage::Pick(const std::wstring& callback) {
   return picked.result == DISP_E_EXCEPTION ? picked.code : picked.result;
 }
 
+HRESULT Stage::Call(const std::wstring& command) {
+  std::wstring name = command;
+  LPOLESTR names[] = {name.data()};
+  DISPID id = DISPID_UNKNOWN;
+  const HRESULT found = Object()->GetIDsOfNames(IID_NULL, names, 1, LOCALE_NEUTRAL, &id);
+  if (FAILED(found)) return found;
+  DISPPARAMS none{};
+  EXCEPINFO exception{};
+  const HRESULT result =
+      Object()->Invoke(id, IID_NULL, LOCALE_NEUTRAL, DISPATCH_METHOD, &none, nullptr, &exception, nullptr);
+  for (BSTR text : {exception.bstrSource, exception.bstrDescription}) SysFreeString(text);
+  return result == DISP_E_EXCEPTION ? exception.scode : result;
+}
+
 HRESULT Stage::AskWhatIsEnabled() {
   for (const auto& group : m_host->Groups()) {
     for (const auto& item : group->items) m_host->IsEnabled(*m_addIn, item.callback);
   }
   return S_OK;
-}
-
-void Stage::ForgetEffects() {
-  m_boxes.clear();
-  m_debugTexts.clear();
-  m_host->GetJournal().Clear();
-  m_seenLog = LogFile().size();
-  const std::lock_guard lock(m_requestsMutex);
-  m_requests.clear();
-}
-
-std::string Stage::LogFile() const { return m_folder.Exists(kLog) ? m_folder.Read(kLog) : std::string(); }
-
-Texts Stage::LogLines() const {
-  Texts lines = m_debugTexts;
-  const std::string log = LogFile();
-  for (std::size_t begin = m_seenLog; begin < log.size();) {
-    const std::size_t end = std::min(log.find('\n', begin), log.size());
-    lines.push_back(Wide(std::string_view(log).substr(begin, end - begin)));
-    begin = end + 1;
-  }
-  return lines;
-}
-
-std::map<std::wstring, std::string> Stage::ModelFiles() const {
-  std::map<std::wstring, std::string> files;
-  const TempFolder& folder = m_folder;
-  for (const std::wstring& path : ListTree(folder, L"models")) {
-    if (!path.ends_with(L'\\')) files[path.substr(7)] = folder.Read(path);
-  }
-  return files;
-}
-
-Texts Stage::LostFiles() const {
-  Texts lost;
-  const auto files = ModelFiles();
-  for (const auto& [name, bytes] : m_models) {
-    const auto has_bytes = [&wanted = bytes](const auto& file) { return file.second == wanted; };
-    if (std::none_of(files.begin(), files.end(), has_bytes)) lost.push_back(name);
-  }
-  return lost;
-}
-
-Texts Stage::HeldReferences() const {
-  Texts held;
-  for (const auto& reference : m_host->HeldReferences()) {
-    held.push_back(reference.object + L" " + std::to_wstring(reference.count));
-  }
-  std::sort(held.begin(), held.end());
-  return held;
-}
-
-void Stage::AddDocumentEffects(Texts& effects) const {
-  for (const auto& document : m_host->OpenDocuments()) {
-    const bool is_active = document == m_host->ActiveDocument();
-    effects.push_back(L"open: " + document->title + (is_active ? L", active" : L""));
-    for (const auto& component : document->components) {
-      effects.push_back(L"component: " + component->record.path.substr(ModelPath(L"").size()) + L", revision " +
-                        std::to_wstring(component->loaded_revision) +
-                        (component->IsSuppressed() ? L", suppressed" : L""));
-    }
-    for (const auto& property : document->model.properties) {
-      effects.push_back(L"property: " + property.name + L"=" + property.text);
-    }
-  }
-  for (const auto& [name, bytes] : ModelFiles()) {
-    const auto known = std::find_if(m_models.begin(), m_models.end(),
-                                    [&content = bytes](const auto& file) { return file.second == content; });
-    if (known == m_models.end() || known->first != name) {
-      effects.push_back(L"file: " + name + L" is " +
-                        (known == m_models.end() ? L"another" : L"the first " + known->first));
-    }
-  }
-}
-
-void Stage::AddInterfaceEffects(Texts& effects) const {
-  effects.push_back(m_addIn ? L"connected" : L"not connected");
-  for (const auto& group : m_host->Groups()) {
-    effects.push_back(L"menu: " + group->title + L", " + std::to_wstring(group->items.size()) + L" items" +
-                      (group->active ? L", active" : L"") +
-                      (group->small_icons.is_bitmap && group->large_icons.is_bitmap ? L", icons" : L""));
-  }
-  for (const auto& tab : m_host->Tabs()) {
-    std::size_t commands = 0;
-    for (const auto& box : tab->boxes) commands += box->commands.size();
-    effects.push_back(L"tab: " + tab->name + L" for " + std::to_wstring(tab->document_type) + L", " +
-                      std::to_wstring(commands) + L" commands");
-  }
-  effects.push_back(L"event sinks: " + std::to_wstring(m_host->AdvisedSinks()));
-}
-
-Texts Stage::Effects() {
-  Texts effects;
-  {
-    const std::lock_guard lock(m_requestsMutex);
-    for (const std::string& request : m_requests) effects.push_back(L"asked: " + Wide(request));
-  }
-  for (const std::wstring& box : m_boxes) effects.push_back(L"box: " + box);
-  AddDocumentEffects(effects);
-  AddInterfaceEffects(effects);
-  if (m_addIn) effects.push_back(IsLoggedIn() ? L"logged in" : L"logged out");
-  return effects;
 }
