@@ -112,7 +112,7 @@ demo() {
   say "everything else lies in ${folder#"$root"/}:"
   cat <<'TEXT'
 transcript.txt            the full transcript: every call and event, with arguments and results
-vault/                    the PLM vault with its model files; vault/work/ has those that the host opened
+vault/                    the PLM vault with its model files; those that the host opened are in its folder "work"
 home/log/SolidWorks.log   the add-in's log
 TEXT
 }
