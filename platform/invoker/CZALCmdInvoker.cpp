@@ -86,20 +86,22 @@ class CZALCmdInvoker::Impl {
     // Before connecting: a request that cannot be sent must not open a connection or start the client.
     const std::string request = invoker::MakeFrame(invoker::MakeRequest(id, command, json));
     ServingWait wait(options.timeout);
-    std::unique_ptr<PipeConnection> connection = Connect(options.starts_client, wait);
-    connection->AllowForeground();
-    std::wstring answer = connection->Ask(request, id, wait);
+    std::unique_ptr<PipeConnection> connection = Begin(request, options.starts_client, wait);
+    std::wstring answer = connection->Finish(request, id, wait);
     if (connection->IsUsable()) m_kept = std::move(connection);
     return answer;
   }
 
-  /// The kept connection if it is still usable, else a new one. A connection is kept only after an answer: a
-  /// late answer may still arrive on one that failed.
-  std::unique_ptr<PipeConnection> Connect(bool starts_client, ServingWait& wait) {
-    std::unique_ptr<PipeConnection> kept = std::move(m_kept);
-    if (kept && kept->IsUsable()) return kept;
-    kept.reset();  // first, for a client that serves one connection at a time
-    return std::make_unique<PipeConnection>(invoker::ConnectToClient(m_name, m_file, starts_client, wait));
+  /// Begins to send over the kept connection if it is still usable, else over a new one. A connection is kept
+  /// only after an answer: a late answer may still arrive on one that failed.
+  std::unique_ptr<PipeConnection> Begin(const std::string& request, bool starts_client, ServingWait& wait) {
+    std::unique_ptr<PipeConnection> connection = std::move(m_kept);
+    if (connection && connection->IsUsable() && connection->Begin(request)) return connection;
+    connection.reset();  // first, for a client that serves one connection at a time
+    connection =
+        std::make_unique<PipeConnection>(invoker::ConnectToClient(m_name, m_file, starts_client, wait));
+    if (!connection->Begin(request)) throw NoAnswer{L"the client has closed the connection"};
+    return connection;
   }
 
   const std::wstring m_name;

@@ -6,6 +6,7 @@
 
 #include "framing.h"
 #include "message.h"
+#include "no_answer.h"
 
 namespace invoker {
 namespace {
@@ -13,12 +14,12 @@ namespace {
 // How much is sent or received before the thread serves the host's windows again.
 constexpr std::size_t kChunkBytes = 1024 * 1024;
 
-/// Sends a frame to the client, chunk by chunk.
+/// Sends a frame to the client, chunk by chunk, from the first one that is started.
 class Sending {
  public:
-  Sending(PipeOperation& operation, std::string_view frame) : m_operation(operation), m_left(frame) {
-    StartChunk();
-  }
+  Sending(PipeOperation& operation, std::string_view frame) : m_operation(operation), m_left(frame) {}
+
+  void StartChunk() { m_operation.StartWrite(m_left.substr(0, kChunkBytes)); }
 
   PipeOperation& Chunk() { return m_operation; }
 
@@ -28,8 +29,6 @@ class Sending {
   }
 
  private:
-  void StartChunk() { m_operation.StartWrite(m_left.substr(0, kChunkBytes)); }
-
   PipeOperation& m_operation;
   std::string_view m_left;
 };
@@ -94,11 +93,17 @@ PipeConnection::PipeConnection(UniqueHandle pipe)
 
 bool PipeConnection::IsUsable() const { return m_reading.IsPending() && !m_reading.IsDone(); }
 
-void PipeConnection::AllowForeground() const {
+bool PipeConnection::Begin(std::string_view request) {
   if (m_server != 0) AllowSetForegroundWindow(m_server);
+  try {
+    Sending(m_writing, request).StartChunk();
+  } catch (const NoAnswer&) {  // the client has closed the connection a moment ago
+    return false;
+  }
+  return true;
 }
 
-std::wstring PipeConnection::Ask(const std::string& request, std::uint64_t id, ServingWait& wait) {
+std::wstring PipeConnection::Finish(std::string_view request, std::uint64_t id, ServingWait& wait) {
   std::string message = Exchange(request, wait);
   if (m_inSync) ReadAhead();
   return ReadAnswer(std::move(message), id);
@@ -113,7 +118,7 @@ void PipeConnection::ReadAhead() noexcept {
 
 /// Sends and receives at the same time. Otherwise a client that begins to answer before it has read the whole
 /// request would wait for this side, which waits for the client.
-std::string PipeConnection::Exchange(const std::string& frame, ServingWait& wait) {
+std::string PipeConnection::Exchange(std::string_view frame, ServingWait& wait) {
   const PendingGuard reading(m_reading);
   const PendingGuard writing(m_writing);
   if (!m_reading.IsPending()) m_reading.StartRead(m_first);  // tells why it could not be started before

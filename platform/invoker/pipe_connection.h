@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "base/unique_handle.h"
 #include "pipe_operation.h"
@@ -24,16 +25,18 @@ class PipeConnection {
   /// and has sent nothing but its answers. Asks nobody: a read that is always pending tells it.
   bool IsUsable() const;
 
-  /// Allows the client to bring its windows to the foreground, if the system reports its process. The system
-  /// gives this right only for the time until the user's next input, so call it before each request.
-  void AllowForeground() const;
+  /// Allows the client to bring its windows to the foreground, if the system reports its process, and begins
+  /// to send `request`, the frame of a request, which must live until Finish has ended. The system gives the
+  /// right only for the time until the user's next input.
+  /// @return false if the client has closed the connection; nothing was sent then.
+  bool Begin(std::string_view request);
 
-  /// Sends `request`, the frame of the request `id`, and waits for the answer.
+  /// Sends the rest of `request`, whose id is `id`, and waits for the answer.
   /// @throws NoAnswer if the client closes the connection or sends anything but the answer.
-  std::wstring Ask(const std::string& request, std::uint64_t id, ServingWait& wait);
+  std::wstring Finish(std::string_view request, std::uint64_t id, ServingWait& wait);
 
  private:
-  std::string Exchange(const std::string& frame, ServingWait& wait);
+  std::string Exchange(std::string_view frame, ServingWait& wait);
 
   /// Starts to read what comes next: the first bytes of the next answer, or what IsUsable must know. Nothing
   /// is pending then if the client has closed the connection.
