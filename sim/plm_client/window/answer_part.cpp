@@ -34,7 +34,7 @@ std::wstring FromEditControl(std::wstring text) {
 
 AnswerPart::AnswerPart(HWND parent, HFONT font, const window::Texts& texts, const std::wstring& request,
                        std::function<bool()> is_checked, Sender send)
-    : m_font(font), m_isChecked(std::move(is_checked)), m_send(std::move(send)) {
+    : m_isChecked(std::move(is_checked)), m_send(std::move(send)) {
   Create({.class_name = L"PlmClientAnswerPart",
           .extended_style = WS_EX_CONTROLPARENT,
           .parent = parent,

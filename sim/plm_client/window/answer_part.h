@@ -43,7 +43,6 @@ class AnswerPart : public window::Window {
   void SetEditable(bool editable) const;
   void ShowFault(const std::wstring& text);
 
-  HFONT m_font;
   std::function<bool()> m_isChecked;
   Sender m_send;
   std::wstring m_fault;
