@@ -20,7 +20,7 @@ std::string Utf8(const std::wstring& text) { return CStringHelper::UnicodeToUTF8
 /// Looks until `look` finds something. @return what it found; null after half a minute.
 HWND Await(const std::function<HWND()>& look) {
   for (int looks = 0; looks < kMostLooks; ++looks) {
-    if (const HWND found = look()) return found;
+    if (HWND found = look()) return found;
     Sleep(kBetweenLooks);
   }
   return nullptr;
@@ -44,7 +44,7 @@ std::vector<HWND> VisibleWindows() {
 }
 
 HWND FindWindowWith(const std::wstring& title) {
-  for (const HWND window : VisibleWindows()) {
+  for (HWND window : VisibleWindows()) {
     if (TitleOf(window).find(title) != std::wstring::npos) return window;
   }
   return nullptr;
@@ -106,10 +106,10 @@ POINT MiddleOf(HWND control) {
 }  // namespace
 
 HWND Person::AwaitWindow(const std::wstring& title) const {
-  const HWND window = Await([&] { return FindWindowWith(title); });
+  HWND window = Await([&] { return FindWindowWith(title); });
   if (window) return window;
   std::vector<std::wstring> titles;
-  for (const HWND other : VisibleWindows()) titles.push_back(TitleOf(other));
+  for (HWND other : VisibleWindows()) titles.push_back(TitleOf(other));
   throw std::runtime_error("no window \"" + Utf8(title) + "\", but" + List(titles));
 }
 
@@ -121,7 +121,7 @@ void Person::AwaitGone(HWND window) const {
 }
 
 HWND Person::AwaitControl(HWND window, int id) const {
-  const HWND control = Await([&] { return FindControl(window, id); });
+  HWND control = Await([&] { return FindControl(window, id); });
   if (!control) {
     throw std::runtime_error("no control " + std::to_string(id) + " in \"" + Utf8(TitleOf(window)) + "\"");
   }

@@ -1,7 +1,9 @@
 // That nothing is left out of the sweeps, and that they see what they are to see.
-#include <gtest/gtest.h>
-
+#include <windows.h>
+// After windows.h, which it needs.
 #include <oleauto.h>
+
+#include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <map>

@@ -1,6 +1,7 @@
 #include "import_gate.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <stdexcept>
 
@@ -92,7 +93,7 @@ void ImportGate::Add(const char* name, ULONGLONG* slot) {
 }
 
 void ImportGate::Write(unsigned char* code, const Function& function) const {
-  const Function* const place = &function;
+  const auto place = reinterpret_cast<std::uintptr_t>(&function);
   const void* (*const choose)(Function&) noexcept = &Choose;
   std::memcpy(code, kCode, sizeof kCode);
   std::memcpy(code + kFunctionPlace, &place, sizeof place);

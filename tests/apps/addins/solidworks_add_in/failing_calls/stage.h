@@ -65,7 +65,7 @@ class Stage {
   HRESULT Call(const std::wstring& command);
   HRESULT AskWhatIsEnabled();
   /// The add-in's object; null if it is not connected.
-  IDispatchPtr Object() const { return m_addIn ? m_addIn->callbacks : nullptr; }
+  IDispatchPtr Object() const { return m_addIn ? m_addIn->callbacks : IDispatchPtr(); }
 
   // What came of it.
 
