@@ -10,12 +10,6 @@ SystemError ErrorOf(BOOL succeeded) {
   return GetLastError();
 }
 
-SystemError Copy(const std::wstring& from, const std::wstring& to, BOOL fails_if_exists) {
-  const std::wstring source = SystemPath(from);
-  const std::wstring target = SystemPath(to);
-  return ErrorOf(CopyFileW(source.c_str(), target.c_str(), fails_if_exists));
-}
-
 }  // namespace
 
 SystemError CheckExists(const std::wstring& path) {
@@ -28,9 +22,11 @@ SystemError MoveOver(const std::wstring& from, const std::wstring& to) {
   return ErrorOf(MoveFileExW(source.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING));
 }
 
-SystemError CopyOver(const std::wstring& from, const std::wstring& to) { return Copy(from, to, FALSE); }
-
-SystemError CopyNew(const std::wstring& from, const std::wstring& to) { return Copy(from, to, TRUE); }
+SystemError CopyOver(const std::wstring& from, const std::wstring& to) {
+  const std::wstring source = SystemPath(from);
+  const std::wstring target = SystemPath(to);
+  return ErrorOf(CopyFileW(source.c_str(), target.c_str(), FALSE));
+}
 
 std::wstring TransferFailureText(const std::wstring& from, const std::wstring& to) {
   return from + L" to " + to + L" failed. Get Last Error: ";

@@ -18,8 +18,5 @@ SystemError MoveOver(const std::wstring& from, const std::wstring& to);
 /// Copies the file `from` to `to`, replacing what is there.
 SystemError CopyOver(const std::wstring& from, const std::wstring& to);
 
-/// Copies the file `from` to `to`, where there must be nothing.
-SystemError CopyNew(const std::wstring& from, const std::wstring& to);
-
 /// The text of a log line between "MoveFileEx from " or "CopyFile from " and the system's error number.
 std::wstring TransferFailureText(const std::wstring& from, const std::wstring& to);

@@ -4,12 +4,6 @@
 #include "file_transfer.h"
 #include "solidworks_add_in.h"
 
-namespace {
-
-bool MeansMissing(DWORD error) { return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND; }
-
-}  // namespace
-
 long CSolidWorksAddIn::SwapFile(const std::wstring& component_folder, const std::wstring& component_name,
                                 const std::wstring& download_folder, const std::wstring& download_name,
                                 const std::wstring& backup_folder) {
@@ -19,8 +13,7 @@ long CSolidWorksAddIn::SwapFile(const std::wstring& component_folder, const std:
   const std::wstring backup = backup_folder + L"\\" + component_name;
   const std::wstring target = component_folder + L"\\" + download_name;
 
-  const SystemError unseen = CheckExists(current);
-  if (!unseen) {
+  if (CheckExists(current) == std::nullopt) {
     if (const SystemError error = MoveOver(current, backup)) {
       LogSystemFailure(site::kMove, platform_code::kMoveToBackupFailed, *error,
                        TransferFailureText(current, backup));
@@ -32,10 +25,7 @@ long CSolidWorksAddIn::SwapFile(const std::wstring& component_folder, const std:
     LogSystemFailure(site::kAttributes, platform_code::kDownloadMissing, *error);
     return platform_code::kDownloadMissing;
   }
-  // A file that cannot be looked at, because access is denied or a network does not answer, may be there all
-  // the same: without a backup it must not be overwritten.
-  const bool may_lose_file = unseen && !MeansMissing(*unseen);
-  if (const SystemError error = may_lose_file ? CopyNew(download, target) : CopyOver(download, target)) {
+  if (const SystemError error = CopyOver(download, target)) {
     LogSystemFailure(site::kCopy, platform_code::kCopyFailed, *error, TransferFailureText(download, target));
     return platform_code::kCopyFailed;
   }

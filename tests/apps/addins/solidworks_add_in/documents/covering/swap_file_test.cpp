@@ -4,7 +4,6 @@
 #include "add_in_fixture.h"
 #include "case_name.h"
 #include "folder_tree.h"
-#include "import_patch.h"
 #include "list_difference.h"
 #include "result_codes.h"
 #include "solidworks_add_in.h"
@@ -93,44 +92,5 @@ const Exchange kExchanges[] = {
                L"prj\\零件 😀 é = dl\\零件 😀 é"}}};
 
 INSTANTIATE_TEST_SUITE_P(, SwapFile, testing::ValuesIn(kExchanges), CaseName<Exchange>);
-
-/// While it lives, the attributes of one file cannot be read.
-class DeniedAttributes {
- public:
-  explicit DeniedAttributes(const std::wstring& path) { s_path = path; }
-
- private:
-  static DWORD WINAPI Read(const wchar_t* path) {
-    if (path == s_path) return SetLastError(ERROR_ACCESS_DENIED), INVALID_FILE_ATTRIBUTES;
-    WIN32_FILE_ATTRIBUTE_DATA data{};
-    return GetFileAttributesExW(path, GetFileExInfoStandard, &data) ? data.dwFileAttributes
-                                                                    : INVALID_FILE_ATTRIBUTES;
-  }
-
-  static inline std::wstring s_path;
-  ImportPatch m_patch{GetModuleHandleW(nullptr), "GetFileAttributesW", Read};
-};
-
-TEST(SwapFileThatCannotBeLookedAt, IsCopiedIfThereIsNone) {
-  const TempFolder folder;
-  folder.WriteText(L"dl\\A", L"new");
-  folder.MakeFolder(L"prj");
-  const DeniedAttributes denied(folder.Path(L"prj\\A"));
-  EXPECT_EQ(
-      CSolidWorksAddIn::SwapFile(folder.Path(L"prj"), L"A", folder.Path(L"dl"), L"A", folder.Path(L"old")),
-      S_OK);
-  EXPECT_EQ(folder.ReadText(L"prj\\A"), L"new");
-}
-
-TEST(SwapFileThatCannotBeLookedAt, IsNotOverwrittenWithoutABackup) {
-  const TempFolder folder;
-  for (const wchar_t* name : {L"dl\\A", L"prj\\A"}) folder.WriteText(name, name);
-  folder.MakeFolder(L"old");
-  const DeniedAttributes denied(folder.Path(L"prj\\A"));
-  EXPECT_EQ(
-      CSolidWorksAddIn::SwapFile(folder.Path(L"prj"), L"A", folder.Path(L"dl"), L"A", folder.Path(L"old")),
-      hr::kCopyFailed);
-  EXPECT_EQ(folder.ReadText(L"prj\\A"), L"prj\\A");
-}
 
 }  // namespace
