@@ -168,7 +168,7 @@ HGLOBAL WINAPI LoadNothing(HMODULE, HRSRC) { return nullptr; }
 DWORD WINAPI SizeOfNothing(HMODULE, HRSRC) { return 0; }
 
 TEST_F(RegistrationCalls, AreNotMadeIfTheScriptCannotBeRead) {
-  const HINSTANCE dll = m_dll.Handle();
+  HINSTANCE dll = m_dll.Handle();
   for (const bool is_loaded : {false, true}) {
     const ImportPatch fault = is_loaded ? ImportPatch(dll, "SizeofResource", SizeOfNothing)
                                         : ImportPatch(dll, "LoadResource", LoadNothing);
