@@ -2,15 +2,13 @@
 
 help_test() {
   cat <<'TEXT'
-usage: ./dev test [--debug | --hardened] [--sweep | PROGRAM [FILTER]]
+usage: ./dev test [--debug | --hardened] [PROGRAM [FILTER]]
 
 Builds and runs every test program, or one; the last line is "N passed, N failed". What a program printed lies in
 build/*/test-output/PROGRAM.txt.
 
   PROGRAM   such as invoker_test; ./dev test list prints all
   FILTER    runs only the tests whose Suite.Name matches, such as 'Framing*' or '*Frame.Is*'
-  --sweep   runs the programs in which each call and each allocation of each command fails once, some minutes, and
-            no other; without it they run only by their names, failing_calls_*
   --debug   runs the programs of build/windows-debug
   --hardened
             runs those of build/windows-hardened, which end at undefined behaviour and at a wrong use of the
@@ -42,14 +40,6 @@ harden_heap() {
 programs_of() {
   ctest --preset "$1" --show-only=json-v1 | sed -nE 's/^ *"name" *: *"([a-z_0-9]+_test)".*/\1/p' |
     if [ "$1" = windows-hardened ]; then grep -vxF -f <(printf '%s\n' "${hardened_without[@]}"); else cat; fi
-}
-
-# is_chosen PROGRAM SWEEP: whether a run of everything has the program. The sweep takes some minutes.
-is_chosen() {
-  case "$1" in
-    failing_calls_*) $2 ;;
-    *) ! $2 ;;
-  esac
 }
 
 # run_program PRESET PROGRAM [FILTER]: runs one test program; what it prints goes into a file.
@@ -97,10 +87,9 @@ count_results() {
 }
 
 test() {
-  local windows=windows sweep=false words=() argument preset program known=false
+  local windows=windows words=() argument preset program known=false
   for argument in "$@"; do
     case "$argument" in
-      --sweep) sweep=true ;;
       --debug) windows=windows-debug ;;
       --hardened) windows=windows-hardened ;;
       -*) refuse test "$argument" ;;
@@ -137,7 +126,6 @@ test() {
     say "running the tests of build/$preset"
     while read -r program <&3; do
       [ -z "$wanted" ] || [ "$program" = "$wanted" ] || continue
-      [ -n "$wanted" ] || is_chosen "$program" "$sweep" || continue
       run_program "$preset" "$program" "$filter"
       count_results "$preset" "$program"
     done 3< <(programs_of "$preset")

@@ -7,6 +7,7 @@
 
 #include "CComBSTR.h"
 #include "CStringHelper.h"
+#include "CZALCIHandlerContextHelper.h"
 #include "CZALException.h"
 #include "base/com_pointers.h"
 
@@ -18,8 +19,8 @@ CaughtException Describe(const _com_error& error) {
   const IErrorInfoPtr information(error.ErrorInfo(), false);
   CComBSTR description;
   if (information) information->GetDescription(&description);
-  return {error.Error(),
-          description.View().empty() ? error.ErrorMessage() : std::wstring(description.View())};
+  if (!description.View().empty()) return {error.Error(), std::wstring(description.View())};
+  return {error.Error(), CZALCIHandlerContextHelper::Instance().GetErrorMsg(error.Error()).text};
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <log4cplus/appender.h>
 #include <log4cplus/hierarchy.h>
+#include <log4cplus/initializer.h>
 #include <log4cplus/logger.h>
 
 #include <atomic>
@@ -11,6 +12,11 @@
 
 #include "log/platform_log.h"
 #include "log_configuration.h"
+
+namespace log4cplus::internal {
+// Defined in the library; its header is not for users.
+extern DWORD tls_storage_key;
+}  // namespace log4cplus::internal
 
 namespace {
 constinit std::atomic<bool> is_running = false;
@@ -39,6 +45,24 @@ void CloseAppenders() {
     for (const log4cplus::SharedAppenderPtr& appender : logger.getAllAppenders()) Close(*appender);
   }
 }
+
+/// Ends the logging library when the DLL is unloaded, if it has begun. The library keeps data of each thread
+/// that logs, and a slot of the system for them, of which a process has about a thousand. It cannot give them
+/// back by itself, because as a static library of this compiler it is not told of the end.
+class LoggingLibrary {
+ public:
+  constexpr LoggingLibrary() = default;
+  LoggingLibrary(const LoggingLibrary&) = delete;
+  LoggingLibrary& operator=(const LoggingLibrary&) = delete;
+  ~LoggingLibrary() {
+    if (log4cplus::internal::tls_storage_key == 0) return;
+    log4cplus::threadCleanup();
+    TlsFree(log4cplus::internal::tls_storage_key);
+  }
+};
+
+// The first priority that a program may use: made before the library's own objects, so destroyed after them.
+[[gnu::init_priority(101)]] const LoggingLibrary logging_library;
 }  // namespace
 
 bool CLogInitializer::Initialized() noexcept { return is_running; }

@@ -19,7 +19,7 @@ void PrintError(const LogSite& site, const std::wstring& message) {
 }  // namespace
 
 std::wstring CodeSuffix(HRESULT code) {
-  wchar_t suffix[sizeof "<hr=0x01234567>"];
+  wchar_t suffix[sizeof "<hr=0x01234567>"] = {};
   std::swprintf(suffix, std::size(suffix), L"<hr=0x%lx>", static_cast<unsigned long>(code));
   return suffix;
 }

@@ -10,7 +10,23 @@ SystemError ErrorOf(BOOL succeeded) {
   return GetLastError();
 }
 
+// Asks the folder for the attributes of what it holds, which needs no access to that itself.
+bool IsListed(const std::wstring& path) {
+  WIN32_FIND_DATAW entry;
+  const HANDLE search = FindFirstFileW(SystemPath(path).c_str(), &entry);
+  if (search == INVALID_HANDLE_VALUE) return false;
+  FindClose(search);
+  return true;
+}
+
 }  // namespace
+
+bool Exists(const std::wstring& path) {
+  const SystemError error = CheckExists(path);
+  if (!error) return true;
+  // The system says so of something that is there, but not only of that.
+  return (*error == ERROR_ACCESS_DENIED || *error == ERROR_SHARING_VIOLATION) && IsListed(path);
+}
 
 SystemError CheckExists(const std::wstring& path) {
   return ErrorOf(FileAttributes(path) != INVALID_FILE_ATTRIBUTES);

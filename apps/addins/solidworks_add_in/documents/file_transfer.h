@@ -9,7 +9,10 @@
 /// The system's error number of a failed call, which may be 0; nothing if the call succeeded.
 using SystemError = std::optional<DWORD>;
 
-/// Checks that a file or folder exists at `path`. @return why not, if nothing is found there.
+/// Whether a file or folder exists at `path`, even if the system denies access to it.
+bool Exists(const std::wstring& path);
+
+/// Checks that the attributes of a file or folder at `path` can be read. @return why not, otherwise.
 SystemError CheckExists(const std::wstring& path);
 
 /// Moves the file `from` to `to`, replacing what is there. Never copies to another drive.

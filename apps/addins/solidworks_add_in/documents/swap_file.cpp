@@ -13,7 +13,7 @@ long CSolidWorksAddIn::SwapFile(const std::wstring& component_folder, const std:
   const std::wstring backup = backup_folder + L"\\" + component_name;
   const std::wstring target = component_folder + L"\\" + download_name;
 
-  if (CheckExists(current) == std::nullopt) {
+  if (Exists(current)) {
     if (const SystemError error = MoveOver(current, backup)) {
       LogSystemFailure(site::kMove, platform_code::kMoveToBackupFailed, *error,
                        TransferFailureText(current, backup));

@@ -89,6 +89,7 @@ std::span<const CallFailure> SystemFailures() {
       {"CreateErrorInfo", Address(&Return<E_OUTOFMEMORY>)},
       {"CreateEventW", Address(&Return<0, ERROR_NO_SYSTEM_RESOURCES>)},
       {"CreateFileW", Address(&Return<-1, ERROR_ACCESS_DENIED>)},
+      {"CreateProcessW", Address(&Return<0, ERROR_FILE_NOT_FOUND>)},
       {"CreateMutexW", Address(&Return<0, ERROR_ACCESS_DENIED>)},
       {"CreateSemaphoreA", Address(&Return<0, ERROR_NO_SYSTEM_RESOURCES>)},
       {"DeleteFileW", Address(&Return<0, ERROR_ACCESS_DENIED>)},
@@ -130,7 +131,6 @@ std::span<const CallFailure> SystemFailures() {
       {"ReleaseMutex", Address(&ReleaseAndFail)},
       {"SafeArrayAccessData", Address(&Return<E_OUTOFMEMORY>)},
       {"SizeofResource", Address(&Return<0, ERROR_RESOURCE_DATA_NOT_FOUND>)},
-      {"swprintf_s", Address(&Return<-1>)},
       {"TlsSetValue", Address(&Return<0, ERROR_NOT_ENOUGH_MEMORY>)},
       {"WaitForSingleObject", Address(&Return<static_cast<LONG_PTR>(WAIT_FAILED), ERROR_INVALID_HANDLE>)},
       {"wcsftime", Address(&Return<0>)},
@@ -142,9 +142,11 @@ std::span<const CallFailure> SystemFailures() {
 
 std::span<const CallFailure> MemoryFailures() {
   static const CallFailure failures[] = {
-      {"malloc", Address(&NoMemory)},          {"calloc", Address(&NoMemory)},
-      {"realloc", Address(&NoMemory)},         {"LocalAlloc", Address(&Return<0, ERROR_NOT_ENOUGH_MEMORY>)},
-      {"SysAllocString", Address(&Return<0>)}, {"SysAllocStringLen", Address(&Return<0>)},
+      {"malloc", Address(&NoMemory)},
+      {"calloc", Address(&NoMemory)},
+      {"realloc", Address(&NoMemory)},
+      {"SysAllocString", Address(&Return<0>)},
+      {"SysAllocStringLen", Address(&Return<0>)},
   };
   return failures;
 }

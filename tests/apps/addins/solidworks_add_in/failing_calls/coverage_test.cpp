@@ -8,8 +8,10 @@
 #include <cstdlib>
 #include <map>
 #include <set>
+#include <sstream>
 #include <string>
 
+#include "expectations.h"
 #include "import_patch.h"
 #include "slot_table.h"
 #include "solidworks_add_in_h.h"
@@ -26,12 +28,26 @@ struct AllCalls {
       const Sweep sweep(scenario);
       for (const auto& [function, calls] : sweep.CallsOfImports()) imports[function] += calls;
       host.insert(sweep.CallsOfHost().begin(), sweep.CallsOfHost().end());
+      AddNames(scenario.name, sweep);
       functions = sweep.Functions();
+    }
+  }
+
+  /// Notes the calls as tables name them: "call 2 of CopyFileW".
+  void AddNames(const char* scenario, const Sweep& sweep) {
+    std::map<std::string, int> counts = sweep.CallsOfImports();
+    for (const std::wstring& method : sweep.CallsOfHost())
+      ++counts[std::string(method.begin(), method.end())];
+    for (const auto& [function, count] : counts) {
+      for (int nth = 1; nth <= count; ++nth) {
+        named[scenario].insert("call " + std::to_string(nth) + " of " + function);
+      }
     }
   }
 
   std::map<std::string, int> imports;
   std::set<std::wstring> host;
+  std::map<std::string, std::set<std::string>> named;
   std::vector<std::string> functions;
 };
 
@@ -83,6 +99,16 @@ TEST(FailingCalls, LeaveOutNoMethodOfTheHost) {
     const std::string name = std::string(row.interface_name) + "::" + row.method;
     const bool is_called = Calls().host.contains(std::wstring(name.begin(), name.end()));
     EXPECT_NE(is_called, not_called.contains(name)) << name << (is_called ? " is called" : " is not called");
+  }
+}
+
+TEST(FailingCalls, AreThereForEachPrescribedOutcome) {
+  for (const Prescribed& row : PrescribedOutcomes()) {
+    std::istringstream scenarios{std::string(row.scenarios)};
+    for (std::string scenario; scenarios >> scenario;) {
+      EXPECT_TRUE(Calls().named.contains(scenario)) << scenario;
+      EXPECT_TRUE(Calls().named.at(scenario).contains(std::string(row.call))) << scenario << ": " << row.call;
+    }
   }
 }
 

@@ -2,21 +2,7 @@
 
 #include <algorithm>
 
-#include "result_codes.h"
-
 namespace {
-
-const Prescribed kPrescribed[] = {
-    {"PlmLogin", "call 1 of WriteFile", hr::kNoAnswer, L"QD_PLMLogin] got no answer: "},
-    {"CoverByCopy", "call 1 of CreateDirectoryW", S_OK, L"<hr=0xa3012012>"},
-    {"CoverByCopy", "call 1 of CopyFileW", S_OK, L" failed. Get Last Error: 112<hr=0xa3012005>"},
-    {"CoverBySwap", "call 1 of CreateDirectoryW", S_OK, L"<hr=0xa3012012>"},
-    {"CoverBySwap", "call 1 of MoveFileExW", S_OK, L" failed. Get Last Error: 32<hr=0xa3012006>"},
-    {"CoverBySwap", "call 1 of CopyFileW", S_OK, L" failed. Get Last Error: 112<hr=0xa3012005>"},
-    {"PlmImportCurrent", "call 1 of WriteFile", E_FAIL, L"QD_PLMImportCurrent] got no answer: "},
-    {"PlmImportChangeItem", "call 1 of WriteFile", E_FAIL, L"QD_PLMCreateChangeItems] got no answer: "},
-    {"PlmLotimport", "call 1 of WriteFile", E_FAIL, L"QD_PLMLotimport] got no answer: "},
-};
 
 constexpr const char* kNoPath = "without the path of an existing file the command does less, as it must";
 constexpr const char* kSuccess = "a success code without a result counts as success";
@@ -61,15 +47,35 @@ constexpr AcceptedSilence kSilences[] = {
     {"PlmMaterialBackFill", " returning ", kSuccess},
     {"PlmCreateMaterial", "MessageBoxW", "a question that cannot be shown counts as declined"},
     {"PlmMaterialBackFill", "MessageBoxW", "only the message that the work is done is missing"},
-    {"UnreachableClient", "MessageBoxW", "the box cannot be shown; the log has the reason"},
 };
 
 constexpr AcceptedLeak kLeaks[] = {
+    {Held::kHandles, "FirstLogLine", "",
+     "the compiler's thread library keeps four each time the DLL is loaded"},
     {Held::kBlocks, "", "CoRegisterMessageFilter", "the system keeps the filter that it did not replace"},
-    {Held::kHandles, "FirstLogLine", "", "the system keeps handles each time the DLL is loaded"},
     {Held::kTemporaryFiles, "Connect", "", "an icon file that could not be made whole stays"},
     {Held::kTemporaryFiles, "MakeBitmapByName", "", "an icon file that could not be made whole stays"},
     {Held::kTemporaryFiles, "Disconnect", "DeleteFileW", "what the system does not delete stays"},
+};
+
+constexpr const char* kThreadLocal =
+    "abort, __emutls_get_address, std::uncaught_exceptions, PrepareForExceptions, DllGetClassObject";
+constexpr const char* kOnce =
+    "enterOnceObject, pthread_once, __emutls_get_address, std::uncaught_exceptions, PrepareForExceptions, "
+    "DllGetClassObject";
+constexpr const char* kFirstThreadLocal =
+    "abort, emutls_init, pthread_once, __emutls_get_address, std::uncaught_exceptions, PrepareForExceptions, "
+    "DllGetClassObject";
+constexpr const char* kTriedBefore =
+    "the compiler's runtime makes what a thread's exceptions need, without a way to fail; that more memory "
+    "than "
+    "this is free was tried a moment before";
+
+constexpr FatalCall kFatal[] = {
+    {"FirstLogLine", "call 6 of malloc", kThreadLocal, kTriedBefore},
+    {"FirstLogLine", "call 1 of calloc", kOnce, kTriedBefore},
+    {"FirstLogLine", "call 4 of calloc", kThreadLocal, kTriedBefore},
+    {"FirstLogLine", "call 1 of realloc", kFirstThreadLocal, kTriedBefore},
 };
 
 bool Contains(std::string_view text, std::string_view part) {
@@ -78,11 +84,16 @@ bool Contains(std::string_view text, std::string_view part) {
 
 }  // namespace
 
-std::span<const Prescribed> PrescribedOutcomes() { return kPrescribed; }
-
 std::span<const AcceptedSilence> AcceptedSilences() { return kSilences; }
 
 std::span<const AcceptedLeak> AcceptedLeaks() { return kLeaks; }
+
+std::span<const FatalCall> FatalCalls() { return kFatal; }
+
+bool IsFatal(std::string_view scenario, std::string_view call) {
+  return std::ranges::any_of(
+      kFatal, [&](const FatalCall& fatal) { return fatal.scenario == scenario && fatal.call == call; });
+}
 
 bool IsSilenceAccepted(std::string_view scenario, std::string_view call) {
   return std::ranges::any_of(kSilences, [&](const AcceptedSilence& accepted) {

@@ -5,19 +5,37 @@
 
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "holdings.h"
+#include "swept_call.h"
 
-/// What a failing call of the system must lead to. The existing tests of the commands pin the same for the
-/// calls of the host.
-struct Prescribed {
-  std::string_view scenario;
-  std::string_view call;  ///< such as "call 1 of CopyFileW"
-  HRESULT result;
-  std::wstring_view logged;  ///< within a line of the log
+/// The ways of failing that a row is about.
+enum class Ways {
+  kAll,
+  kCodes,      ///< a failing HRESULT
+  kSFalse,     ///< S_FALSE, and no result
+  kSuccesses,  ///< S_OK or S_FALSE, and no result
 };
 
-std::span<const Prescribed> PrescribedOutcomes();
+/// In a row of PrescribedOutcomes: the code with which the call fails.
+inline constexpr HRESULT kItsCode = MAKE_HRESULT(SEVERITY_SUCCESS, FACILITY_NULL, 0x7FFF);
+
+/// What a failing call must lead to.
+struct Prescribed {
+  std::string_view scenarios;  ///< their names, between blanks
+  std::string_view call;       ///< such as "call 1 of CopyFileW"
+  Ways ways;
+  HRESULT result;  ///< of the command
+  // Each within one text; "{}" is the call's code in hexadecimal.
+  std::wstring_view logged;       ///< empty: no error
+  std::wstring_view shown = L"";  ///< empty: no box but those of a good run
+};
+
+std::vector<Prescribed> PrescribedOutcomes();
+
+/// Whether `row` is about `call` of `scenario`.
+bool IsAbout(const Prescribed& row, std::string_view scenario, const SweptCall& call);
 
 /// Something that does not happen because of a failing call although nobody is told, which is accepted.
 struct AcceptedSilence {
@@ -37,6 +55,19 @@ struct AcceptedLeak {
 };
 
 std::span<const AcceptedLeak> AcceptedLeaks();
+
+/// A call whose failure ends the process, in code that is not ours and cannot answer in another way. No sweep
+/// makes it fail.
+struct FatalCall {
+  std::string_view scenario;
+  std::string_view call;
+  const char* stack;  ///< the functions, the innermost first
+  const char* reason;
+};
+
+std::span<const FatalCall> FatalCalls();
+
+bool IsFatal(std::string_view scenario, std::string_view call);
 
 /// Whether it is accepted that `call` of `scenario` is told nowhere, or that something stays after it.
 bool IsSilenceAccepted(std::string_view scenario, std::string_view call);

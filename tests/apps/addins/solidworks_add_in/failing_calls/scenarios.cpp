@@ -248,8 +248,7 @@ std::vector<Scenario> ServiceScenarios() {
        .run = CommandWithoutConnection,
        .effects = {L"not connected"},
        .result = E_POINTER,
-       .runs_per_check = 10,
-       .sweeps_memory = false},
+       .runs_per_check = 10},
       {"ReadTypeInformation", LogIn, ReadTypeInformation, {L"logged in"}},
       {"MakeBitmapByName", LogIn, MakeBitmapByName, {L"logged in"}},
       {.name = "UnreachableClient",
@@ -261,6 +260,17 @@ std::vector<Scenario> ServiceScenarios() {
        .run = [](Stage& stage) { return stage.Pick(L"PlmLogin"); },
        .effects = {L"logged out"},
        .result = hr::kNoAnswer},
+      // Without arguments this program of the system ends at once.
+      {.name = "ClientThatEnds",
+       .prepare =
+           [](Stage& stage) {
+             stage.BeConnected();
+             stage.UseClientProgram(LR"(%SystemRoot%\system32\rundll32.exe)");
+           },
+       .run = [](Stage& stage) { return stage.Pick(L"PlmLogin"); },
+       .effects = {L"logged out"},
+       .result = hr::kNoAnswer,
+       .runs_per_check = 10},
   };
 }
 

@@ -22,8 +22,6 @@ struct Scenario {
   /// After how many runs with a failing call a good run checks that everything is as it was. Not 1 where
   /// preparing takes long.
   int runs_per_check = 1;
-  /// Whether allocations fail, too. Not where the DLL is loaded for each run: that takes minutes.
-  bool sweeps_memory = true;
 };
 
 /// How a failed test prints its parameter.

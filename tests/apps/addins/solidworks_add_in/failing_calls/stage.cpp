@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "CStringHelper.h"
+#include "plm_client/json_text.h"
 #include "solidworks_add_in_h.h"
 
 _COM_SMARTPTR_TYPEDEF(ISolidWorksAddIn, __uuidof(ISolidWorksAddIn));
@@ -22,12 +23,7 @@ std::string Utf8(std::wstring_view text) { return CStringHelper::UnicodeToUTF8(t
 }  // namespace
 
 std::string AnswerNaming(const std::string& member, const std::wstring& path) {
-  std::string escaped;
-  for (const char character : Utf8(path)) {
-    if (character == '\\') escaped += '\\';
-    escaped += character;
-  }
-  return "{\"" + member + "\":[\"" + escaped + "\"]}";
+  return "{\"" + member + "\":[" + plm_client::JsonString(Utf8(path)) + "]}";
 }
 
 Stage::Stage()
@@ -65,9 +61,14 @@ void Stage::Reload() {
   Load();
 }
 
-void Stage::UsePipe(bool is_served) {
+void Stage::UsePipe(bool is_served) { Configure(is_served ? PipeName() : PipeName() + L"-nobody", L""); }
+
+void Stage::UseClientProgram(const std::wstring& program) { Configure(PipeName() + L"-nobody", program); }
+
+void Stage::Configure(const std::wstring& pipe, const std::wstring& program) {
+  using plm_client::JsonString;
   m_folder.Write(std::wstring(kConfiguration) + L"PlmClient.json",
-                 R"({"pipe":")" + Utf8(PipeName()) + (is_served ? R"("})" : R"(-nobody"})"));
+                 R"({"pipe":)" + JsonString(Utf8(pipe)) + R"(,"client":)" + JsonString(Utf8(program)) + "}");
 }
 
 Stage::~Stage() {
@@ -162,6 +163,7 @@ bool Stage::IsLoggedIn() const {
 
 void Stage::BeLoggedIn() {
   BeConnected();
+  if (!IsLoggedIn()) AwaitEndOfConnection();
   if (IsLoggedIn() || SUCCEEDED(Pick(L"PlmLogin"))) return;
   std::string why = "nobody can log in:";
   for (const std::wstring& line : LogLines()) why += "\n" + Utf8(line);
@@ -171,6 +173,10 @@ void Stage::BeLoggedIn() {
 void Stage::BeLoggedOut() {
   BeConnected();
   if (IsLoggedIn()) Pick(L"PlmLogOut");
+  AwaitEndOfConnection();
+}
+
+void Stage::AwaitEndOfConnection() const {
   for (int tries = 0; m_client->OpenConnectionCount() > 0 && tries < kTries; ++tries) Sleep(1);
 }
 

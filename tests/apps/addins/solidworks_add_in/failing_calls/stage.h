@@ -50,6 +50,8 @@ class Stage {
   void Reload();
   /// New connections go to the PLM client's pipe, or to one that nobody serves.
   void UsePipe(bool is_served);
+  /// New connections go to a pipe that nobody serves; `program` is started to serve it.
+  void UseClientProgram(const std::wstring& program);
   /// Opens the assembly of two bolts and a nut and selects its component `name`.
   void OpenAssembly(const std::wstring& selected = L"bolt-1");
   /// Opens a part with three properties.
@@ -97,9 +99,12 @@ class Stage {
   void MakeModel(const std::wstring& name, cad_host::ModelFile model);
   void MakeModels();
   void Load();
+  void Configure(const std::wstring& pipe, const std::wstring& program);
   void StartClient();
   void StartHost();
   bool IsLoggedIn() const;
+  /// The PLM client ends the connection a moment after it has answered a log-out.
+  void AwaitEndOfConnection() const;
   std::string LogFile() const;
   std::map<std::wstring, std::string> ModelFiles() const;
   void AddDocumentEffects(Texts& effects) const;

@@ -1,7 +1,6 @@
 /// @file Runs of a scenario in which one call fails, one after another.
 #pragma once
 
-#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -10,13 +9,7 @@
 #include "holdings.h"
 #include "scenarios.h"
 #include "stage.h"
-
-/// A call that fails in one run.
-struct SweptCall {
-  std::string name;  ///< for reports, such as "call 2 of CreateFileW"
-  std::function<void()> arm;
-  std::function<bool()> has_failed;  ///< whether the call came
-};
+#include "swept_call.h"
 
 /// Repeats one scenario, each time with another failing call.
 ///
@@ -51,10 +44,12 @@ class Sweep {
   void Fail(const SweptCall& call);
   void RunFailing(const SweptCall& call);
   void CheckOutcome(const SweptCall& call, HRESULT result);
+  Texts NewBoxes() const;
   void CheckPrescribed(const SweptCall& call, HRESULT result) const;
   void CheckGoodRun(const SweptCall& call);
   void CheckLeaks(const SweptCall& call);
-  Holdings Settled();
+  std::vector<Held> Leaks(const Holdings& before, const Holdings& now, const SweptCall& call) const;
+  Holdings Settled(const SweptCall& call);
 
   const Scenario m_scenario;
   Stage m_stage;
@@ -67,5 +62,6 @@ class Sweep {
   Texts m_hostCalls;
   Holdings m_holdings;  ///< after a good run
   int m_count = 0;
+  int m_fatal = 0;   ///< calls whose failure ends the process
   int m_missed = 0;  ///< calls that did not come again
 };

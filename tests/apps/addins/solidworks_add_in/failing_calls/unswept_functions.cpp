@@ -35,6 +35,7 @@ constexpr const char* kOwnState[] = {"FlsGetValue",
                                      "QueryPerformanceCounter",
                                      "QueryPerformanceFrequency",
                                      "SetLastError",
+                                     "SetThreadErrorMode",
                                      "TlsGetValue",
                                      "_localtime64",
                                      "GetModuleHandleW",
@@ -102,7 +103,7 @@ constexpr const char* kOtherAppenders[] = {"AllocConsole",
                                            "_wsopen",
                                            "_wstat64",
                                            "_close",
-                                           "lstrlenW",
+
                                            "FileTimeToSystemTime",
                                            "GetSystemTimeAsFileTime",
                                            "_gmtime64",
@@ -217,9 +218,9 @@ constexpr const char* kEnding[] = {
 constexpr const char* kMessages[] = {"DispatchMessageW", "PeekMessageW", "PostMessageW", "PostQuitMessage",
                                      "MsgWaitForMultipleObjectsEx"};
 
-constexpr const char* kElsewhere[] = {"ConvertSidToStringSidW", "CreatePipe",       "CreateProcessW",
-                                      "GetActiveWindow",        "GetFullPathNameW", "OutputDebugStringW",
-                                      "SetThreadErrorMode"};
+constexpr const char* kElsewhere[] = {"ConvertSidToStringSidW", "CreatePipe",      "FindClose",
+                                      "FindFirstFileW",         "GetActiveWindow", "GetFullPathNameW",
+                                      "OutputDebugStringW"};
 
 constexpr UnsweptFunctions kNotCalled[] = {
     {"the logging library's network appenders, which the add-in refuses", kSockets},
@@ -232,7 +233,7 @@ constexpr UnsweptFunctions kNotCalled[] = {
     {"ends the process, or unwinds through other languages", kEnding},
     {"only with messages in the queue, or in a thread without an apartment: tests/platform/invoker",
      kMessages},
-    {"special cases, which their own tests cover: a client that is started, a pipe without a configured name "
+    {"special cases, which their own tests cover: a pipe without a configured name "
      "or "
      "without an owner, long paths, a box in a window",
      kElsewhere},

@@ -26,6 +26,13 @@ BOOL RespectReadOnly(LPCWSTR from, LPCWSTR to, auto option) {
   return FALSE;
 }
 
+/// As for a file whose owner denies it.
+DWORD WINAPI DenyAttributesOfA(LPCWSTR path) {
+  if (!std::wstring_view(path).ends_with(L"\\prj\\A.sldprt")) return GetFileAttributesW(path);
+  SetLastError(ERROR_ACCESS_DENIED);
+  return INVALID_FILE_ATTRIBUTES;
+}
+
 /// Read-only files cannot be overwritten, as on Windows; Wine overwrites them if it runs as root.
 class ReadOnlyFilesAsOnWindows {
   ImportPatch m_move{Dll(), "MoveFileExW", RespectReadOnly<MoveFileExW, DWORD>};
@@ -185,6 +192,15 @@ TEST_F(BlockedFile, CannotBeReplacedByACopyIfItIsAFolder) {
   Assemble(L"prj\\A.sldprt");
   CoverExpectingBox(At(L"dl\\B.sldprt"), shown::kReplacementFailed);
   EXPECT_EQ(m_home.LogLines(), Texts{NotCopied(L"dl\\B.sldprt", L"prj\\B.sldprt", 5)});
+}
+
+TEST_F(BlockedFile, IsMovedToTheBackupEvenIfItsAttributesCannotBeRead) {
+  Assemble(L"prj\\A.sldprt");
+  const ImportPatch denied(Dll(), "GetFileAttributesW", DenyAttributesOfA);
+  Cover({At(L"dl\\A.sldprt")});
+  EXPECT_EQ(m_home.LogLines(), Texts{});
+  EXPECT_SAME_ENTRIES(Files(), Texts{L"dl\\A.sldprt = new", L"dl\\B.sldprt = other", L"dl\\temp\\",
+                                     L"dl\\temp\\A.sldprt = old", L"prj\\A.sldprt = new"});
 }
 
 }  // namespace
