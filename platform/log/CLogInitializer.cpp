@@ -51,7 +51,7 @@ void CloseAppenders() {
 /// back by itself, because as a static library of this compiler it is not told of the end.
 class LoggingLibrary {
  public:
-  constexpr LoggingLibrary() = default;
+  LoggingLibrary() = default;
   LoggingLibrary(const LoggingLibrary&) = delete;
   LoggingLibrary& operator=(const LoggingLibrary&) = delete;
   ~LoggingLibrary() {
@@ -62,7 +62,7 @@ class LoggingLibrary {
 };
 
 // The first priority that a program may use: made before the library's own objects, so destroyed after them.
-[[gnu::init_priority(101)]] const LoggingLibrary logging_library;
+[[gnu::init_priority(101)]] LoggingLibrary logging_library;
 }  // namespace
 
 bool CLogInitializer::Initialized() noexcept { return is_running; }

@@ -13,7 +13,7 @@ SystemError ErrorOf(BOOL succeeded) {
 // Asks the folder for the attributes of what it holds, which needs no access to that itself.
 bool IsListed(const std::wstring& path) {
   WIN32_FIND_DATAW entry;
-  const HANDLE search = FindFirstFileW(SystemPath(path).c_str(), &entry);
+  HANDLE search = FindFirstFileW(SystemPath(path).c_str(), &entry);
   if (search == INVALID_HANDLE_VALUE) return false;
   FindClose(search);
   return true;

@@ -28,8 +28,8 @@ struct Prescribed {
   Ways ways;
   HRESULT result;  ///< of the command
   // Each within one text; "{}" is the call's code in hexadecimal.
-  std::wstring_view logged;       ///< empty: no error
-  std::wstring_view shown = L"";  ///< empty: no box but those of a good run
+  std::wstring_view logged;      ///< empty: no error
+  std::wstring_view shown = {};  ///< empty: no box but those of a good run
 };
 
 std::vector<Prescribed> PrescribedOutcomes();
