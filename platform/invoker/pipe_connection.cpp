@@ -125,12 +125,15 @@ std::string PipeConnection::Exchange(std::string_view frame, ServingWait& wait) 
   Receiving answer(m_reading, m_first);
   Sending request(m_writing, frame);
   while (!answer.Reader().IsComplete()) {
+    bool has_more = true;
     if (AwaitSentChunk(request.Chunk(), answer.Chunk(), wait)) {
       request.Continue();
-      continue;
+      has_more = request.Chunk().IsPending();
+    } else {
+      answer.Continue();
+      has_more = !answer.Reader().IsComplete();
     }
-    answer.Continue();
-    if (!answer.Reader().IsComplete()) wait.Serve();  // also if the client is as fast as this side
+    if (has_more) wait.Serve();  // also if the client is as fast as this side
   }
   m_inSync = !request.Chunk().IsPending() && !answer.Reader().HasSurplus();
   return answer.Reader().TakeContent();

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <string>
 
-#include "base/unique_handle.h"
+#include "message_queue.h"
 #include "system_failure.h"
 
 namespace invoker {
@@ -20,6 +20,9 @@ bool IsInSingleThreadedApartment() {
 
 // How often the keys are looked at, in milliseconds. The system's waits do not end for input.
 constexpr DWORD kKeyInterval = 100;
+
+// How long COM calls wait at most while there is always something to do, in milliseconds.
+constexpr ULONGLONG kCallInterval = 20;
 
 std::optional<std::size_t> WaitInApartment(std::initializer_list<HANDLE> handles, DWORD milliseconds,
                                            WaitMessageFilter& filter) {
@@ -68,7 +71,7 @@ std::optional<std::size_t> ServingWait::Until(std::initializer_list<HANDLE> hand
                                               std::optional<std::chrono::milliseconds> timeout) {
   const Deadline deadline(timeout);
   for (;;) {
-    Serve();  // the system's waits react to new messages only
+    ServeWindows();  // the system's waits react to new messages only
     const DWORD milliseconds = std::min({deadline.Left(), m_deadline.Left(), kKeyInterval});
     if (const auto signalled = WaitOnce(handles, milliseconds)) return signalled;
     if (deadline.Left() == 0) return std::nullopt;
@@ -76,27 +79,48 @@ std::optional<std::size_t> ServingWait::Until(std::initializer_list<HANDLE> hand
 }
 
 void ServingWait::Serve() {
+  ServeWindows();
+  // The system serves COM calls only in a wait, and not if what it waits for is there already.
+  if (IsToLookForCalls()) WaitOnce({Never()}, 0);
+}
+
+void ServingWait::ServeWindows() {
   // Looked at here, because a client that sends a byte now and then ends each single wait.
   if (m_deadline.Left() == 0) {
     throw WaitEnded{{L"there was no answer within " + std::to_wstring(m_timeout->count()) + L" ms"}};
   }
-  const bool has_messages = m_isNew ? m_input.FoundMessages() : HasMessages();
+  const WORD messages = m_isNew ? m_input.FoundMessages() : MessagesInQueue();
   m_isNew = false;
-  if (!has_messages) return;
+  m_foundPosted = (messages & QS_POSTMESSAGE) != 0;
+  if (messages == 0) return;
   if (m_input.DropKeys()) throw WaitEnded{{L"cancelled by the user"}};
   DispatchSentMessagesAndPaint();
 }
 
+/// Whether a COM call may be among the posted messages. Not asked of the system all the time: the host may
+/// leave other messages there as long as the wait takes.
+bool ServingWait::IsToLookForCalls() const {
+  return m_filter && m_foundPosted && GetTickCount64() - m_lookedForCalls >= kCallInterval;
+}
+
 std::optional<std::size_t> ServingWait::WaitOnce(std::initializer_list<HANDLE> handles, DWORD milliseconds) {
-  return m_filter ? WaitInApartment(handles, milliseconds, *m_filter)
-                  : WaitOutsideApartment(handles, milliseconds);
+  if (!m_filter) return WaitOutsideApartment(handles, milliseconds);
+  std::optional<NewMessage> new_message;
+  if (IsToLookForCalls()) {
+    new_message.emplace();
+    m_lookedForCalls = GetTickCount64();
+  }
+  return WaitInApartment(handles, milliseconds, *m_filter);
+}
+
+HANDLE ServingWait::Never() {
+  if (!m_never) m_never = OwnHandle(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+  if (!m_never) throw SystemFailure(L"an event cannot be created");
+  return m_never.get();
 }
 
 bool ServingWait::Pause(std::chrono::milliseconds time, HANDLE handle) {
-  if (handle) return Until({handle}, time).has_value();
-  const UniqueHandle never = OwnHandle(CreateEventW(nullptr, TRUE, FALSE, nullptr));
-  if (!never) throw SystemFailure(L"an event cannot be created");
-  return Until({never.get()}, time).has_value();
+  return Until({handle ? handle : Never()}, time).has_value();
 }
 
 }  // namespace invoker

@@ -7,6 +7,7 @@
 #include <initializer_list>
 #include <optional>
 
+#include "base/unique_handle.h"
 #include "wait_input.h"
 #include "wait_message_filter.h"
 
@@ -40,7 +41,7 @@ class ServingWait {
   std::optional<std::size_t> Until(std::initializer_list<HANDLE> handles,
                                    std::optional<std::chrono::milliseconds> timeout = std::nullopt);
 
-  /// Does without waiting what Until does while it waits.
+  /// Does without waiting what Until does while it waits. For a caller that has work without end.
   /// @throws like Until.
   void Serve();
 
@@ -50,6 +51,9 @@ class ServingWait {
   bool Pause(std::chrono::milliseconds time, HANDLE handle = nullptr);
 
  private:
+  void ServeWindows();
+  bool IsToLookForCalls() const;
+  HANDLE Never();
   std::optional<std::size_t> WaitOnce(std::initializer_list<HANDLE> handles, DWORD milliseconds);
 
   const std::optional<std::chrono::milliseconds> m_timeout;
@@ -57,6 +61,9 @@ class ServingWait {
   WaitInput m_input;
   bool m_isNew = true;                        // nothing was served since the queue was looked at first
   std::optional<WaitMessageFilter> m_filter;  // only in a single-threaded apartment
+  bool m_foundPosted = false;                 // at the last look
+  ULONGLONG m_lookedForCalls = 0;             // when the system looked for COM calls among them
+  UniqueHandle m_never;                       // an event, made when it is needed first
 };
 
 }  // namespace invoker

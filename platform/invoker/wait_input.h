@@ -7,9 +7,6 @@
 
 namespace invoker {
 
-/// Whether the thread's queue has a message of any kind. Cheaper than a look for each kind.
-bool HasMessages();
-
 /// Drops the mouse and key messages that arrive for the windows of this thread during its lifetime: a click
 /// made in impatience must not change the model afterwards. All other messages stay in the queue, in order.
 /// The destructor puts back input that was in the queue before, behind all other posted messages.
@@ -20,15 +17,15 @@ class WaitInput {
   WaitInput& operator=(const WaitInput&) = delete;
   ~WaitInput();
 
-  /// Whether the queue had messages of any kind at first.
-  bool FoundMessages() const { return m_foundMessages; }
+  /// The kinds of messages that were in the queue at first.
+  WORD FoundMessages() const { return m_foundMessages; }
 
   /// Drops the key messages that have arrived. Sent messages are handled meanwhile.
   /// @return whether Esc was pressed.
   bool DropKeys();
 
  private:
-  const bool m_foundMessages;
+  const WORD m_foundMessages;
   std::vector<MSG> m_earlier;
 };
 

@@ -53,7 +53,7 @@ class ComWait : public InvokerFixture {
   ComWait() {
     EXPECT_EQ(S_OK, CoMarshalInterThreadInterfaceInStream(__uuidof(IDispatch), &m_object, &m_marshalled));
     StartClient([this](const Request&, std::stop_token) {
-      m_call = std::async(std::launch::async, [this] { return CallObject(); });
+      if (!m_call.valid()) BeginCall();
       if (m_call.wait_for(5s) != std::future_status::ready) return Reply::Text("not served");
       return Reply::Text(m_call.get());
     });
@@ -61,6 +61,11 @@ class ComWait : public InvokerFixture {
 
   ~ComWait() override {
     while (m_call.valid() && m_call.wait_for(10ms) != std::future_status::ready) DrainMessages();
+  }
+
+  /// Calls the object from another apartment.
+  void BeginCall() {
+    m_call = std::async(std::launch::async, [this] { return CallObject(); });
   }
 
   const Apartment m_apartment{COINIT_APARTMENTTHREADED};
@@ -84,6 +89,13 @@ class ComWait : public InvokerFixture {
 TEST_F(ComWait, ServesACallFromAnotherApartment) {
   EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"served 42");
   EXPECT_EQ(m_object.called_on, GetCurrentThreadId());
+}
+
+TEST_F(ComWait, ServesACallThatCameBeforeItAndThatTheHostHasSeen) {
+  BeginCall();
+  while (!(HIWORD(GetQueueStatus(QS_ALLINPUT | QS_ALLPOSTMESSAGE)) & QS_POSTMESSAGE)) Sleep(1);
+  EXPECT_EQ(LOWORD(GetQueueStatus(QS_ALLPOSTMESSAGE)), 0) << "it is not new any more";
+  EXPECT_EQ(Invoke(L"QD_PLMQuery"), L"served 42");
 }
 
 TEST_F(ComWait, ReturnsNoAnswerAtOnceForACommandWithinSuchACall) {

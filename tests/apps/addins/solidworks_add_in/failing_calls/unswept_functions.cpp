@@ -215,8 +215,9 @@ constexpr const char* kRegistration[] = {
 constexpr const char* kEnding[] = {
     "abort", "exit", "signal", "__C_specific_handler", "RtlLookupFunctionEntry", "RtlVirtualUnwind"};
 
-constexpr const char* kMessages[] = {"DispatchMessageW", "PeekMessageW", "PostMessageW", "PostQuitMessage",
-                                     "MsgWaitForMultipleObjectsEx"};
+constexpr const char* kMessages[] = {
+    "DispatchMessageW", "MsgWaitForMultipleObjectsEx", "PeekMessageW",          "PostMessageW",
+    "PostQuitMessage",  "PostThreadMessageW",          "RegisterWindowMessageW"};
 
 constexpr const char* kElsewhere[] = {"ConvertSidToStringSidW", "CreatePipe",      "FindClose",
                                       "FindFirstFileW",         "GetActiveWindow", "GetFullPathNameW",

@@ -112,9 +112,17 @@ TEST_F(Exports, BelongToA64BitDllThatImportsOnlySystemDlls) {
 /// The counters of GDI and USER objects do not see every kind, such as timers. So a function that is new here
 /// must be looked at: what does it make, and who sees that it is destroyed?
 TEST_F(Exports, BelongToADllThatImportsNoFunctionThatMakesAGuiObject) {
-  const std::set<std::string_view> known = {
-      "AllowSetForegroundWindow",    "DispatchMessageW", "GetActiveWindow", "GetQueueStatus", "MessageBoxW",
-      "MsgWaitForMultipleObjectsEx", "PeekMessageW",     "PostMessageW",    "PostQuitMessage"};
+  const std::set<std::string_view> known = {"AllowSetForegroundWindow",
+                                            "DispatchMessageW",
+                                            "GetActiveWindow",
+                                            "GetQueueStatus",
+                                            "MessageBoxW",
+                                            "MsgWaitForMultipleObjectsEx",
+                                            "PeekMessageW",
+                                            "PostMessageW",
+                                            "PostQuitMessage",
+                                            "PostThreadMessageW",
+                                            "RegisterWindowMessageW"};
   std::set<std::string_view> imported;
   ForEachImport(m_dll.Handle(), [&](std::string_view library, std::string_view function, const ULONGLONG*) {
     const std::string name(library);
