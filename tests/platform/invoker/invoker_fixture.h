@@ -49,6 +49,9 @@ class InvokerFixture : public testing::Test {
   /// The lines of the logger "platform" so far, without level and logger.
   std::vector<std::wstring> PlatformLines() const;
 
+  /// Those since the last call of this or of ExpectOneLine.
+  std::vector<std::wstring> NewPlatformLines();
+
   /// Expects exactly one new line since the last call. It must log that `command` got no answer, with a
   /// reason that contains `reason`.
   void ExpectOneLine(const std::wstring& command, const std::wstring& reason);
@@ -64,7 +67,7 @@ class InvokerFixture : public testing::Test {
  private:
   ScopedEnvironment m_home;
   CLogInitializer m_log;
-  std::size_t m_linesSeen = 0;
+  std::size_t m_logRead = 0;  // bytes
 };
 
 /// Measures the milliseconds since its construction.

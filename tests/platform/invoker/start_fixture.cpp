@@ -4,6 +4,7 @@
 
 #include "CStringHelper.h"
 #include "base/module_path.h"
+#include "base/unique_handle.h"
 #include "plm_client/json_text.h"
 
 namespace {
@@ -15,12 +16,7 @@ std::wstring BuiltProgram() {
 
 }  // namespace
 
-ClientStart::~ClientStart() {
-  if (const UniqueHandle process = Process()) {
-    TerminateProcess(process.get(), 0);
-    WaitForSingleObject(process.get(), 10'000);
-  }
-}
+ClientStart::~ClientStart() { KillClients(); }
 
 void ClientStart::Install(const std::string& verb, std::string_view further_members) {
   m_folder.MakeFolder(kFolder);
@@ -36,14 +32,23 @@ void ClientStart::ConfigureProgram(const std::wstring& path, std::string_view fu
 
 std::vector<std::wstring> ClientStart::Found() const {
   std::vector<std::wstring> lines;
-  if (!m_folder.Exists(kFolder + LR"(\started.txt)")) return lines;
-  std::wistringstream text(m_folder.ReadText(kFolder + LR"(\started.txt)"));
-  for (std::wstring line; std::getline(text, line);) lines.push_back(line);
+  if (!m_folder.Exists(kFolder)) return lines;
+  for (const std::wstring& file : m_folder.List(kFolder)) {
+    if (!file.starts_with(L"started-")) continue;
+    std::wistringstream text(m_folder.ReadText(kFolder + L"\\" + file));
+    for (std::wstring line; std::getline(text, line);) lines.push_back(line);
+  }
   return lines;
 }
 
-UniqueHandle ClientStart::Process() const {
+void ClientStart::KillClients() const {
+  constexpr std::size_t kLines = 3;  // of each start
   const std::vector<std::wstring> found = Found();
-  if (found.empty()) return nullptr;
-  return OwnHandle(OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, std::stoul(found[0])));
+  for (std::size_t line = 0; line < found.size(); line += kLines) {
+    const UniqueHandle process =
+        OwnHandle(OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, std::stoul(found[line])));
+    if (!process) continue;
+    TerminateProcess(process.get(), 0);
+    WaitForSingleObject(process.get(), 10'000);
+  }
 }

@@ -7,7 +7,6 @@
 #include <string_view>
 #include <vector>
 
-#include "base/unique_handle.h"
 #include "invoker_fixture.h"
 
 inline constexpr ULONGLONG kAtOnce =
@@ -26,12 +25,11 @@ class ClientStart : public InvokerFixture {
 
   std::wstring Program() const { return m_folder.Path(kFolder + L"\\PLM client.exe"); }
 
-  /// The lines that the program wrote at its start: process id, command line and folder.
+  /// The lines that each process of the program wrote at its start: process id, command line and folder.
   std::vector<std::wstring> Found() const;
 
-  const std::wstring kFolder = L"the \u6D4B client";
+  /// Ends every process of the program.
+  void KillClients() const;
 
- private:
-  /// The process, or null if it was not started or has ended.
-  UniqueHandle Process() const;
+  const std::wstring kFolder = L"the \u6D4B client";
 };

@@ -1,15 +1,17 @@
 // The client program that the invoker starts in the tests. It takes no arguments. It reads a verb and a pipe
-// from behaviour.txt in the current folder, and writes how it was started to started.txt.
+// from behaviour.txt in the current folder, and writes how it was started to a file of this process there.
 #include <windows.h>
 // After windows.h, which it needs.
 #include <ole2.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <fstream>
 #include <future>
 #include <iterator>
 #include <memory>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <thread>
 
@@ -20,6 +22,7 @@ namespace {
 
 constexpr std::chrono::seconds kPatience{5};
 constexpr DWORD kLongest = 30'000;  // milliseconds; ends a client that a failed test has left running
+constexpr int kEndsAtOnce = 3, kPipeIsTaken = 4;
 
 std::string ReadAll(const char* path) {
   std::ifstream file(path, std::ios::binary);
@@ -29,9 +32,11 @@ std::string ReadAll(const char* path) {
 void WriteStart() {
   std::wstring folder(MAX_PATH, L'\0');
   folder.resize(GetCurrentDirectoryW(MAX_PATH, folder.data()));
-  std::ofstream("started.txt", std::ios::binary) << GetCurrentProcessId() << "\n"
-                                                 << CStringHelper::UnicodeToUTF8(GetCommandLineW()) << "\n"
-                                                 << CStringHelper::UnicodeToUTF8(folder) << "\n";
+  const DWORD process = GetCurrentProcessId();
+  std::ofstream("started-" + std::to_string(process) + ".txt", std::ios::binary)
+      << process << "\n"
+      << CStringHelper::UnicodeToUTF8(GetCommandLineW()) << "\n"
+      << CStringHelper::UnicodeToUTF8(folder) << "\n";
 }
 
 /// Answers everything with "served".
@@ -69,11 +74,45 @@ plm_client::Reply CallHost(const plm_client::Request&, std::stop_token) {
   return plm_client::Reply::Text(result.get());
 }
 
+[[noreturn]] void EndProcess() {
+  TerminateProcess(GetCurrentProcess(), 1);
+  std::abort();  // not reached
+}
+
 /// Ends the whole process at the first request.
 plm_client::Reply Die(const plm_client::Request&, std::stop_token) {
   Sleep(300);
-  TerminateProcess(GetCurrentProcess(), 1);
-  return plm_client::Reply::Nothing();
+  EndProcess();
+}
+
+/// Ends the whole process in the middle of the first answer.
+plm_client::Reply DieInTheAnswer(const plm_client::Request&, std::stop_token) {
+  std::thread([] {
+    Sleep(300);
+    EndProcess();
+  }).detach();
+  return plm_client::Reply::Bytes("Content-Length: 1000\r\n\r\n{\"jsonrpc\"");
+}
+
+plm_client::Client::Handler HandlerFor(const std::string& verb) {
+  if (verb == "call") return CallHost;
+  if (verb == "die") return Die;
+  if (verb == "die-in-the-answer") return DieInTheAnswer;
+  return Served;
+}
+
+/// Serves the pipe, or ends if another process serves it.
+int Serve(const std::string& verb, const std::string& pipe) {
+  Sleep(300);  // so that the invoker has to wait
+  try {
+    const plm_client::Client client(
+        {.pipe = CStringHelper::UTF8ToUnicode(pipe), .instances = verb == "serve-one" ? 1u : 4u},
+        HandlerFor(verb));
+    Sleep(kLongest);
+  } catch (const std::runtime_error&) {
+    return kPipeIsTaken;
+  }
+  return 0;
 }
 
 }  // namespace
@@ -83,16 +122,8 @@ int main() {
   std::istringstream behaviour(ReadAll("behaviour.txt"));
   std::string verb, pipe;
   behaviour >> verb >> pipe;
-  if (verb == "end") return 3;
-  if (verb == "hang") Sleep(kLongest);
-  if (verb == "serve" || verb == "serve-one" || verb == "call" || verb == "die") {
-    Sleep(300);  // so that the invoker has to wait
-    const plm_client::Client client(
-        {.pipe = CStringHelper::UTF8ToUnicode(pipe), .instances = verb == "serve-one" ? 1u : 4u},
-        verb == "die"    ? Die
-        : verb == "call" ? CallHost
-                         : Served);
-    Sleep(kLongest);
-  }
+  if (verb == "end") return kEndsAtOnce;
+  if (verb != "hang") return Serve(verb, pipe);
+  Sleep(kLongest);
   return 0;
 }
