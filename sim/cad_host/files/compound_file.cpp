@@ -1,8 +1,16 @@
 #include "compound_file.h"
 
+#include <windows.h>
+
+#include <memory>
+#include <stdexcept>
+#include <string_view>
 #include <utility>
 
+#include "base/system_path.h"
+#include "base/unique_handle.h"
 #include "cad_host/host_error.h"
+#include "compound_directory.h"
 
 namespace cad_host {
 namespace {
@@ -11,6 +19,31 @@ constexpr DWORD kReadMode = STGM_READ | STGM_SHARE_DENY_WRITE;
 constexpr DWORD kWriteMode = STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE;
 constexpr DWORD kChangeMode = STGM_READWRITE | STGM_SHARE_EXCLUSIVE;
 constexpr DWORD kElementReadMode = STGM_READ | STGM_SHARE_EXCLUSIVE;
+
+struct ViewCloser {
+  void operator()(const void* view) const noexcept { UnmapViewOfFile(view); }
+};
+
+/// Wine reads on for ever in a file whose directory was cut off. A file that cannot be looked at is left to
+/// the system, which says why.
+void CheckDirectory(const std::wstring& path, const std::wstring& shown) {
+  constexpr DWORD kSharing = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  const UniqueHandle file = OwnHandle(
+      CreateFileW(SystemPath(path).c_str(), GENERIC_READ, kSharing, nullptr, OPEN_EXISTING, 0, nullptr));
+  if (!file) return;
+  LARGE_INTEGER size{};
+  GetFileSizeEx(file.get(), &size);
+  const UniqueHandle mapping =
+      OwnHandle(CreateFileMappingW(file.get(), nullptr, PAGE_READONLY, 0, 0, nullptr));
+  if (!mapping) return;
+  const std::unique_ptr<const void, ViewCloser> view(MapViewOfFile(mapping.get(), FILE_MAP_READ, 0, 0, 0));
+  if (!view) return;
+  try {
+    DirectoryOf({static_cast<const char*>(view.get()), static_cast<std::size_t>(size.QuadPart)});
+  } catch (const std::out_of_range&) {
+    throw HostError(shown + L": its directory of streams is damaged");
+  }
+}
 
 }  // namespace
 
@@ -33,6 +66,7 @@ CompoundFile CompoundFile::Create(const std::wstring& path, const std::wstring& 
 }
 
 CompoundFile CompoundFile::OpenToRead(const std::wstring& path) {
+  CheckDirectory(path, path);
   IStoragePtr storage;
   const HRESULT result =
       StgOpenStorageEx(path.c_str(), kReadMode, STGFMT_STORAGE, 0, nullptr, nullptr, IID_PPV_ARGS(&storage));
@@ -40,6 +74,7 @@ CompoundFile CompoundFile::OpenToRead(const std::wstring& path) {
 }
 
 CompoundFile CompoundFile::OpenToChange(const std::wstring& path, const std::wstring& shown) {
+  CheckDirectory(path, shown);
   IStoragePtr storage;
   const HRESULT result = StgOpenStorageEx(path.c_str(), kChangeMode, STGFMT_STORAGE, 0, nullptr, nullptr,
                                           IID_PPV_ARGS(&storage));

@@ -1,4 +1,4 @@
-// Files of other programs in formats that the host cannot read.
+// Files that the host cannot read: in formats of other programs, and cut off.
 #include <windows.h>
 
 #include "other_programs_fixture.h"
@@ -37,6 +37,23 @@ TEST_F(OpaqueFileTest, CanBeAComponent) {
 
   EXPECT_NE(Host().AddComponent(*assembly, m_folder.Path(L"b.sldprt"))->loaded_revision, revision);
   EXPECT_THROW(Host().AddComponent(*assembly, m_folder.Write(L"a.txt", "first")), HostError);
+}
+
+TEST_F(OpaqueFileTest, IsRefusedOrOpenedAsAnotherIfItWasCutOff) {
+  constexpr std::size_t kTenths = 10;
+  cad_host::WriteModelFile(m_folder.Path(L"whole.sldprt"), cad_host::ModelFile{});
+  const std::string whole = m_folder.Read(L"whole.sldprt");
+  int refused = 0;
+  for (std::size_t tenth = 0; tenth < kTenths; ++tenth) {
+    const std::wstring path = m_folder.Write(L"cut.sldprt", whole.substr(0, whole.size() * tenth / kTenths));
+    try {
+      EXPECT_EQ(cad_host::ReadModelFile(path).kind, FileKind::kOpaque) << tenth;
+    } catch (const HostError& error) {
+      EXPECT_EQ(std::string(error.what()).find("cut.sldprt: ") != std::string::npos, true) << error.what();
+      ++refused;
+    }
+  }
+  EXPECT_EQ(refused, 9);
 }
 
 }  // namespace
