@@ -71,8 +71,8 @@ bool RunAsChild(const std::vector<std::wstring>& arguments, int& exit_code) {
     exit_code = HoldFile(arguments[1], arguments[2]);
     return true;
   }
-  if (arguments.size() == 4 && arguments[0] == kCoverAndDie) {
-    exit_code = CoverAndDie(arguments[1], arguments[2], std::stoi(arguments[3]));
+  if (arguments.size() == 6 && arguments[0] == kCoverAndDie) {
+    exit_code = CoverAndDie(arguments);
     return true;
   }
   return false;
