@@ -20,7 +20,7 @@ TEXT
 heap_checks=0xF0
 # Programs whose heap is not checked: so many or so large blocks that it takes too long, or a test that counts
 # blocks, of which such a heap holds back some that are free.
-heap_unchecked=(add_in_property_access_test add_in_test json_test)
+heap_unchecked=(add_in_property_access_test add_in_test json_test soak_test)
 
 # Programs that tell nothing here: the crash report names functions with a debug library that is too slow with the
 # checks, and a read of null ends at the compiler's check, not at the read.
