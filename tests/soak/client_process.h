@@ -25,8 +25,6 @@ class ClientProcess {
   /// Ends it at once, without a farewell. Does nothing if it does not run.
   void Kill();
 
-  bool Runs() const { return m_process != nullptr; }
-
   /// Grows with each request that the client has read.
   long long RecordSize() const;
 

@@ -44,7 +44,7 @@ class Scene {
   void LogOut();
   /// Closes all documents without saving them.
   void CloseDocuments();
-  /// Opens the assembly of a bolt and a nut anew and selects its component `name`.
+  /// Opens the assembly of a bolt and a nut anew and selects its component `selected`.
   std::shared_ptr<cad_host::Document> OpenAssembly(const std::wstring& selected = L"bolt-1");
 
   // Files, with their names below the folder of the models.

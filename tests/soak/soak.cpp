@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <stdexcept>
 #include <thread>
 #include <utility>
 
@@ -17,7 +16,6 @@ using Clock = std::chrono::steady_clock;
 
 constexpr int kRows = 10;
 constexpr int kWarmUpRounds = 2;
-constexpr std::size_t kMostFaults = 20;
 
 std::string Utf8(std::wstring_view text) { return CStringHelper::UnicodeToUTF8(text); }
 
@@ -89,14 +87,14 @@ void Soak::RunPart(const std::string& title, int count, const std::function<void
   m_print("     done  seconds" + HeadOf(first));
   m_print(Cells(0, 0) + RowOf(first));
   const int rows = std::min(count, kRows);
-  for (int row = 1, done = 0; row <= rows && m_faults.size() < kMostFaults; ++row) {
-    for (const int end = static_cast<int>(1LL * count * row / rows); done < end; ++done) step();
+  for (int row = 1, done = 0; row <= rows && !HasManyFaults(); ++row) {
+    for (const int end = static_cast<int>(1LL * count * row / rows); done < end && !HasManyFaults(); ++done) step();
     last = MeasureAtRest();
     m_print(Cells(done, std::chrono::duration_cast<std::chrono::seconds>(Clock::now() - begin).count()) +
             RowOf(last));
   }
-  if (const std::string growth = Growth(first, last); !growth.empty())
-    Fault(title + " are not flat: " + growth);
+  const std::string growth = Growth(first, last);
+  if (!growth.empty()) Fault(title + " are not flat: " + growth);
 }
 
 void Soak::WarmUp() {

@@ -51,6 +51,8 @@ class Soak {
   void KillAndRestart();
   void Reconnect();
   void Fault(const std::string& text);
+  /// Whether there is enough to look at.
+  bool HasManyFaults() const { return m_faults.size() >= 20; }
 
   const std::function<void(const std::string& line)> m_print;
   std::mt19937 m_random;

@@ -72,7 +72,7 @@ bool RunAsChild(const std::vector<std::wstring>& arguments, int& exit_code) {
     return true;
   }
   if (arguments.size() == 6 && arguments[0] == kCoverAndDie) {
-    exit_code = CoverAndDie(arguments);
+    exit_code = RunKilledSession(arguments);
     return true;
   }
   return false;

@@ -77,7 +77,7 @@ class Session : public CoveringSession {
       end.place = static_cast<End::Place>(static_cast<std::size_t>(end.place) + 1);
     }
     ConnectAndLogIn();
-    return CoveringSession::CoverAndDie(arguments.at(1), arguments.at(2), end) ? 0 : 1;
+    return CoverAndDie(arguments.at(1), arguments.at(2), end) ? 0 : 1;
   }
 
  private:
@@ -152,7 +152,7 @@ bool CoveringSession::CoverAndDie(const std::wstring& assembly, const std::wstri
   return CoverFirst(assembly, download);
 }
 
-int CoverAndDie(const std::vector<std::wstring>& arguments) { return Session().Run(arguments); }
+int RunKilledSession(const std::vector<std::wstring>& arguments) { return Session().Run(arguments); }
 
 std::vector<std::wstring> KillArguments(const std::wstring& assembly, const std::wstring& download,
                                         const End& end) {

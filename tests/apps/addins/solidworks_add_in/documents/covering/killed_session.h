@@ -7,7 +7,7 @@
 
 #include "covering_fixture.h"
 
-/// The program's first argument for CoverAndDie, and the exit code of a killed process.
+/// The program's first argument for RunKilledSession, and the exit code of a killed process.
 inline constexpr const wchar_t* kCoverAndDie = L"--cover-and-die";
 inline constexpr unsigned kKilled = 99;
 
@@ -52,7 +52,7 @@ class CoveringSession : public CoveringFixture {
 /// Connects a host, covers and dies, as the arguments of a child process say: those of KillArguments.
 /// @return 0 if the command succeeded before it reached the end, 1 if it failed before; does not return
 ///         otherwise.
-int CoverAndDie(const std::vector<std::wstring>& arguments);
+int RunKilledSession(const std::vector<std::wstring>& arguments);
 
 /// The arguments for a child process that is killed at `end`.
 std::vector<std::wstring> KillArguments(const std::wstring& assembly, const std::wstring& download,
