@@ -5,6 +5,7 @@
 
 #include "file_size.h"
 #include "module/add_in_dll.h"
+#include "start_program.h"
 
 namespace {
 
@@ -20,23 +21,16 @@ std::wstring ProgramPath() {
 ClientProcess::ClientProcess(const std::wstring& pipe, const std::wstring& answers, std::wstring record)
     : m_pipePath(L"\\\\.\\pipe\\" + pipe),
       m_program(ProgramPath()),
-      m_command(L"\"" + m_program + L"\" --quiet --pipe " + pipe + L" --answers \"" + answers +
-                L"\" --record \"" + record + L"\""),
+      m_arguments(L"--quiet --pipe " + pipe + L" --answers \"" + answers + L"\" --record \"" + record +
+                  L"\""),
       m_record(std::move(record)) {
   Start();
 }
 
 void ClientProcess::Start() {
-  std::wstring command = m_command;
-  STARTUPINFOW startup{};
-  startup.cb = sizeof startup;
-  PROCESS_INFORMATION started{};
-  if (!CreateProcessW(m_program.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                      &startup, &started)) {
-    throw std::runtime_error("plm_client.exe cannot be started");
-  }
-  m_process = OwnHandle(started.hProcess);
-  OwnHandle(started.hThread);
+  StartedProgram started = StartProgram(m_program, m_arguments);
+  m_process = std::move(started.process);
+  m_id = started.id;
   const ULONGLONG begin = GetTickCount64();
   while (!WaitNamedPipeW(m_pipePath.c_str(), 1)) {
     if (WaitForSingleObject(m_process.get(), 1) == WAIT_OBJECT_0 ||

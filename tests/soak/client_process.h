@@ -22,8 +22,11 @@ class ClientProcess {
   /// Starts it and waits until it serves the pipe. @throws std::runtime_error if it does not.
   void Start();
 
-  /// Ends it at once, without a farewell. Does nothing if it does not run.
+  /// Ends it at once, without a farewell, unless that has been done already.
   void Kill();
+
+  /// Of the process.
+  DWORD Id() const { return m_id; }
 
   /// Grows with each request that the client has read.
   long long RecordSize() const;
@@ -31,7 +34,8 @@ class ClientProcess {
  private:
   std::wstring m_pipePath;
   std::wstring m_program;
-  std::wstring m_command;
+  std::wstring m_arguments;
   std::wstring m_record;
   UniqueHandle m_process;
+  DWORD m_id = 0;
 };

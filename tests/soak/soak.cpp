@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <thread>
 #include <utility>
 
 #include "CStringHelper.h"
 #include "base/hex_code.h"
+#include "killer.h"
 #include "result_codes.h"
 
 namespace {
@@ -24,19 +24,6 @@ std::string Cells(long long done, long long seconds) {
   std::snprintf(cells, sizeof cells, "%9lld %8lld", done, seconds);
   return cells;
 }
-
-/// Kills the client a random time after the object was made; the destructor waits for that.
-class Killer {
- public:
-  Killer(ClientProcess& client, std::chrono::microseconds delay)
-      : m_thread([&client, delay] {
-          for (const auto end = Clock::now() + delay; Clock::now() < end;) std::this_thread::yield();
-          client.Kill();
-        }) {}
-
- private:
-  std::jthread m_thread;
-};
 
 }  // namespace
 
@@ -56,7 +43,6 @@ void Soak::RunCommands(int count) {
 
 void Soak::RunWithKilledClient(int count) {
   constexpr int kTurnsPerKill = 4;
-  KillAndRestart();  // before the first measurement: the first thread beside this one leaves its stack
   RunPart("commands with the PLM client killed", count, [this] {
     if (Random(kTurnsPerKill) == 0) KillAndRestart();
     RunWell(Draw());
@@ -88,7 +74,8 @@ void Soak::RunPart(const std::string& title, int count, const std::function<void
   m_print(Cells(0, 0) + RowOf(first));
   const int rows = std::min(count, kRows);
   for (int row = 1, done = 0; row <= rows && !HasManyFaults(); ++row) {
-    for (const int end = static_cast<int>(1LL * count * row / rows); done < end && !HasManyFaults(); ++done) step();
+    for (const int end = static_cast<int>(1LL * count * row / rows); done < end && !HasManyFaults(); ++done)
+      step();
     last = MeasureAtRest();
     m_print(Cells(done, std::chrono::duration_cast<std::chrono::seconds>(Clock::now() - begin).count()) +
             RowOf(last));
@@ -139,16 +126,18 @@ void Soak::CheckLog(const std::string& name, const std::string& expected, long l
 }
 
 void Soak::RunWhileKilled(const Action& action) {
-  constexpr int kLatest = 1'500;  // microseconds; many answers have come by then
+  constexpr int kLatest = 3'000;  // microseconds; many answers have come by then
   const Turn turn{m_scene, ++m_number};
   action.prepare(turn);
   m_scene.Forget();
   const long long log = m_scene.LogSize();
   HRESULT result = S_OK;
   {
-    const Killer killer(m_scene.Client(), std::chrono::microseconds(Random(kLatest)));
+    const Killer killer(m_scene.Client().Id(), std::chrono::microseconds(Random(kLatest)));
+    killer.Strike();
     result = action.run(turn);
   }
+  m_scene.Client().Kill();
   const std::string name = "action " + std::to_string(m_number) + ", " + action.name + ", client killed";
   if (result != S_OK && result != E_FAIL && result != hr::kNoAnswer) {
     Fault(name + ": result " + Utf8(HexCode(result)));

@@ -1,0 +1,24 @@
+#include "start_program.h"
+
+#include <stdexcept>
+
+#include "CStringHelper.h"
+
+StartedProgram StartProgram(const std::wstring& program, const std::wstring& arguments) {
+  std::wstring command = L"\"" + program + L"\" " + arguments;
+  STARTUPINFOW startup{};
+  startup.cb = sizeof startup;
+  PROCESS_INFORMATION started{};
+  if (!CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                      &started)) {
+    throw std::runtime_error("cannot start " + CStringHelper::UnicodeToUTF8(program));
+  }
+  OwnHandle(started.hThread);
+  return {OwnHandle(started.hProcess), started.dwProcessId};
+}
+
+std::wstring FolderOfProgram() {
+  wchar_t path[MAX_PATH];
+  const std::wstring program(path, GetModuleFileNameW(nullptr, path, MAX_PATH));
+  return program.substr(0, program.rfind(L'\\'));
+}
