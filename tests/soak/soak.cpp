@@ -67,7 +67,7 @@ void Soak::RunConnections(int count) {
 void Soak::RunPart(const std::string& title, int count, const std::function<void()>& step) {
   WarmUp();
   const Clock::time_point begin = Clock::now();
-  const Amounts first = MeasureAtRest();
+  Amounts first = MeasureAtRest();
   Amounts last = first;
   m_print(title);
   m_print("     done  seconds" + HeadOf(first));
@@ -79,6 +79,7 @@ void Soak::RunPart(const std::string& title, int count, const std::function<void
     last = MeasureAtRest();
     m_print(Cells(done, std::chrono::duration_cast<std::chrono::seconds>(Clock::now() - begin).count()) +
             RowOf(last));
+    if (row == 1) first = last;
   }
   const std::string growth = Growth(first, last);
   if (!growth.empty()) Fault(title + " are not flat: " + growth);

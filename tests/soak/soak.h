@@ -10,7 +10,8 @@
 #include "amounts.h"
 
 /// Does actions in a random order in one host process. Each part first does every action a few times, so that
-/// what is made once is there, then measures; at its end it measures again. Prints a table while it goes.
+/// what is made once is there, then its turns. It measures after each tenth of them, and prints a table of
+/// that; nothing may have grown since the first tenth.
 class Soak {
  public:
   /// @param seed of the random order.
