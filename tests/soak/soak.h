@@ -9,9 +9,9 @@
 #include "actions.h"
 #include "amounts.h"
 
-/// Does actions in a random order in one host process. Each part first does every action a few times, so that
-/// what is made once is there, then its turns. It measures after each tenth of them, and prints a table of
-/// that; nothing may have grown since the first tenth.
+/// Does actions in a random order in one host process. Each part measures after each tenth of its turns, and
+/// prints a table of that; nothing may have grown since the first tenth. Before each measurement every action
+/// is done once, so that what is made at its first use is there.
 class Soak {
  public:
   /// @param seed of the random order.
@@ -37,7 +37,8 @@ class Soak {
  private:
   /// Calls `step` so many times, measures and prints meanwhile.
   void RunPart(const std::string& title, int count, const std::function<void()>& step);
-  void WarmUp();
+  /// Every action once.
+  void DoEverything();
   Amounts MeasureAtRest();
 
   const Action& Draw() { return m_actions[Random(static_cast<int>(m_actions.size()))]; }

@@ -72,7 +72,7 @@ TEST(Soak, SeesWhatIsLeftBehind) {
   Soak soak(1, Print);
   Leaks leaks;
   soak.AfterEach([&leaks](Scene& scene) { leaks.Leave(scene); });
-  soak.RunCommands(10);
+  soak.RunCommands(3);
   ASSERT_EQ(soak.Faults().size(), 1U);
   for (const char* const amount : {"private KiB", "heap blocks", "DLL blocks", "BSTRs", "handles", "threads",
                                    "references", "GDI", "USER", "temp files"}) {
