@@ -5,6 +5,7 @@
 
 #include "framing.h"
 #include "no_answer.h"
+#include "peer_frame.h"
 #include "promise.h"
 #include "targets.h"
 
@@ -68,10 +69,23 @@ void RequireSameInAllSplits(std::string_view bytes, const Outcome& expected) {
   }
 }
 
+void RequireSameAsPeer(std::string_view bytes) {
+  const Outcome outcome = Read(bytes, [&] { return bytes.size(); });
+  const PeerFrame peer = ReadFrameAsPeer(bytes);
+  Require(outcome.reason.empty() != peer.is_refused, "what is no frame is refused, and nothing else");
+  Require(outcome.is_complete == peer.content.has_value(), "a frame is complete when all of it is there");
+  if (peer.content) {
+    Require(outcome.content == *peer.content && outcome.has_surplus == peer.has_surplus,
+            "a frame has the content of its length");
+  }
+  RequireSameInAllSplits(bytes, outcome);
+}
+
 }  // namespace
 
 void TryFrames(std::string_view bytes) {
-  RequireSameInAllSplits(bytes, Read(bytes, [&] { return bytes.size(); }));
+  RequireSameAsPeer(bytes);
+  RequireSameAsPeer(WriteFrame(Choices(bytes)));
   const std::string frame = invoker::MakeFrame(bytes);
   RequireSameInAllSplits(frame, {.is_complete = true, .content = std::string(bytes)});
   RequireSameInAllSplits(frame + "x",

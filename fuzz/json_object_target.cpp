@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <optional>
 #include <string>
@@ -173,6 +174,28 @@ void RequireWritable(CJsonObject& object, PeerValue peer) {
   Require(Says(copy.ToJson(), peer), "a copy is a copy");
 }
 
+/// An object with many members. Each has a byte as its name and its place as its value.
+void TryManyMembers(std::string_view bytes) {
+  constexpr long kMissing = -1;
+  constexpr std::size_t kMost = 1000;
+  std::array<long, 256> first{};
+  first.fill(kMissing);
+  std::wstring text;
+  for (std::size_t place = 0; place < std::min(bytes.size(), kMost); ++place) {
+    const auto byte = static_cast<unsigned char>(bytes[place]);
+    if (first[byte] == kMissing) first[byte] = static_cast<long>(place);
+    text += (text.empty() ? L"{\"" : L",\"") + std::to_wstring(byte) + L"\":" + std::to_wstring(place);
+  }
+  CJsonObject object;
+  object.CreateFrom(text + L"}");
+  for (std::size_t byte = 0; byte < first.size(); ++byte) {
+    const std::wstring name = std::to_wstring(byte);
+    Require(object.IsExist(name) == (first[byte] != kMissing), "each member of many is found");
+    Require(object.GetLongValue(name) == std::max(first[byte], 0L),
+            "the first of equal names counts among many");
+  }
+}
+
 }  // namespace
 
 void TryJsonObject(std::string_view bytes) {
@@ -183,6 +206,7 @@ void TryJsonObject(std::string_view bytes) {
   const PeerValue expected = peer ? *peer : PeerValue{.type = Type::kObject};
   RequireReadable(object, expected, 1);
   RequireWritable(object, expected);
+  TryManyMembers(bytes);
 }
 
 }  // namespace fuzz

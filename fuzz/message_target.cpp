@@ -1,9 +1,11 @@
 #include "message.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
 
 #include "base/utf8.h"
+#include "message_writer.h"
 #include "no_answer.h"
 #include "peer_json.h"
 #include "promise.h"
@@ -42,8 +44,9 @@ void TryAnswer(std::string_view bytes) {
     Require(expected && answer == utf8::Decode<wchar_t>(*expected), "only the answer's text is taken");
   } catch (const invoker::NoAnswer& refusal) {
     Require(!expected, "an answer is taken");
-    Require(!refusal.reason.empty() && refusal.reason.find(L'\n') == std::wstring::npos,
-            "the reason is one line");
+    Require(
+        !refusal.reason.empty() && std::ranges::none_of(refusal.reason, [](wchar_t c) { return c < L' '; }),
+        "the reason is one line");
   }
 }
 
@@ -65,6 +68,7 @@ void TryRequest(std::string_view bytes) {
 
 void TryMessage(std::string_view bytes) {
   TryAnswer(bytes);
+  TryAnswer(WriteMessage(Choices(bytes)));
   TryRequest(bytes);
 }
 

@@ -6,6 +6,7 @@
 #include "base/utf8.h"
 #include "module/registry_script.h"
 #include "promise.h"
+#include "script_writer.h"
 #include "targets.h"
 
 namespace fuzz {
@@ -16,12 +17,6 @@ using registry_script::Removal;
 using registry_script::Root;
 using registry_script::RootKey;
 using registry_script::Value;
-
-const registry_script::Replacements& Replacements() {
-  static const registry_script::Replacements replacements = {{L"CLSID", L"{1234}"},
-                                                             {L"MODULE", L"C:\\it's { 100% } = s\\a.dll"}};
-  return replacements;
-}
 
 /// `text` as a token that reads as this text.
 std::wstring Quoted(const std::wstring& text) {
@@ -75,13 +70,10 @@ std::size_t LineIn(const std::wstring& message) {
   return static_cast<std::size_t>(std::wcstoul(message.c_str() + kBegin.size(), nullptr, 10));
 }
 
-}  // namespace
-
-void TryRegistryScript(std::string_view bytes) {
-  const std::wstring script = utf8::Decode<wchar_t>(bytes);
+void TryAnyScript(std::wstring_view script) {
   std::vector<Root> roots;
   try {
-    roots = registry_script::Parse(script, Replacements());
+    roots = registry_script::Parse(script, ScriptReplacements());
   } catch (const registry_script::Error& error) {
     const auto lines = 1 + static_cast<std::size_t>(std::ranges::count(script, L'\n'));
     const std::size_t line = LineIn(error.Message());
@@ -89,8 +81,25 @@ void TryRegistryScript(std::string_view bytes) {
     return;
   }
   const std::wstring text = ScriptText(roots);
-  Require(ScriptText(registry_script::Parse(text, Replacements())) == text,
+  Require(ScriptText(registry_script::Parse(text, ScriptReplacements())) == text,
           "a script written from what was read says the same");
+}
+
+void TryWrittenScript(const WrittenScript& script) {
+  try {
+    const std::vector<Root> roots = registry_script::Parse(script.text, ScriptReplacements());
+    Require(script.wrong_line == 0, "a mistake is found");
+    Require(ScriptText(roots) == ScriptText(script.roots), "what is read is what was written");
+  } catch (const registry_script::Error& error) {
+    Require(LineIn(error.Message()) == script.wrong_line, "an error names the line of the mistake");
+  }
+}
+
+}  // namespace
+
+void TryRegistryScript(std::string_view bytes) {
+  TryAnyScript(utf8::Decode<wchar_t>(bytes));
+  TryWrittenScript(WriteScript(Choices(bytes)));
 }
 
 }  // namespace fuzz
