@@ -39,7 +39,7 @@ Client::Client(const Settings& settings, Handler handler)
 
 Client::~Client() {
   for (std::jthread& thread : m_threads) thread.request_stop();
-  Disconnect();
+  for (const auto& stream : m_streams) stream->Interrupt();
 }
 
 std::vector<Request> Client::Requests() const {
@@ -69,7 +69,7 @@ bool Client::HostIsThere(int connection) const {
 }
 
 void Client::Disconnect() {
-  for (const auto& stream : m_streams) stream->Interrupt();
+  for (const auto& stream : m_streams) stream->InterruptConnection();
 }
 
 void Client::SendUnasked(const std::string& message) {

@@ -38,7 +38,13 @@ bool PipeStream::Accept() {
 
 void PipeStream::Disconnect() {
   DisconnectNamedPipe(m_pipe.get());
+  const std::lock_guard lock(m_connectedMutex);
   m_connected = false;  // after that, for those who wait until the host's end is broken
+}
+
+void PipeStream::InterruptConnection() {
+  const std::lock_guard lock(m_connectedMutex);
+  if (m_connected) Interrupt();
 }
 
 bool PipeStream::Read(std::string& bytes, std::size_t limit) {

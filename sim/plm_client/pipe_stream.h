@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <mutex>
 #include <string>
 #include <string_view>
 
@@ -38,6 +39,11 @@ class PipeStream {
 
   /// Ends the current wait and every later one until Resume. May be called on any thread.
   void Interrupt() const { SetEvent(m_interrupted.get()); }
+
+  /// Ends a connection that there is, and no later one. May be called on any thread.
+  void InterruptConnection();
+
+  /// Allows waits again.
   void Resume() const { ResetEvent(m_interrupted.get()); }
 
   /// Whether a host is connected. May be called on any thread.
@@ -51,6 +57,7 @@ class PipeStream {
 
   UniqueHandle m_pipe;
   UniqueHandle m_interrupted;
+  std::mutex m_connectedMutex;  // between a look at m_connected and the interruption
   std::atomic<bool> m_connected = false;
 };
 

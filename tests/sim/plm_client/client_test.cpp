@@ -123,6 +123,16 @@ TEST_F(ClientTest, ServesTheNextHostAfterOneHasDisconnected) {
   }
 }
 
+// The order may reach the threads that serve a moment later, when the next host is there already.
+TEST_F(ClientTest, ClosesNoConnectionThatIsMadeAfterTheOrder) {
+  Client client({.pipe = m_pipe}, std::ref(m_script));
+  for (int i = 1; i <= 100; ++i) {
+    client.Disconnect();
+    const Host host = ConnectWhenServed(m_pipe);
+    ASSERT_EQ(host.Ask(i, "A").find("closed"), std::string::npos) << i;
+  }
+}
+
 TEST_F(ClientTest, ServesSeveralHostsAtTheSameTime) {
   const Client client({.pipe = m_pipe}, std::ref(m_script));
   m_script.Always("slow", Reply::Text("x").After(500ms));
