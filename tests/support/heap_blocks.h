@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <vector>
 
+#include "heap_check.h"
+
 /// What is allocated in all heaps of this process, by the test, by the DLL under test and by the system's
 /// libraries.
 struct HeapUse {
@@ -14,6 +16,7 @@ struct HeapUse {
 };
 
 inline HeapUse CountHeaps() {
+  ReleaseFreedBlocks();
   std::vector<HANDLE> heaps(GetProcessHeaps(0, nullptr));
   heaps.resize(GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data()));
   HeapUse use;

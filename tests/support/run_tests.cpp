@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <atomic>
 #include <csignal>
 #include <cstdio>
@@ -13,6 +14,7 @@
 #include <thread>
 
 #include "base/unique_handle.h"
+#include "heap_check.h"
 #include "stack_report.h"
 
 namespace {
@@ -37,6 +39,7 @@ class RunningTest : public testing::EmptyTestEventListener {
   void OnTestStart(const testing::TestInfo& test) override { running_test = &test; }
   void OnTestEnd(const testing::TestInfo&) override {
     WaitForReport();
+    CheckHeaps();
     running_test = nullptr;
   }
 };
@@ -55,6 +58,7 @@ void BeginReport(std::string_view what) {
     WriteAddresses();
     EndProgram();
   }
+  EndHeapChecks();
   SetEvent(report_begun);
   WriteToErrors("\n");
   WriteToErrors(what);
@@ -126,6 +130,15 @@ void OnAbort(int) {
   EndReport();
 }
 
+[[noreturn]] void OnDamagedMemory(const char* what) {
+  BeginReport("crash: ");
+  WriteToErrors(what);
+  WriteToErrors(",");
+  WriteRunningTest();
+  CollectOwnStack();
+  EndReport();
+}
+
 // Waits until the threads run: their start needs memory and locks, which a fault may leave locked.
 void StartWatching() {
   report_begun = CreateEventW(nullptr, TRUE, FALSE, nullptr);
@@ -155,6 +168,9 @@ int RunTests(int argc, char** argv) {
   std::signal(SIGABRT, OnAbort);
 
   StartWatching();
+  if (const char* const interval = std::getenv("HEAP_CHECK_INTERVAL")) {
+    StartHeapChecks(static_cast<unsigned>(std::max(std::atoi(interval), 1)), OnDamagedMemory);
+  }
   const int result = RUN_ALL_TESTS();
   WaitForReport();
   return result;

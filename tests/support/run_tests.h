@@ -6,6 +6,7 @@
 /// Runs the tests that the command line names. The program ends early if it crashes, or if it runs longer
 /// than the environment variable TEST_SECONDS allows. It then writes the name of the test and the stack of
 /// the thread that crashed, or of all threads, to the standard error stream.
+/// With the environment variable HEAP_CHECK_INTERVAL it ends, too, at damaged memory (heap_check.h).
 /// @return the exit code of the program.
 int RunTests(int argc, char** argv);
 

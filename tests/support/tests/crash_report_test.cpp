@@ -56,7 +56,48 @@ class CrashReport : public testing::Test {
   }
 
   TempFolder m_folder;
+  // Where this program's memory is checked, its children's is not. The system's debug library, which names
+  // the functions, would take too long, and gives a block to the wrong heap.
+  const ScopedEnvironment m_debug{L"WINEDEBUG", L"-all"};
+  const ScopedEnvironment m_interval{L"HEAP_CHECK_INTERVAL", std::nullopt};
 };
+
+class DamagedMemory : public CrashReport {
+  const ScopedEnvironment m_everyBlock{L"HEAP_CHECK_INTERVAL", L"1"};
+};
+
+TEST_F(DamagedMemory, IsReportedWithWhoGivesItBack) {
+  const std::string report = ReportOf("DamagesABlock", 60);
+  EXPECT_NE(m_exitCode, 0u);
+  EXPECT_TRUE(report.starts_with("\ncrash: a damaged block is given back, in Fault.DamagesABlock\n"))
+      << report;
+  EXPECT_TRUE(
+      std::regex_search(report, std::regex(R"(!\S*FreeDamagedBlock\S*  \S*crashing_program\.cpp:[0-9]+\n)")))
+      << report;
+}
+
+TEST_F(DamagedMemory, IsReportedIfItIsFree) {
+  const std::string report = ReportOf("WritesIntoAFreedBlock", 60);
+  EXPECT_NE(m_exitCode, 0u);
+  EXPECT_TRUE(report.starts_with("\ncrash: a freed block was written into, in Fault.WritesIntoAFreedBlock\n"))
+      << report;
+}
+
+TEST_F(DamagedMemory, IsReportedWithWhoFreesItTwice) {
+  const std::string report = ReportOf("FreesABlockTwice", 60);
+  EXPECT_NE(m_exitCode, 0u);
+  EXPECT_TRUE(
+      report.starts_with("\ncrash: a block is freed twice, or a freed one was written into, in "
+                         "Fault.FreesABlockTwice\n"))
+      << report;
+  EXPECT_TRUE(std::regex_search(report, std::regex(R"(!\S*FreeBlock\S*  \S*crashing_program\.cpp:[0-9]+\n)")))
+      << report;
+}
+
+TEST_F(DamagedMemory, IsNotReportedWithoutIt) {
+  EXPECT_EQ(ReportOf("IsMissing", 60), "");
+  EXPECT_EQ(m_exitCode, 0u);
+}
 
 struct Fault {
   const char* name;  // of the test

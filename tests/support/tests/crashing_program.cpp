@@ -3,7 +3,9 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <memory>
 #include <stdexcept>
 #include <thread>
 
@@ -14,7 +16,8 @@ int* volatile null_pointer = nullptr;
 void (*volatile null_function)() = nullptr;
 volatile bool always = true;
 
-int ReadDeepest(const int* number) { return *number; }
+// Not checked by the compiler in the hardened build: the system shall meet it.
+[[gnu::no_sanitize("undefined")]] int ReadDeepest(const int* number) { return *number; }
 int ReadDeeper(const int* number) { return ReadDeepest(number) + 1; }
 int ReadDeep(const int* number) { return ReadDeeper(number) + 1; }
 
@@ -55,6 +58,29 @@ TEST(Fault, SleepsForEverWithTheHeapLocked) {
 int Recurse(int depth) { return always ? Recurse(depth + 1) + 1 : depth; }
 
 TEST(Fault, OverflowsTheStack) { EXPECT_EQ(Recurse(0), 0); }
+
+// What the heap keeps for itself lies before the block.
+void FreeDamagedBlock() {
+  char* volatile block = new char[40];
+  std::fill_n(block - 8, 8, '\xFF');
+  delete[] block;
+}
+
+TEST(Fault, DamagesABlock) { FreeDamagedBlock(); }
+
+TEST(Fault, WritesIntoAFreedBlock) {
+  char* volatile block = new char[64];
+  delete[] block;
+  block[40] = 'x';
+}
+
+void FreeBlock(const char* block) { delete[] block; }
+
+TEST(Fault, FreesABlockTwice) {
+  const char* volatile block = new char[64];
+  FreeBlock(block);
+  FreeBlock(block);
+}
 
 TEST(Fault, IsMissing) { EXPECT_TRUE(always); }
 
