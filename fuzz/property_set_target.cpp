@@ -81,14 +81,14 @@ bool IsSame(const CustomProperty& a, const CustomProperty& b) {
 
 /// Removes some properties, changes some and adds some.
 CustomProperties Chosen(const CustomProperties& properties, Choices& choices) {
-  static const CustomProperty kContents[] = {{{}, L"changed", swCustomInfoText},
-                                             {{}, L"1.5", swCustomInfoNumber},
-                                             {{}, L"-7", swCustomInfoNumber},
-                                             {{}, L"Yes", swCustomInfoYesOrNo},
-                                             {{}, L"2024-02-29", swCustomInfoDate}};
+  static const CustomProperty contents[] = {{{}, L"changed", swCustomInfoText},
+                                            {{}, L"1.5", swCustomInfoNumber},
+                                            {{}, L"-7", swCustomInfoNumber},
+                                            {{}, L"Yes", swCustomInfoYesOrNo},
+                                            {{}, L"2024-02-29", swCustomInfoDate}};
   CustomProperties chosen;
   const auto put = [&](const std::wstring& name) {
-    chosen.push_back(choices.Of(kContents));
+    chosen.push_back(choices.Of(contents));
     chosen.back().name = name;
   };
   for (const CustomProperty& property : properties) {

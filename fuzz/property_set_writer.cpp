@@ -73,7 +73,7 @@ class PropertySetWriter {
   }
 
   Value SomeValue() {
-    static const Value kValues[] = {
+    static const Value values[] = {
         Integer(Number(kTypeShort) + BytesOf(std::int16_t{-32768}), L"-32768"),
         Integer(Number(kTypeNumber) + BytesOf(INT32_MIN), L"-2147483648"),
         Integer(Number(kTypeNumber) + Number(7), L"7"),
@@ -86,7 +86,7 @@ class PropertySetWriter {
         {Number(kTypeBool) + Number(0xFFFF), L"Yes", swCustomInfoYesOrNo},
         {Number(kTypeBool) + Number(0), L"No", swCustomInfoYesOrNo},
         {Number(99), L"", swCustomInfoText}};
-    return m_choices.Flag() ? TextValue() : m_choices.Of(kValues);
+    return m_choices.Flag() ? TextValue() : m_choices.Of(values);
   }
 
   ById SomeValues() {
@@ -100,7 +100,7 @@ class PropertySetWriter {
     return m_choices.Of(kIds);
   }
 
-  /// Both stand anywhere between the properties.
+  /// Puts a value anywhere between the others.
   void Insert(ById& values, std::uint32_t id, std::string bytes) {
     const std::size_t place = m_choices.Below(values.size() + 1);
     values.insert(values.begin() + static_cast<std::ptrdiff_t>(place), {id, Padded(std::move(bytes))});

@@ -11,7 +11,6 @@ using registry_script::Key;
 using registry_script::Removal;
 using registry_script::Root;
 using registry_script::RootKey;
-using registry_script::Value;
 
 constexpr int kMostLevels = 4;
 
@@ -53,22 +52,22 @@ class ScriptWriter {
   };
 
   Text SomeText() {
-    static const Text kParts[] = {{L"a", L"a"},
-                                  {L"%", L"%%"},
-                                  {L"{", L"{"},
-                                  {L"}", L"}"},
-                                  {L"=", L"="},
-                                  {L"val", L"val"},
-                                  {L"s", L"s"},
-                                  {L"d", L"d"},
-                                  {L"HKCR", L"HKCR"},
-                                  {L"NoRemove", L"NoRemove"},
-                                  {L"7", L"7"},
-                                  {L"\x4E2D", L"\x4E2D"},
-                                  {L"ForceRemove", L"ForceRemove"}};
+    static const Text parts[] = {{L"a", L"a"},
+                                 {L"%", L"%%"},
+                                 {L"{", L"{"},
+                                 {L"}", L"}"},
+                                 {L"=", L"="},
+                                 {L"val", L"val"},
+                                 {L"s", L"s"},
+                                 {L"d", L"d"},
+                                 {L"HKCR", L"HKCR"},
+                                 {L"NoRemove", L"NoRemove"},
+                                 {L"7", L"7"},
+                                 {L"\x4E2D", L"\x4E2D"},
+                                 {L"ForceRemove", L"ForceRemove"}};
     Text text;
     do {
-      Text part = m_choices.Of(kParts);
+      Text part = m_choices.Of(parts);
       if (m_choices.Below(8) == 1) {
         const auto replacement = std::next(ScriptReplacements().begin(), m_choices.Flag());
         part = {replacement->second, L"%" + replacement->first + L"%"};
@@ -95,8 +94,8 @@ class ScriptWriter {
   /// A name as a word, if it can be one.
   std::wstring Name() {
     Text name = SomeText();
-    static const std::wstring kSyntax[] = {L"{", L"}", L"=", L"val", L"NoRemove", L"ForceRemove"};
-    if (m_choices.Flag() || std::ranges::find(kSyntax, name.read) != std::end(kSyntax)) {
+    static const std::wstring syntax[] = {L"{", L"}", L"=", L"val", L"NoRemove", L"ForceRemove"};
+    if (m_choices.Flag() || std::ranges::find(syntax, name.read) != std::end(syntax)) {
       Quoted(name);
     } else {
       Token(name.written);
