@@ -8,6 +8,11 @@ namespace {
 
 constexpr unsigned char kPattern = 0xDD;
 
+bool HasPattern(const void* block, std::size_t size) {
+  const auto* const bytes = static_cast<const unsigned char*>(block);
+  return std::all_of(bytes, bytes + size, [](unsigned char c) { return c == kPattern; });
+}
+
 class Locked {
  public:
   explicit Locked(SRWLOCK& lock) : m_lock(lock) { AcquireSRWLockExclusive(&m_lock); }
@@ -22,13 +27,18 @@ class Locked {
 }  // namespace
 
 bool FreedBlocks::Hold(HANDLE heap, void* block) {
+  const std::size_t size = HeapSize(heap, 0, block);
   const Locked locked(m_lock);
   const auto is_held = [block](const Freed& freed) { return freed.block == block; };
-  if (std::any_of(std::begin(m_blocks), std::end(m_blocks), is_held)) return false;
+  // What is held begins with the pattern, and nearly nothing else does.
+  if (HasPattern(block, std::min(size, sizeof(void*))) &&
+      std::any_of(std::begin(m_blocks), std::end(m_blocks), is_held)) {
+    return false;
+  }
   Freed& oldest = m_blocks[m_next];
   if (!Release(oldest)) return false;
-  oldest = {heap, block, HeapSize(heap, 0, block)};
-  std::memset(block, kPattern, oldest.size);
+  oldest = {heap, block, size};
+  std::memset(block, kPattern, size);
   m_next = (m_next + 1) % kMost;
   return true;
 }
@@ -40,8 +50,7 @@ bool FreedBlocks::ReleaseAll() {
 
 bool FreedBlocks::Release(Freed& freed) {
   if (!freed.block) return true;
-  const auto* const bytes = static_cast<const unsigned char*>(freed.block);
-  if (!std::all_of(bytes, bytes + freed.size, [](unsigned char c) { return c == kPattern; })) return false;
+  if (!HasPattern(freed.block, freed.size)) return false;
   HeapFree(freed.heap, 0, freed.block);
   freed = {};
   return true;
