@@ -44,7 +44,7 @@ void LookNowAndThen(HANDLE heap) {
 // Blocks of other heaps, which may be destroyed, and large ones are not held back.
 bool IsHeldBack(HANDLE heap, const void* block) {
   constexpr SIZE_T kLarge = 64 * 1024;
-  static const HANDLE own = GetProcessHeap();
+  static void* const own = GetProcessHeap();
   static const auto runtime = reinterpret_cast<HANDLE>(_get_heap_handle());
   return (heap == own || heap == runtime) && HeapSize(heap, 0, block) < kLarge;
 }

@@ -17,7 +17,7 @@ void (*volatile null_function)() = nullptr;
 volatile bool always = true;
 
 // Not checked by the compiler in the hardened build: the system shall meet it.
-[[gnu::no_sanitize("undefined")]] int ReadDeepest(const int* number) { return *number; }
+__attribute__((no_sanitize("undefined"))) int ReadDeepest(const int* number) { return *number; }
 int ReadDeeper(const int* number) { return ReadDeepest(number) + 1; }
 int ReadDeep(const int* number) { return ReadDeeper(number) + 1; }
 
