@@ -70,10 +70,10 @@ TEST_F(DispatchFailure, ReportsAnExceptionWithCodeAndText) {
 }
 
 TEST_F(DispatchFailure, ReportsAComErrorWithTheSystemsText) {
-  m_addIn.raise = [] { _com_issue_error(E_POINTER); };
+  m_addIn.raise = [] { _com_issue_error(E_ACCESSDENIED); };
   EXPECT_EQ(Call(kPlmLogin), DISP_E_EXCEPTION);
-  EXPECT_EQ(m_exception.scode, E_POINTER);
-  EXPECT_EQ(m_description.View(), _com_error(E_POINTER).ErrorMessage());
+  EXPECT_EQ(m_exception.scode, E_ACCESSDENIED);
+  EXPECT_EQ(m_description.View(), _com_error(E_ACCESSDENIED).ErrorMessage());
 }
 
 TEST_F(DispatchFailure, LogsAnExceptionOnceAndAFailedResultNever) {
