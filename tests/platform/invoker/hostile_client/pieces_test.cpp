@@ -1,4 +1,5 @@
 // A right answer that comes in pieces of every kind: the host never takes a part for the whole.
+#include <algorithm>
 #include <random>
 
 #include "hostile_fixture.h"

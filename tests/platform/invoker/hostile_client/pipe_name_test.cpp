@@ -12,7 +12,6 @@
 #include "start_fixture.h"
 #include "system_function.h"
 
-using plm_client::Client;
 using plm_client::Reply;
 using plm_client::Request;
 
