@@ -118,11 +118,14 @@ bool Conversation::IsInterrupted() {
   return m_isInterrupted;
 }
 
-HostileServer::HostileServer(const std::wstring& pipe)
-    : m_conversation(pipe), m_thread([this](const std::stop_token& stop) { Run(stop); }) {}
+HostileServer::HostileServer(const std::wstring& pipe) : m_conversation(pipe), m_thread([this] { Run(); }) {}
 
 HostileServer::~HostileServer() {
-  m_thread.request_stop();
+  {
+    const std::lock_guard lock(m_mutex);
+    m_isEnding = true;
+  }
+  m_changed.notify_all();
   m_conversation.Interrupt();
 }
 
@@ -137,9 +140,11 @@ bool HostileServer::AwaitEnd() {
   return m_changed.wait_for(lock, kPatience, [this] { return m_acts.empty(); });
 }
 
-void HostileServer::Run(const std::stop_token& stop) {
+void HostileServer::Run() {
   std::unique_lock lock(m_mutex);
-  while (m_changed.wait(lock, stop, [this] { return !m_acts.empty(); })) {
+  for (;;) {
+    m_changed.wait(lock, [this] { return m_isEnding || !m_acts.empty(); });
+    if (m_acts.empty()) return;
     const Act act = m_acts.front();
     lock.unlock();
     act(m_conversation);

@@ -10,7 +10,6 @@
 #include <memory>
 #include <mutex>
 #include <queue>
-#include <stop_token>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -94,11 +93,13 @@ class HostileServer {
   int Connections() const { return m_conversation.Connections(); }
 
  private:
-  void Run(const std::stop_token& stop);
+  void Run();
 
   Conversation m_conversation;
   std::mutex m_mutex;
-  std::condition_variable_any m_changed;
+  // No stop_token ends the wait: the compiler's library may then wait for ever for the end of its callback.
+  std::condition_variable m_changed;
+  bool m_isEnding = false;
   std::queue<Act> m_acts;  // of which the first is going on
   std::jthread m_thread;
 };
