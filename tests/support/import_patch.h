@@ -43,8 +43,9 @@ class ImportPatch {
   ImportPatch& operator=(const ImportPatch&) = delete;
   ~ImportPatch() { Put(m_original); }
 
-  /// The address of the function itself.
-  ULONGLONG Original() const { return m_original; }
+  /// The address that `module` calls for `function` now.
+  /// @throws std::runtime_error like the constructor.
+  static ULONGLONG AddressOf(HMODULE module, std::string_view function) { return *Find(module, function); }
 
  private:
   static ULONGLONG* Find(HMODULE module, std::string_view function) {
