@@ -213,8 +213,7 @@ TEST_F(DayAtTheWindows, AClientWhosePanelIsClosedInTheMiddleOfACommandLeavesTheH
 
   ClickCommand(L"Data Selector");
   HWND panel = Panel(L"Data selector");
-  m_person.Press("alt+F4");
-  m_person.AwaitGone(panel);
+  m_person.PressUntilGone("alt+F4", panel);
 
   OpenFromVault(L"bolt.sldprt");
   TakePicture(L"after a closed panel");

@@ -120,6 +120,15 @@ void Person::AwaitGone(HWND window) const {
   }
 }
 
+void Person::PressUntilGone(const std::string& keys, HWND window) const {
+  constexpr int kLooksAtOnePress = 40;
+  for (int looks = 0; IsWindowVisible(window); ++looks) {
+    if (looks == kMostLooks) throw std::runtime_error("the window stays: " + Utf8(TitleOf(window)));
+    if (looks % kLooksAtOnePress == 0) Press(keys);
+    Sleep(kBetweenLooks);
+  }
+}
+
 HWND Person::AwaitControl(HWND window, int id) const {
   HWND control = Await([&] { return FindControl(window, id); });
   if (!control) {

@@ -21,6 +21,10 @@ class Person {
   /// Waits until the window is closed or hidden. @throws std::runtime_error with its title if it stays.
   void AwaitGone(HWND window) const;
 
+  /// Presses keys that close the window, and again if it stays: the window system may pass keys to a window
+  /// later than it shows it. @throws std::runtime_error with its title if it stays.
+  void PressUntilGone(const std::string& keys, HWND window) const;
+
   /// Waits for the visible control `id` of the window, however deep in it, until it can be used.
   /// @throws std::runtime_error with the number.
   HWND AwaitControl(HWND window, int id) const;
