@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "base/utf8.h"
-#include "module/registry_script.h"
 #include "promise.h"
+#include "registry_script/registry_script.h"
 #include "script_writer.h"
 #include "targets.h"
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "choices.h"
-#include "module/registry_script.h"
+#include "registry_script/registry_script.h"
 
 namespace fuzz {
 

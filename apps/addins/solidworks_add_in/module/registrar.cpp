@@ -9,7 +9,7 @@
 #include "com_boundary.h"
 #include "log/platform_log.h"
 #include "log_set_up.h"
-#include "registry_script.h"
+#include "registry_script/registry_script.h"
 #include "solidworks_add_in_h.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "base/utf8.h"
-#include "module/registry_script.h"
+#include "registry_script/registry_script.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "registry_script.h"
+#include "registry_script/registry_script.h"
 
 #include <limits>
 #include <utility>
