@@ -64,15 +64,17 @@ start_client() {
   fail "the PLM client does not serve its pipe"
 }
 
-# take_pictures FOLDER: whenever a program wants a picture, takes one of the whole display.
+# take_pictures FOLDER: whenever a program wants a picture, takes one of the whole display. NAME.window says where
+# in it the window with the keyboard is.
 take_pictures() {
   local wanted name
   while sleep 0.05; do
     for wanted in "$1"/*.wanted; do
       [ -e "$wanted" ] || continue
       name="${wanted%.wanted}"
-      import -silent -window root "$name.part.png" && mv "$name.part.png" "$name.png"
-      rm -f "$wanted"
+      import -silent -window root "$name.part.png"
+      mv "$wanted" "$name.window"
+      mv "$name.part.png" "$name.png"
     done
   done
 }
@@ -104,8 +106,9 @@ demo() {
     --script demo/day/session.txt --step-ms "$step" --pictures "$demo_drive\\pictures" ||
     fail "the session failed; every call is in $folder/transcript.txt"
   end_simulators
+  rm -rf build/pictures
   mkdir -p build/pictures
-  cp "$folder"/pictures/*.png build/pictures/
+  cp "$folder"/pictures/*.png "$folder"/pictures/*.window build/pictures/
   say "the add-in's log; \"AttributesBackFill failed<hr=0x0>\" is written after each created material, 0x0 is success"
   cat "$folder/home/log/SolidWorks.log"
   say "pictures of the main moments: $(ls build/pictures/*.png | tr '\n' ' ')"
@@ -128,16 +131,30 @@ host() {
   end_simulators
 }
 
-# make_picture NAME WIDTH: a picture of the demo, without the empty part of the display and with few colours.
+# The commands of the user's guide, by the names of their pictures.
+command_pictures=(
+  log-in log-out data-selector search my-check-out-list my-tasks start-workflow get-code import-current import-lot
+  create-change-items create-material my-temporary-materials fill-from-material
+)
+
+# make_picture NAME PICTURE: a picture of the demo, without the empty part of the display and with few colours.
 make_picture() {
-  convert "build/pictures/$1.png" -bordercolor black -border 1 -trim +repage -resize "$2x" -colors 64 -strip \
-    "PNG8:docs/pictures/$1.png"
+  convert "build/pictures/$1.png" -bordercolor black -border 1 -trim +repage -resize 900x -colors 64 -strip "PNG8:$2"
+}
+
+# make_panel_picture NAME PICTURE: of a picture of the demo only the client's panel, without request and answer at
+# its bottom, which are for developers.
+make_panel_picture() {
+  convert "build/pictures/$1.png" -crop "$(cat "build/pictures/$1.window")" +repage -gravity south -chop 0x194 \
+    -resize '75%' -colors 64 -strip "PNG8:$2"
 }
 
 pictures() {
   no_arguments pictures "$@"
   (unset DISPLAY && demo --fast)
   local name
-  for name in search assembly message-box; do make_picture "$name" 900; done
+  mkdir -p docs/pictures/commands
+  for name in search assembly message-box; do make_picture "$name" "docs/pictures/$name.png"; done
+  for name in "${command_pictures[@]}"; do make_panel_picture "$name" "docs/pictures/commands/$name.png"; done
   say "docs/pictures"
 }

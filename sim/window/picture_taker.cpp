@@ -17,13 +17,24 @@ void Repaint() {
   }
 }
 
+/// Where the window is on the display that has the keyboard, in pixels: WIDTHxHEIGHT+LEFT+TOP.
+std::string ActiveWindowPlace() {
+  RECT place{};
+  GetWindowRect(GetForegroundWindow(), &place);
+  return std::to_string(place.right - place.left) + "x" + std::to_string(place.bottom - place.top) + "+" +
+         std::to_string(place.left) + "+" + std::to_string(place.top);
+}
+
 }  // namespace
 
 void PictureTaker::Take(const std::wstring& name) const {
   if (m_folder.empty()) return;
   Repaint();
   GdiFlush();
-  std::ofstream(m_folder / (name + L".wanted")).close();
+  const std::filesystem::path request = m_folder / (name + L".wanted");
+  const std::filesystem::path unfinished = m_folder / (name + L".request");
+  std::ofstream(unfinished) << ActiveWindowPlace() << '\n';
+  std::filesystem::rename(unfinished, request);
   const std::filesystem::path picture = m_folder / (name + L".png");
   const ULONGLONG end = GetTickCount64() + kPatience;
   std::error_code missing;

@@ -56,6 +56,7 @@ void MainWindow::PlayLine() {
     SetTimer(Handle(), kScriptTimer, kRetryMs, nullptr);
     return;
   }
+  OnIdle();  // a script without pauses leaves no idle time, but its user, too, sees what is enabled
   ShowStatus(m_player.NextLine());
   UpdateWindow(Handle());
   m_player.Step();
