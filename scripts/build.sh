@@ -27,7 +27,11 @@ TEXT
 configure() {
   local folder="build/$1" home
   home="$(sed -n 's/^CMAKE_HOME_DIRECTORY:INTERNAL=//p' "$folder/CMakeCache.txt" 2>/dev/null || true)"
-  if [ -e "$folder/build.ninja" ] && [ "$home" = "$root" ]; then return; fi
+  if [ -e "$folder/build.ninja" ] && [ "$home" = "$root" ]; then
+    ninja -C "$folder" --quiet build.ninja >"build/$1.configure.log" 2>&1 ||  # if a CMakeLists.txt is newer
+      fail "cmake cannot configure $folder: see build/$1.configure.log"
+    return
+  fi
   [ -z "$home" ] || [ "$home" = "$root" ] || say "$folder was configured for $home: configuring it anew"
   cmake --fresh --preset "$1" >"build/$1.configure.log" 2>&1 ||
     fail "cmake cannot configure $folder: see build/$1.configure.log"
