@@ -46,6 +46,19 @@ run_program() {
     --output-log "$output" || true
 }
 
+# chosen_programs PRESET [PROGRAM]: the names of its test programs, or PROGRAM if it is one of them.
+chosen_programs() { programs_of "$1" | grep -x -- "${2:-.*}" || true; }
+
+# run_programs PRESET PROGRAM FILTER ACTION: runs its test programs, or one, and after each the action with the
+# preset and the program.
+run_programs() {
+  local program
+  while read -r program <&3; do
+    run_program "$1" "$program" "$3"
+    "$4" "$1" "$program"
+  done 3< <(chosen_programs "$1" "$2")
+}
+
 # show_failures PRESET PROGRAM: the failed tests of a program, and what they printed.
 show_failures() {
   local results="build/$1/test-results/$2.xml" output="build/$1/test-output/$2.txt" name
@@ -118,14 +131,13 @@ test() {
   fi
   start_wine
   passed=0 failed=0
-  for preset in native "$windows"; do
-    say "running the tests of build/$preset"
-    while read -r program <&3; do
-      [ -z "$wanted" ] || [ "$program" = "$wanted" ] || continue
-      run_program "$preset" "$program" "$filter"
-      count_results "$preset" "$program"
-    done 3< <(programs_of "$preset")
-  done
+  say "running the tests of build/native and build/$windows"
+  run_programs native "$wanted" "$filter" : &  # beside the others: they share nothing
+  local beside=$!
+  started+=("$beside")
+  run_programs "$windows" "$wanted" "$filter" count_results
+  wait "$beside"
+  while read -r program; do count_results native "$program"; done < <(chosen_programs native "$wanted")
   stop_wine
   [ -z "$wanted" ] || say "output: $(ls build/*/test-output/"$wanted".txt | tr '\n' ' ')"
   echo "$passed passed, $failed failed"
