@@ -1,5 +1,6 @@
 # Compiler settings of the project's own code. A target gets them through tavo_library(),
-# tavo_program() or tavo_test(); dependencies are built without them.
+# tavo_program() or tavo_test(); dependencies are built without them. What makes a build reproducible counts for
+# dependencies too and stands in mingw-w64.cmake.
 add_library(project_options INTERFACE)
 target_compile_options(project_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Werror)
 
@@ -10,11 +11,6 @@ if(WIN32)
   # The DLL contains its C++ runtime: it imports only system DLLs.
   target_link_options(project_options INTERFACE -static -static-libgcc -static-libstdc++)
 endif()
-
-# What is not a test: log events name source files as below /tavo, wherever they were built.
-add_library(product_options INTERFACE)
-target_compile_options(product_options INTERFACE -fmacro-prefix-map=${CMAKE_SOURCE_DIR}=/tavo)
-target_link_libraries(product_options INTERFACE project_options)
 
 # GCC 12 finds faults in the standard library's own strings once they come from precompiled headers.
 set(TAVO_PRECOMPILED_OPTIONS -Wno-array-bounds -Wno-restrict -Wno-stringop-overflow
@@ -28,7 +24,7 @@ set(TAVO_PRECOMPILED_HEADERS
 if(WIN32)
   file(WRITE ${CMAKE_BINARY_DIR}/precompiled.cpp "// Compiled only to build the precompiled headers.\n")
   add_library(precompiled_headers OBJECT ${CMAKE_BINARY_DIR}/precompiled.cpp)
-  target_link_libraries(precompiled_headers PRIVATE product_options)
+  target_link_libraries(precompiled_headers PRIVATE project_options)
   target_precompile_headers(precompiled_headers PRIVATE ${TAVO_PRECOMPILED_HEADERS})
 endif()
 
@@ -48,7 +44,7 @@ endfunction()
 function(tavo_library name)
   cmake_parse_arguments(arg "" "INCLUDE" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
   add_library(${name} STATIC ${arg_SOURCES})
-  target_link_libraries(${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE} product_options)
+  target_link_libraries(${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE} project_options)
   if(arg_INCLUDE)
     target_include_directories(${name} PUBLIC ${arg_INCLUDE})
   endif()
@@ -59,6 +55,6 @@ endfunction()
 function(tavo_program name)
   cmake_parse_arguments(arg "" "" "SOURCES;LIBRARIES" ${ARGN})
   add_executable(${name} ${arg_SOURCES})
-  target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} product_options)
+  target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} project_options)
   tavo_precompiled(${name})
 endfunction()

@@ -10,9 +10,10 @@ function(tavo_link_small target)
   target_link_options(${target} PRIVATE -B${linker} -Wl,--gc-sections)
   set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${linker}/collect2 ${library}/libstdc++.a)
   set(binary $<TARGET_FILE:${target}>)
+  set(no_time ${CMAKE_COMMAND} -E env SOURCE_DATE_EPOCH=0)  # else the tools write the time into what they change
   add_custom_command(TARGET ${target} POST_BUILD
     BYPRODUCTS ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${target}.dll.debug
-    COMMAND ${CMAKE_OBJCOPY} --only-keep-debug ${binary} ${binary}.debug
-    COMMAND ${CMAKE_STRIP} -s ${binary}
-    COMMAND ${CMAKE_OBJCOPY} --add-gnu-debuglink=${binary}.debug ${binary})
+    COMMAND ${no_time} ${CMAKE_OBJCOPY} --only-keep-debug ${binary} ${binary}.debug
+    COMMAND ${no_time} ${CMAKE_STRIP} -s ${binary}
+    COMMAND ${no_time} ${CMAKE_OBJCOPY} --add-gnu-debuglink=${binary}.debug ${binary})
 endfunction()

@@ -1,8 +1,10 @@
 # Test programs. Tests are compiled more often than they run, so they are built without optimisation and with
 # line numbers as the only debug information, for the stack of a crash or hang. -g1 must come last, because
 # -gdwarf-4 after it would select the full debug information. Wine's debug library reads DWARF 4, not DWARF 5.
+#
+# A failed comparison names its source file from the folder of the sources on.
 add_library(test_options INTERFACE)
-target_compile_options(test_options INTERFACE -O0 -gdwarf-4 -g1)
+target_compile_options(test_options INTERFACE -O0 -gdwarf-4 -g1 -fmacro-prefix-map=${CMAKE_SOURCE_DIR}/=)
 target_link_libraries(test_options INTERFACE gtest project_options)
 
 if(WIN32)
@@ -57,4 +59,15 @@ function(tavo_test name)
            WORKING_DIRECTORY ${CMAKE_BINARY_DIR})
   math(EXPR watch "${arg_TIMEOUT} - 10")
   set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} ENVIRONMENT TEST_SECONDS=${watch})
+endfunction()
+
+# tavo_test_data(PROGRAM FILE ...): files that a test program reads. They are copied into the folder "data" beside the
+# test programs, where BesideTests() finds them.
+function(tavo_test_data program)
+  foreach(file ${ARGN})
+    get_filename_component(name ${file} NAME)
+    set(copy ${CMAKE_BINARY_DIR}/tests/data/${name})
+    add_custom_command(OUTPUT ${copy} DEPENDS ${file} COMMAND ${CMAKE_COMMAND} -E copy ${file} ${copy})
+    target_sources(${program} PRIVATE ${copy})
+  endforeach()
 endfunction()

@@ -6,6 +6,13 @@ set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
 set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
 set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 
+# What is built has the same bytes wherever and whenever it is built, dependencies too: the folder of the sources is
+# called /tavo in log events and debug information, no time is written, and the base address of a DLL does not come
+# from its path.
+get_filename_component(source_root ${CMAKE_CURRENT_LIST_DIR}/.. ABSOLUTE)
+add_compile_options($<$<COMPILE_LANGUAGE:C,CXX>:-ffile-prefix-map=${source_root}=/tavo>)
+add_link_options(-Wl,--no-insert-timestamp -Wl,--disable-auto-image-base)
+
 set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)

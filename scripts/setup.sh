@@ -72,7 +72,7 @@ prepare_log4cplus() {
 }
 
 # build_dependency KIND NAME SOURCE [CMAKE_ARGUMENT ...]: builds and installs into build/deps/KIND, once, and again
-# if the arguments or prepare_NAME, which changes the source, are others.
+# if the arguments, the toolchain file or prepare_NAME, which changes the source, are others.
 build_dependency() {
   local kind="$1" name="$2" source="$3"
   shift 3
@@ -80,6 +80,7 @@ build_dependency() {
   local stamp="$prefix/.$name" prepare recipe
   prepare="$(declare -f "prepare_$name" || true)"
   recipe="$*${prepare:+ $prepare}"
+  [ "$kind" = native ] || recipe+=" $(sha256sum <cmake/mingw-w64.cmake)"
   [ "$(cat "$stamp" 2>/dev/null)" = "$recipe" ] && return
   case "$name" in log4cplus|benchmark) fetch_source "$name" "$source" ;; esac
   [ -z "$prepare" ] || "prepare_$name" "$source"
@@ -111,18 +112,19 @@ use_libstdcxx() {
 build_sqlite() {
   local prefix="$root/build/deps/windows" source="$root/build/deps/sqlite3-source"
   local stamp="$prefix/.sqlite3" work="$prefix/objects/sqlite3"
-  [ "$(cat "$stamp" 2>/dev/null)" = "$*" ] && return
+  local recipe="$* -ffile-prefix-map"
+  [ "$(cat "$stamp" 2>/dev/null)" = "$recipe" ] && return
   fetch_source sqlite3 "$source"
   say "building sqlite3 (windows)"
   mkdir -p "$work" "$prefix/include" "$prefix/lib"
   {
     (cd "$work" && "$source/configure" --disable-tcl && make sqlite3.c) &&
-    x86_64-w64-mingw32-gcc-posix -O2 "$@" -c "$work/sqlite3.c" -o "$work/sqlite3.o" &&
+    x86_64-w64-mingw32-gcc-posix -O2 "-ffile-prefix-map=$root=/tavo" "$@" -c "$work/sqlite3.c" -o "$work/sqlite3.o" &&
     rm -f "$prefix/lib/libsqlite3.a" &&
     x86_64-w64-mingw32-ar rcs "$prefix/lib/libsqlite3.a" "$work/sqlite3.o" &&
     cp "$work/sqlite3.h" "$prefix/include/"
   } >"$prefix/sqlite3.log" 2>&1 || fail "sqlite3 does not build: see $prefix/sqlite3.log"
-  echo "$*" >"$stamp"
+  echo "$recipe" >"$stamp"
 }
 
 # use_rapidjson KIND: headers only; /usr/include itself must never be on the cross compiler's path.

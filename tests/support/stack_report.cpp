@@ -10,6 +10,7 @@
 #include <charconv>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <span>
 #include <string>
@@ -110,6 +111,8 @@ std::string LineAt(DWORD64 address) {
     file.erase(0, 2);
     std::replace(file.begin(), file.end(), '\\', '/');
   }
+  // The compiler calls the folder of the sources so: see cmake/mingw-w64.cmake.
+  if (file.starts_with("/tavo/")) file.erase(0, std::strlen("/tavo/"));
   return "  " + file + ":" + std::to_string(line.LineNumber);
 }
 
