@@ -3,6 +3,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "program_folder.h"
 #include "start_program.h"
 
 namespace {
@@ -22,7 +23,7 @@ std::wstring EventName(const wchar_t* what) {
 Killer::Killer(DWORD victim, std::chrono::microseconds delay)
     : m_ready(MakeEvent(EventName(L"-ready"))),
       m_struck(MakeEvent(EventName(L"-struck"))),
-      m_process(StartProgram(FolderOfProgram() + L"\\soak_killer.exe",
+      m_process(StartProgram(BesideTests(L"soak_killer.exe"),
                              std::to_wstring(victim) + L" " + std::to_wstring(delay.count()) + L" " +
                                  EventName(L"-ready") + L" " + EventName(L"-struck"))
                     .process) {

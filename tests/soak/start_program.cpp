@@ -16,9 +16,3 @@ StartedProgram StartProgram(const std::wstring& program, const std::wstring& arg
   OwnHandle(started.hThread);
   return {OwnHandle(started.hProcess), started.dwProcessId};
 }
-
-std::wstring FolderOfProgram() {
-  wchar_t path[MAX_PATH];
-  const std::wstring program(path, GetModuleFileNameW(nullptr, path, MAX_PATH));
-  return program.substr(0, program.rfind(L'\\'));
-}

@@ -15,6 +15,3 @@ struct StartedProgram {
 /// Starts the program at the full path `program`. @throws std::runtime_error with the path if it cannot be
 /// started.
 StartedProgram StartProgram(const std::wstring& program, const std::wstring& arguments);
-
-/// The folder of the running program, without a separator at its end.
-std::wstring FolderOfProgram();

@@ -5,6 +5,7 @@
 #include "invoker_fixture.h"
 #include "pipe_owner.h"
 #include "plm_client/json_text.h"
+#include "program_folder.h"
 
 using std::chrono::milliseconds;
 
@@ -141,9 +142,7 @@ TEST_F(Configuration, MayHaveAnotherFileName) {
 class InstalledDefault {
  public:
   explicit InstalledDefault(std::string_view json) {
-    std::wstring path(MAX_PATH, L'\0');
-    path.resize(GetModuleFileNameW(nullptr, path.data(), MAX_PATH));
-    m_folder = path.substr(0, path.rfind(L'\\')) + L"\\config";
+    m_folder = BesideTests(L"config");
     CreateDirectoryW(m_folder.c_str(), nullptr);
     WriteFileBytes(m_folder + L'\\' + Name(), json);
   }

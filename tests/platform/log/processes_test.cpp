@@ -6,16 +6,14 @@
 
 #include "base/unique_handle.h"
 #include "log_folder.h"
+#include "program_folder.h"
 
 namespace {
 // @param output an inheritable handle for the process's standard output and error, or null.
 UniqueHandle StartWriter(const std::wstring& folder, const std::wstring& name, int count,
                          HANDLE output = nullptr) {
-  wchar_t program[MAX_PATH];
-  GetModuleFileNameW(nullptr, program, MAX_PATH);
-  std::wstring command(program);
-  command = L"\"" + command.substr(0, command.find_last_of(L'\\')) + L"\\log_writer.exe\" \"" + folder +
-            L"\" " + name + L" " + std::to_wstring(count);
+  std::wstring command = L"\"" + BesideTests(L"log_writer.exe") + L"\" \"" + folder + L"\" " + name + L" " +
+                         std::to_wstring(count);
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
   startup.dwFlags = STARTF_USESTDHANDLES;

@@ -6,15 +6,12 @@
 
 #include "CStringHelper.h"
 #include "log_folder.h"
+#include "program_folder.h"
 
 namespace {
 // The file that is shipped for administrators. The build copies it beside this program.
 std::wstring ShippedProperties() {
-  wchar_t program[MAX_PATH];
-  GetModuleFileNameW(nullptr, program, MAX_PATH);
-  const std::wstring path(program);
-  return CStringHelper::UTF8ToUnicode(
-      ReadFileBytes(path.substr(0, path.find_last_of(L'\\')) + L"\\Log4cplus.properties"));
+  return CStringHelper::UTF8ToUnicode(ReadFileBytes(BesideTests(L"Log4cplus.properties")));
 }
 
 void Replace(std::wstring& text, const std::wstring& from, const std::wstring& to) {

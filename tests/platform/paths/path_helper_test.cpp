@@ -9,20 +9,13 @@
 #include "CFilePathHelper.h"
 #include "CZALCADPathHelper.h"
 #include "environment.h"
+#include "program_folder.h"
 #include "temp_folder.h"
 
 namespace {
 using namespace std::string_literals;
 
 constexpr wchar_t kName[] = L"New TAVO SolidWorks AddOn";
-
-std::wstring ProgramFolder() {
-  wchar_t program[MAX_PATH];
-  GetModuleFileNameW(nullptr, program, MAX_PATH);
-  std::wstring folder, name;
-  CFilePathHelper::SplitFilePath(program, folder, name);
-  return folder;
-}
 
 /// A file that an installation puts beside a module, by default this program. The destructor deletes it.
 class InstalledFile {

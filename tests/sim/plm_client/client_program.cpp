@@ -2,21 +2,12 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
-std::wstring PathOf(const wchar_t* name) {
-  std::wstring path(MAX_PATH, L'\0');
-  path.resize(GetModuleFileNameW(nullptr, path.data(), MAX_PATH));
-  const std::wstring tests = path.substr(0, path.rfind(L'\\'));
-  return tests.substr(0, tests.rfind(L'\\')) + L"\\bin\\" + name;
-}
-
-}  // namespace
+#include "program_folder.h"
 
 ClientProgram::ClientProgram(const wchar_t* name, const TempFolder& folder, const std::wstring& arguments)
     : m_folder(folder) {
   const UniqueHandle output = CreateFileFor(L"output.txt"), errors = CreateFileFor(L"errors.txt");
-  const std::wstring program = PathOf(name);
+  const std::wstring program = InBin(name);
   std::wstring command = L"\"" + program + L"\" " + arguments;
   STARTUPINFOW startup{};
   startup.cb = sizeof(startup);

@@ -7,6 +7,7 @@
 
 #include "base/unique_handle.h"
 #include "environment.h"
+#include "program_folder.h"
 #include "temp_folder.h"
 
 namespace {
@@ -31,10 +32,7 @@ class CrashReport : public testing::Test {
 
  private:
   static DWORD Run(const std::wstring& arguments, HANDLE errors) {
-    std::wstring path(MAX_PATH, L'\0');
-    path.resize(GetModuleFileNameW(nullptr, path.data(), MAX_PATH));
-    std::wstring command =
-        L"\"" + path.substr(0, path.rfind(L'\\')) + L"\\crashing_program.exe\"" + arguments;
+    std::wstring command = L"\"" + BesideTests(L"crashing_program.exe") + L"\"" + arguments;
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESTDHANDLES;

@@ -9,6 +9,8 @@
 #include <stdexcept>
 #include <thread>
 
+#include "program_folder.h"
+
 namespace {
 
 // Volatile, so that neither the compiler nor the static analysis sees the faults.
@@ -25,7 +27,7 @@ TEST(Fault, ReadsNull) { EXPECT_EQ(ReadDeep(null_pointer), 2); }
 
 // The DLL writes the result to the address.
 TEST(Fault, IsInTheAddIn) {
-  const HMODULE dll = LoadLibraryW(ADD_IN_DLL);
+  const HMODULE dll = LoadLibraryW(InBin(L"solidworks_add_in.dll").c_str());
   const auto get = reinterpret_cast<HRESULT(WINAPI*)(REFCLSID, REFIID, void**)>(
       reinterpret_cast<void*>(GetProcAddress(dll, "DllGetClassObject")));
   const GUID none{};

@@ -4,6 +4,7 @@
 #include "CStringHelper.h"
 #include "base/unique_handle.h"
 #include "host_fixture.h"
+#include "program_folder.h"
 
 namespace {
 
@@ -15,14 +16,6 @@ struct Finished {
 
 class ProgramTest : public testing::Test {
  protected:
-  /// The program is in the folder "bin" next to the folder of the tests.
-  static std::wstring ProgramPath() {
-    wchar_t path[MAX_PATH] = {};
-    GetModuleFileNameW(nullptr, path, MAX_PATH);
-    const std::wstring tests(path, std::wstring_view(path).rfind(L'\\'));
-    return tests.substr(0, tests.rfind(L'\\')) + L"\\bin\\cad_host.exe";
-  }
-
   UniqueHandle OpenOutput(const wchar_t* name) const {
     SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
     return OwnHandle(CreateFileW(m_folder.Path(name).c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited,
@@ -38,7 +31,7 @@ class ProgramTest : public testing::Test {
     start.hStdOutput = output.get();
     start.hStdError = errors.get();
     PROCESS_INFORMATION process{};
-    std::wstring command = L"\"" + ProgramPath() + L"\" " + arguments;
+    std::wstring command = L"\"" + InBin(L"cad_host.exe") + L"\" " + arguments;
     EXPECT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr,
                                m_folder.Path().c_str(), &start, &process));
     const UniqueHandle process_owner = OwnHandle(process.hProcess);

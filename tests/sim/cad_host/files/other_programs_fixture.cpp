@@ -1,5 +1,6 @@
 #include "other_programs_fixture.h"
 
+#include "program_folder.h"
 #include "unix_program.h"
 
 using cad_host::HostError;
@@ -64,6 +65,6 @@ std::vector<std::wstring> OtherProgramsTest::Files() const {
 
 std::wstring OtherProgramsTest::CopyFixture(const std::wstring& fixture, const std::wstring& name) {
   std::wstring path = m_folder.Path(name);
-  WriteFileBytes(path, ReadFileBytes(FIXTURES_FOLDER L"/" + fixture));
+  WriteFileBytes(path, ReadFileBytes(BesideTests(L"data\\" + fixture)));
   return path;
 }

@@ -7,6 +7,7 @@
 
 #include <string>
 
+#include "program_folder.h"
 #include "temp_folder.h"
 
 namespace {
@@ -17,20 +18,11 @@ class WindowProgramTest : public testing::Test {
   intptr_t Play(std::wstring_view script) const {
     const std::wstring path = L"\"" + m_folder.WriteText(L"script.txt", script) + L"\"";
     const std::wstring record = L"\"" + m_folder.Path(L"record.txt") + L"\"";
-    return _wspawnl(_P_WAIT, ProgramPath().c_str(), L"cad_host_window", L"--script", path.c_str(),
+    return _wspawnl(_P_WAIT, InBin(L"cad_host_window.exe").c_str(), L"cad_host_window", L"--script", path.c_str(),
                     L"--record", record.c_str(), nullptr);
   }
 
   TempFolder m_folder;
-
- private:
-  /// The program is in the folder "bin" next to the folder of the tests.
-  static std::wstring ProgramPath() {
-    wchar_t path[MAX_PATH] = {};
-    GetModuleFileNameW(nullptr, path, MAX_PATH);
-    const std::wstring tests(path, std::wstring_view(path).rfind(L'\\'));
-    return tests.substr(0, tests.rfind(L'\\')) + L"\\bin\\cad_host_window.exe";
-  }
 };
 
 TEST_F(WindowProgramTest, EndsWithTheScriptAndRecordsIt) {

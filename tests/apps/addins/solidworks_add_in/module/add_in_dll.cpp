@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "CStringHelper.h"
+#include "program_folder.h"
 
 AddInDll::AddInDll(const std::wstring& path) : m_path(path), m_handle(LoadLibraryW(path.c_str())) {
   if (!m_handle) throw std::runtime_error("cannot load " + CStringHelper::UnicodeToUTF8(path));
@@ -10,14 +11,7 @@ AddInDll::AddInDll(const std::wstring& path) : m_path(path), m_handle(LoadLibrar
 
 AddInDll::~AddInDll() { FreeLibrary(m_handle); }
 
-std::wstring AddInDll::BuiltPath() {
-  wchar_t test[MAX_PATH];
-  GetModuleFileNameW(nullptr, test, MAX_PATH);
-  wchar_t path[MAX_PATH];
-  const std::wstring folder = std::wstring(test).substr(0, std::wstring(test).find_last_of(L'\\'));
-  GetFullPathNameW((folder + L"\\..\\bin\\solidworks_add_in.dll").c_str(), MAX_PATH, path, nullptr);
-  return path;
-}
+std::wstring AddInDll::BuiltPath() { return InBin(L"solidworks_add_in.dll"); }
 
 HRESULT AddInDll::CanUnloadNow() const { return Export<HRESULT WINAPI()>("DllCanUnloadNow")(); }
 

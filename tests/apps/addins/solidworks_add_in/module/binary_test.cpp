@@ -10,15 +10,23 @@
 #include <string>
 #include <vector>
 
+#include "CStringHelper.h"
 #include "add_in_dll.h"
 #include "temp_folder.h"
 #include "unix_program.h"
 
 namespace {
 
+/// The DLL's path as programs of the system below Wine have it, whose root folder is drive Z, between quotes.
+std::string UnixPath(const std::string& ending = "") {
+  std::string path = CStringHelper::UnicodeToUTF8(AddInDll::BuiltPath().substr(2)) + ending;
+  std::ranges::replace(path, '\\', '/');
+  return "'" + path + "'";
+}
+
 /// The base address for which the linker wrote the file; the loader may have chosen another one.
 DWORD64 PreferredBase() {
-  const std::string headers = RunShell(TempFolder(), "x86_64-w64-mingw32-objdump -p '" ADD_IN_DLL "'");
+  const std::string headers = RunShell(TempFolder(), "x86_64-w64-mingw32-objdump -p " + UnixPath());
   std::smatch found;
   if (!std::regex_search(headers, found, std::regex("ImageBase\\s+([0-9a-f]+)"))) return 0;
   return std::stoull(found[1], nullptr, 16);
@@ -31,7 +39,7 @@ struct Function {
 
 /// The functions of the DLL with external names, from its debug file.
 std::vector<Function> Functions() {
-  std::istringstream lines(RunShell(TempFolder(), "x86_64-w64-mingw32-nm '" ADD_IN_DLL ".debug'"));
+  std::istringstream lines(RunShell(TempFolder(), "x86_64-w64-mingw32-nm " + UnixPath(".debug")));
   std::vector<Function> result;
   std::string line;
   while (std::getline(lines, line)) {
@@ -53,7 +61,7 @@ TEST(Binary, StaysBelowItsSize) { EXPECT_LT(std::filesystem::file_size(AddInDll:
 
 TEST(Binary, HasItsDebugInformationInAFileBesideIt) {
   const TempFolder folder;
-  const std::string sections = RunShell(folder, "x86_64-w64-mingw32-objdump -h '" ADD_IN_DLL "'");
+  const std::string sections = RunShell(folder, "x86_64-w64-mingw32-objdump -h " + UnixPath());
   EXPECT_EQ(sections.find(".debug_"), std::string::npos) << sections;
   EXPECT_NE(sections.find(".gnu_debuglink"), std::string::npos) << sections;
 
@@ -62,10 +70,10 @@ TEST(Binary, HasItsDebugInformationInAFileBesideIt) {
   ASSERT_NE(unload, functions.end());
   std::ostringstream address;
   address << std::hex << unload->address;
-  for (const std::string file : {ADD_IN_DLL ".debug", ADD_IN_DLL}) {
+  for (const std::string& file : {UnixPath(".debug"), UnixPath()}) {
     const std::string place =
-        RunShell(folder, "x86_64-w64-mingw32-addr2line -fe '" + file + "' " + address.str());
-    EXPECT_TRUE(std::regex_match(place, std::regex("DllCanUnloadNow\n/.*/exports\\.cpp:[1-9][0-9]*\n")))
+        RunShell(folder, "x86_64-w64-mingw32-addr2line -fe " + file + " " + address.str());
+    EXPECT_TRUE(std::regex_match(place, std::regex("DllCanUnloadNow\n/tavo/.*/exports\\.cpp:[1-9][0-9]*\n")))
         << place;
   }
 }

@@ -7,6 +7,7 @@
 
 #include "cad_host/model_file.h"
 #include "list_difference.h"
+#include "program_folder.h"
 #include "properties_fixture.h"
 #include "unix_program.h"
 
@@ -85,7 +86,7 @@ class FileOfLibgsf : public OlePropertySets {
  protected:
   std::shared_ptr<cad_host::Document> OpenFile() {
     const std::wstring path = m_folder.Path(L"elsewhere.sldprt");
-    WriteFileBytes(path, ReadFileBytes(FIXTURES_FOLDER L"/written_elsewhere.sldprt"));
+    WriteFileBytes(path, ReadFileBytes(BesideTests(L"data\\written_elsewhere.sldprt")));
     return m_host->Open(path);
   }
 
