@@ -101,6 +101,7 @@ std::wstring ReadFile(const std::wstring& path, ClientConfiguration& configurati
   configuration.pipe = members.Text("pipe").value_or(L"");
   configuration.program = ExpandVariables(members.Text("client").value_or(L""));
   configuration.start_timeout = members.Milliseconds("startTimeoutMs").value_or(configuration.start_timeout);
+  members.Text("$schema");  // for editors
   const std::wstring faults = members.Faults();
   return faults.empty() ? faults : L"using defaults for what is wrong in " + path + L":" + faults;
 }

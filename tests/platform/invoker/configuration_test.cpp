@@ -60,6 +60,12 @@ TEST_F(Configuration, WithUnknownMembersIsReadAndLoggedInTheLineOfTheOtherFaults
       << testing::PrintToString(lines[0]);
 }
 
+TEST_F(Configuration, MayNameItsSchemaForEditors) {
+  Configure(R"({"$schema":"schemas/PlmClient.schema.json","pipe":"a"})");
+  EXPECT_EQ(Read().pipe, L"a");
+  EXPECT_TRUE(PlatformLines().empty());
+}
+
 TEST_F(Configuration, WithoutAMemberHasItsDefault) {
   Configure(R"({"startTimeoutMs":0})");
   EXPECT_EQ(Read().pipe, DefaultPipe());
@@ -103,6 +109,7 @@ const Fault kFaults[] = {
     {"WrongTypes",
      R"({"pipe":5,"client":null,"startTimeoutMs":"1"})",
      {L"\"pipe\"", L"\"client\"", L"\"startTimeoutMs\""}},
+    {"SchemaNotAText", R"({"$schema":{}})", {L"\"$schema\" is not a string"}},
     {"OneWrongType", R"({"pipe":"a","client":{}})", {L"\"client\""}, L"a"},
     {"NegativeTime", R"({"startTimeoutMs":-1})", {L"\"startTimeoutMs\""}},
     {"FractionOfTime", R"({"startTimeoutMs":1.5})", {L"\"startTimeoutMs\""}},
