@@ -23,6 +23,7 @@ test_packages=(
   clang-16                                                              # a host of the other ABI (and lld)
   valgrind                                                              # counts instructions
   nlohmann-json3-dev                                                    # another JSON parser, to compare with
+  python3-jsonschema                                                    # a validator of JSON Schemas
 )
 fuzz_packages=(clang-16 libclang-rt-16-dev llvm)
 bench_packages=(python3-minimal)
