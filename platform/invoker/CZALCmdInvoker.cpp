@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "client_connector.h"
+#include "configuration/client_configuration.h"
 #include "errors/caught_exception.h"
 #include "framing.h"
 #include "log/platform_log.h"
@@ -21,8 +22,6 @@ using invoker::PipeConnection;
 using invoker::ServingWait;
 
 namespace {
-
-constexpr wchar_t kDefaultFile[] = L"PlmClient.json";
 
 /// Sets `busy` while a command is in progress.
 class CommandInProgress {
@@ -62,7 +61,7 @@ class CZALCmdInvoker::Impl {
  public:
   Impl(std::wstring name, std::wstring file, BusyFlag busy)
       : m_name(std::move(name)),
-        m_file(file.empty() ? kDefaultFile : std::move(file)),
+        m_file(file.empty() ? kClientFile : std::move(file)),
         m_busy(busy ? std::move(busy) : std::make_shared<std::atomic<bool>>(false)) {}
 
   std::wstring Invoke(const std::wstring& command, const std::wstring& json,

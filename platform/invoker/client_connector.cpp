@@ -1,7 +1,7 @@
 #include "client_connector.h"
 
-#include "client_configuration.h"
 #include "client_program.h"
+#include "configured_client.h"
 #include "pipe_owner.h"
 #include "system_failure.h"
 

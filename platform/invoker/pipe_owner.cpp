@@ -84,6 +84,8 @@ std::wstring UserSidText() {
   return text;
 }
 
+std::wstring DefaultPipe() { return L"tavo-plm-client-" + UserSidText(); }
+
 bool IsTrustedOwner(PSID owner, PSID user, PSID default_owner) {
   return owner && (EqualSid(owner, user) || EqualSid(owner, default_owner));
 }

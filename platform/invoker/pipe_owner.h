@@ -11,6 +11,10 @@ namespace invoker {
 /// @throws NoAnswer if it cannot be determined.
 std::wstring UserSidText();
 
+/// The name of the pipe of this process's user where none is configured, without `\\.\pipe\`.
+/// @throws NoAnswer if the user cannot be determined.
+std::wstring DefaultPipe();
+
 /// Whether a process of `user` may use a pipe of `owner`, null if the system does not know it.
 /// `default_owner` is the owner of the process's new objects.
 bool IsTrustedOwner(PSID owner, PSID user, PSID default_owner);

@@ -1,4 +1,4 @@
-#include "client_configuration.h"
+#include "configured_client.h"
 
 #include "CStringHelper.h"
 #include "case_name.h"
@@ -13,9 +13,7 @@ namespace {
 
 class Configuration : public InvokerFixture {
  protected:
-  static invoker::ClientConfiguration Read() {
-    return invoker::ReadClientConfiguration(L"Test", L"PlmClient.json");
-  }
+  static ClientConfiguration Read() { return invoker::ReadClientConfiguration(L"Test", L"PlmClient.json"); }
   static std::wstring DefaultPipe() { return L"tavo-plm-client-" + invoker::UserSidText(); }
 };
 

@@ -1,17 +1,11 @@
-/// @file How to reach the client.
+/// @file The client that is configured for this process.
 #pragma once
 
-#include <chrono>
 #include <string>
 
-namespace invoker {
+#include "configuration/client_configuration.h"
 
-struct ClientConfiguration {
-  std::wstring pipe;     ///< the pipe's name, without `\\.\pipe\`
-  std::wstring program;  ///< the program that serves the pipe, environment variables replaced by their
-                         ///< values; empty: no program is started
-  std::chrono::milliseconds start_timeout{15'000};
-};
+namespace invoker {
 
 /// Reads the file `file` of the configuration `name`. A member that is missing or wrong gets its default. A
 /// malformed file, members of a wrong type and unknown members are logged in one line.
