@@ -15,6 +15,7 @@
 #include "base/system_path.h"
 #include "base/system_text.h"
 #include "base/unique_handle.h"
+#include "configuration/log_names.h"
 
 namespace {
 constexpr unsigned long long kDefaultMaxFileSize = 10 * 1024 * 1024;

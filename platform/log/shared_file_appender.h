@@ -43,8 +43,5 @@ class SharedFileAppender : public log4cplus::Appender {
   UniqueHandle m_mutex;               // shared by the processes that write this file
 };
 
-/// The appender's name in a properties file.
-inline constexpr wchar_t kSharedFileAppenderName[] = L"tavo::SharedFileAppender";
-
-/// Registers the appender with the logging library.
+/// Registers the appender, kSharedFileAppenderName, with the logging library.
 void RegisterSharedFileAppender();

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "base/utf8.h"
+#include "configuration/log_names.h"
 
 namespace {
 /// Converts UTF-16 to UTF-8. The state is a pending high surrogate, or 0.

@@ -3,12 +3,9 @@
 
 #include <locale>
 
-/// The name of Utf8Locale() in an appender's property `Locale`.
-inline constexpr wchar_t kUtf8LocaleName[] = L"UTF8";
-
 /// A locale with which a wide output stream writes UTF-8. The two halves of a surrogate pair may be written
 /// separately; a lone surrogate is written as U+FFFD. No text makes the stream fail. Not for reading.
 std::locale Utf8Locale();
 
-/// Registers Utf8Locale() with the logging library.
+/// Registers Utf8Locale(), kUtf8LocaleName, with the logging library.
 void RegisterUtf8Locale();

@@ -5,6 +5,7 @@
 
 #include "CZALCADPathHelper.h"
 #include "DrawingHelper.h"
+#include "configuration/names.h"
 #include "configuration/view_faults.h"
 #include "connection_failure.h"
 #include "diagnostics/diagnostics.h"
@@ -22,9 +23,6 @@ namespace {
 // The group and all of its items have this user id.
 constexpr long kUserId = 0;
 constexpr long kLastPosition = -1;
-
-// The capacity of a command tab box; further items are not added to the group either.
-constexpr std::size_t kMaximumItems = 16;
 
 // In the strip of the resource IDB_TOOLBAR.
 constexpr int kIcons = 16;
@@ -90,8 +88,8 @@ void FillTab(const ICommandTabPtr& tab, const ICommandGroupPtr& group, const std
   ICommandTabBoxPtr box;
   tab->AddCommandTabBox(&box);
   tab->put_Visible(VARIANT_TRUE);
-  std::array<long, kMaximumItems> ids{};
-  std::array<long, kMaximumItems> text_styles{};
+  std::array<long, kMaximumMenuItems> ids{};
+  std::array<long, kMaximumMenuItems> text_styles{};
   for (std::size_t place = 0; place < indices.size(); ++place) {
     group->get_CommandID(indices[place], &ids[place]);
     text_styles[place] = swCommandTabButton_TextBelow;
@@ -119,10 +117,11 @@ void BuildTab(const ICommandManagerPtr& manager, swDocumentTypes_e type, const C
 /// same.
 Items ReadItems(const CJsonObject& view, const std::wstring& view_file) {
   Items items = view.GetObjectArray(L"Menu");
-  const ViewRules rules{kMaximumItems, kIcons, add_in_dispatch::IsCommand, add_in_dispatch::IsEnableMethod};
+  const ViewRules rules{kMaximumMenuItems, kIcons, add_in_dispatch::IsCommand,
+                        add_in_dispatch::IsEnableMethod};
   const std::wstring place = view_file + L": ";
   for (const auto& fault : FindViewFaults(view, items, rules)) LogPlatformError(place + fault);
-  items.resize(std::min(items.size(), kMaximumItems));
+  items.resize(std::min(items.size(), kMaximumMenuItems));
   return items;
 }
 
@@ -137,7 +136,7 @@ std::wstring CSolidWorksAddIn::BuildCommandInterface() {
 
   CZALCADPathHelper::InitCADCfgPath(kConfigurationName);
   std::wstring view_file;
-  CZALCADPathHelper::GetCADCfgPath(L"", L"View.json", view_file);
+  CZALCADPathHelper::GetCADCfgPath(L"", kViewFile, view_file);
   try {
     BuildMenu(view_file);
   } catch (const CZALException& error) {

@@ -6,26 +6,24 @@
 #include "CZALCADPathHelper.h"
 #include "base/file_attributes.h"
 #include "com_module.h"
+#include "configuration/names.h"
+#include "configuration/places.h"
 #include "log/platform_log.h"
 #include "version.h"
 
 namespace {
-
-constexpr const wchar_t* kApplicationName = L"SolidWorks";
-constexpr const wchar_t* kPropertiesName = L"Log4cplus.properties";
 
 // Created when the DLL is loaded; ends the log when the DLL is unloaded.
 CLogInitializer log_initializer;
 
 std::mutex starting;
 
-// That of the log folder; if there is none, the administrator's or the installed one.
+// The file that says how to log; if there is none, where the user may put one.
 std::wstring PropertiesFile(const std::wstring& log_folder) {
-  std::wstring own = log_folder + L"/" + kPropertiesName;
-  if (IsFile(own)) return own;
-  std::wstring other;
-  CZALCADPathHelper::GetCADCfgPath(kConfigurationName, kPropertiesName, other);
-  return IsFile(other) ? other : own;
+  const std::wstring path = CSolidWorksAddInModule::Instance().Path();
+  const auto places = LogConfigurationPlaces(log_folder, path.substr(0, path.find_last_of(L'\\')));
+  const std::wstring found = FirstFile(places);
+  return found.empty() ? log_folder + L"/" + kLogPropertiesFile : found;
 }
 
 }  // namespace
@@ -38,7 +36,7 @@ bool InitialiseLog() noexcept {
     std::wstring folder;
     CZALCADPathHelper::GetCADCfgLogPath(folder);
     const std::wstring properties = PropertiesFile(folder);
-    if (!log_initializer.Initialize(folder, kApplicationName, properties)) return false;
+    if (!log_initializer.Initialize(folder, kLogApplication, properties)) return false;
     LogPlatformInformation(L"version " PRODUCT_VERSION_WIDE L" from " +
                            CSolidWorksAddInModule::Instance().Path() + L", log configuration " +
                            (IsFile(properties) ? properties : L"built in"));

@@ -9,6 +9,9 @@
 
 #include "CJsonObject.h"
 
+/// The capacity of a command tab box of the CAD application; further items are not added to the menu either.
+inline constexpr std::size_t kMaximumMenuItems = 16;
+
 /// What the menu can show and run.
 struct ViewRules {
   std::size_t maximum_items;  ///< further items are not added

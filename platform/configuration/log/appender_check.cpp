@@ -5,14 +5,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "CFileHelper.h"
 #include "CFilePathHelper.h"
 #include "base/system_path.h"
 #include "base/system_text.h"
-#include "base/unique_handle.h"
-#include "built_in_set_up.h"
-#include "shared_file_appender.h"
-#include "utf8_locale.h"
+#include "configuration/built_in_log.h"
+#include "configuration/log_names.h"
 
 namespace {
 
@@ -24,23 +21,14 @@ bool IsRelative(std::wstring_view path) {
   return !path.empty() && path[0] != L'\\' && path[0] != L'/' && (path.size() < 2 || path[1] != L':');
 }
 
-// Opens the file as an appender does; a missing file is created.
-// @return ERROR_SUCCESS, or why the file cannot be opened.
-DWORD TryToOpen(const std::wstring& path) {
-  constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-  const UniqueHandle file =
-      OwnHandle(CreateFileW(path.c_str(), FILE_APPEND_DATA, kShareAll, nullptr, OPEN_ALWAYS, 0, nullptr));
-  return file ? ERROR_SUCCESS : GetLastError();
-}
-
 std::wstring CannotBeOpened(DWORD error) {
   return L"cannot be opened: " + SystemText(error) + L" (" + std::to_wstring(error) + L")";
 }
 
 class AppenderCheck {
  public:
-  AppenderCheck(PropertyCorrection& properties, std::wstring log_folder)
-      : m_properties(properties), m_logFolder(std::move(log_folder)) {}
+  AppenderCheck(PropertyCorrection& properties, std::wstring log_folder, LogFiles& files)
+      : m_properties(properties), m_logFolder(std::move(log_folder)), m_files(files) {}
 
   CheckedAppenders Run() {
     for (const std::wstring& key : m_properties.KeysBelow(kAppenderPrefix)) {
@@ -113,7 +101,7 @@ class AppenderCheck {
     if (IsRelative(m_properties.Value(key)))
       m_properties.Set(key, m_logFolder + L"\\" + m_properties.Value(key));
     if (kind != kLockFile) return;
-    if (const DWORD error = TryToOpen(m_properties.Value(key)))
+    if (const DWORD error = m_files.TryToOpen(m_properties.Value(key)))
       m_properties.ReportAndRemove(key, CannotBeOpened(error));
   }
 
@@ -184,20 +172,22 @@ class AppenderCheck {
     std::wstring folder, name;
     CFilePathHelper::SplitFilePath(path, folder, name);
     if (is_shared || IsTrue(m_properties.Value(appender + L".CreateDirs"))) {
-      CFileHelper::CreateFolder(folder, false);
+      m_files.MakeFolder(folder);
     }
-    const DWORD error = TryToOpen(is_shared ? SystemPath(path) : path);
+    const DWORD error = m_files.TryToOpen(is_shared ? SystemPath(path) : path);
     if (error != ERROR_SUCCESS) m_properties.Report(key, path, CannotBeOpened(error));
     return error == ERROR_SUCCESS;
   }
 
   PropertyCorrection& m_properties;
   const std::wstring m_logFolder;
+  LogFiles& m_files;
   CheckedAppenders m_checked;
 };
 
 }  // namespace
 
-CheckedAppenders CorrectAppenders(PropertyCorrection& properties, const std::wstring& log_folder) {
-  return AppenderCheck(properties, log_folder).Run();
+CheckedAppenders CorrectAppenders(PropertyCorrection& properties, const std::wstring& log_folder,
+                                  LogFiles& files) {
+  return AppenderCheck(properties, log_folder, files).Run();
 }

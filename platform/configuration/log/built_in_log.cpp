@@ -1,6 +1,6 @@
-#include "built_in_set_up.h"
+#include "configuration/built_in_log.h"
 
-#include "shared_file_appender.h"
+#include "configuration/log_names.h"
 
 using log4cplus::helpers::Properties;
 

@@ -1,9 +1,17 @@
-#include "properties_check.h"
+#include "configuration/log_properties.h"
+
+#include <windows.h>
 
 #include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <sstream>
 #include <string_view>
 
+#include "CStringHelper.h"
 #include "appender_check.h"
+#include "base/system_path.h"
+#include "configuration/log_configurator.h"
 #include "logger_value.h"
 #include "property_correction.h"
 
@@ -22,9 +30,9 @@ class Correction {
   Correction(Properties& properties, const LogPlace& built_in)
       : m_properties(properties), m_builtIn(built_in) {}
 
-  std::vector<std::wstring> Run(const std::wstring& log_folder) {
+  std::vector<std::wstring> Run(const std::wstring& log_folder, LogFiles& files) {
     CorrectGeneralKeys();
-    m_appenders = CorrectAppenders(m_properties, log_folder);
+    m_appenders = CorrectAppenders(m_properties, log_folder, files);
     CorrectLogger(kRootLogger, kDefaultLevel);
     for (const std::wstring& key : m_properties.KeysBelow(kLogger)) CorrectLogger(key, kInherited);
     const bool has_faults = !m_properties.Faults().empty();
@@ -99,9 +107,51 @@ class Correction {
   bool m_losesEvents = false;
 };
 
+// Whether some logger has an appender, or logging is switched off.
+bool NamesAppender(const PropertyCorrection& properties) {
+  const auto has_appender = [&properties](const std::wstring& key) {
+    return !LoggerValue::Parse(properties.Value(key)).appenders.empty();
+  };
+  const LoggerValue root = LoggerValue::Parse(properties.Value(kRootLogger));
+  return root.level == L"OFF" || !root.appenders.empty() ||
+         std::ranges::any_of(properties.KeysBelow(kLogger), has_appender);
+}
+
 }  // namespace
 
+std::optional<Properties> ReadLogProperties(const std::wstring& path, const std::wstring& log_folder) {
+  std::ifstream file(SystemPath(path).c_str(), std::ios::binary);
+  if (!file) return std::nullopt;
+  const std::string bytes{std::istreambuf_iterator(file), {}};
+  std::wstring text = CStringHelper::UTF8ToUnicode(bytes);
+  if (text.starts_with(L'\uFEFF')) text.erase(0, 1);
+  std::wistringstream stream(text);
+  Properties properties(stream);
+  if (!properties.exists(kLogFolderVariable)) properties.setProperty(kLogFolderVariable, log_folder);
+  return properties;
+}
+
 std::vector<std::wstring> CorrectProperties(Properties& properties, const std::wstring& log_folder,
-                                            const LogPlace& built_in) {
-  return Correction(properties, built_in).Run(log_folder);
+                                            const LogPlace& built_in, LogFiles& files) {
+  return Correction(properties, built_in).Run(log_folder, files);
+}
+
+std::wstring LogNotReadable(const std::wstring& path) {
+  return L"cannot read " + path + L"; using the built-in log configuration";
+}
+
+std::wstring LogWithoutAppender(const std::wstring& path) {
+  return path + L" assigns no appender to any logger; using the built-in log configuration";
+}
+
+std::vector<std::wstring> FindLogFaults(const std::wstring& path, const LogPlace& built_in,
+                                        ExaminedLogFiles& files) {
+  const std::optional<Properties> file = ReadLogProperties(path, built_in.folder);
+  if (!file) return {LogNotReadable(path)};
+  LogConfigurator configurator(*file);
+  Properties& settings = configurator.Settings();
+  std::vector<std::wstring> faults =
+      CorrectProperties(settings, file->getProperty(kLogFolderVariable), built_in, files);
+  if (!NamesAppender(PropertyCorrection(settings))) faults.push_back(LogWithoutAppender(path));
+  return faults;
 }

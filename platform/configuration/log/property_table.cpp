@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <initializer_list>
 
-#include "shared_file_appender.h"
+#include "configuration/log_names.h"
 
 namespace {
 
@@ -120,7 +120,8 @@ bool IsSize(const std::wstring& value) {
 }
 
 bool IsLocale(const std::wstring& value) {
-  return log4cplus::spi::getLocaleFactoryRegistry().exists(value) || value == L"C" || value == L"POSIX";
+  return value == kUtf8LocaleName || log4cplus::spi::getLocaleFactoryRegistry().exists(value) ||
+         value == L"C" || value == L"POSIX";
 }
 
 const Property* FindKey(std::span<const Property> properties, std::wstring_view key) {

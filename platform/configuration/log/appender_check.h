@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "configuration/log_files.h"
 #include "property_correction.h"
 
 inline constexpr std::wstring_view kAppenderPrefix = L"appender.";
@@ -17,5 +18,6 @@ struct CheckedAppenders {
 };
 
 /// Removes the appenders that cannot be used, and the properties of the others that cannot be followed. A
-/// relative path of a file becomes a path in `log_folder`. A log file that is missing is created.
-CheckedAppenders CorrectAppenders(PropertyCorrection& properties, const std::wstring& log_folder);
+/// relative path of a file becomes a path in `log_folder`. Whether a file can be opened is asked of `files`.
+CheckedAppenders CorrectAppenders(PropertyCorrection& properties, const std::wstring& log_folder,
+                                  LogFiles& files);
