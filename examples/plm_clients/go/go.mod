@@ -1,0 +1,3 @@
+module plm_client
+
+go 1.19
