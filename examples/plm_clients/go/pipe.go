@@ -71,7 +71,7 @@ func (pipe *namedPipe) allowOnlyUser() error {
 	if err != nil {
 		return err
 	}
-	text, err := syscall.UTF16PtrFromString("O:" + sid + "D:P(A;;GA;;;" + sid + ")")
+	text, err := syscall.UTF16PtrFromString("O:" + sid + "D:P(A;;FA;;;" + sid + ")")
 	if err != nil {
 		return err
 	}

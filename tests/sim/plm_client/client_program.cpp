@@ -4,10 +4,18 @@
 
 #include "program_folder.h"
 
+namespace {
+
+std::wstring PathOf(const std::wstring& name) {
+  return name.find(L'\\') == std::wstring::npos ? InBin(name) : name;
+}
+
+}  // namespace
+
 ClientProgram::ClientProgram(const wchar_t* name, const TempFolder& folder, const std::wstring& arguments)
     : m_folder(folder) {
   const UniqueHandle output = CreateFileFor(L"output.txt"), errors = CreateFileFor(L"errors.txt");
-  const std::wstring program = InBin(name);
+  const std::wstring program = PathOf(name);
   std::wstring command = L"\"" + program + L"\" " + arguments;
   STARTUPINFOW startup{};
   startup.cb = sizeof(startup);

@@ -9,10 +9,11 @@
 #include "base/unique_handle.h"
 #include "temp_folder.h"
 
-/// A program of build/windows/bin, with its output in files. The destructor ends it.
+/// A program with its output in files. The destructor ends it.
 class ClientProgram {
  public:
-  /// Starts the program `name`; its output goes to files in `folder`.
+  /// Starts the program `name` of build/windows/bin, or the one at this full path; its output goes to files
+  /// in `folder`.
   ClientProgram(const wchar_t* name, const TempFolder& folder, const std::wstring& arguments);
   ClientProgram(const ClientProgram&) = delete;
   ClientProgram& operator=(const ClientProgram&) = delete;
