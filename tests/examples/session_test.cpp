@@ -60,9 +60,9 @@ answered {"OpenFile":["C:\\tavo-example\\Welle Ü 轴.sldprt"]}
 asked QD_PLMGetcode {"__InvokeResult__":true,"user":"金 Ü 😀"}
 answered 
 asked QD_PLMCreateMaterial {"extract_info":{"Number":"-","Description":"Welle Ü 轴"}}
-answered {"data":{"description":"Welle Ü 轴","number":"M-1"}}
-asked QD_PLMMaterialBackFill {"backfill_info_from_create_material":{"description":"Welle Ü 轴","number":"M-1"}}
-answered {"material_property_back_fill":{"Number":"M-1"}}
+answered {"data":{"description":"Welle Ü 轴","number":"M-4711"}}
+asked QD_PLMMaterialBackFill {"backfill_info_from_create_material":{"description":"Welle Ü 轴","number":"M-4711"}}
+answered {"material_property_back_fill":{"Number":"M-4711"}}
 asked QD_PLMLogout 
 answered {"__InvokeResult__":true}
 )";
@@ -82,7 +82,7 @@ TEST_P(ExampleSession, LogsInOpensAFileCreatesAMaterialAndLogsOut) {
   EXPECT_EQ(client.Program().Errors(), "");
   EXPECT_NE(transcript.find(R"(ISldWorks::OpenDoc6("C:\tavo-example\Welle Ü 轴.sldprt", 1, 1, "") = S_OK)"),
             std::string::npos);
-  EXPECT_NE(transcript.find(R"(ICustomPropertyManager::Set("Number", "M-1") = S_OK)"), std::string::npos);
+  EXPECT_NE(transcript.find(R"(ICustomPropertyManager::Set("Number", "M-4711") = S_OK)"), std::string::npos);
   const std::string log = m_home.Read(L"log\\SolidWorks.log");
   EXPECT_EQ(log.find("ERROR platform"), std::string::npos) << log;
 }

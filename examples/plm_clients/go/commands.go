@@ -3,24 +3,23 @@ package main
 import (
 	"encoding/json"
 	"fmt"
-	"sync/atomic"
 )
+
+// The number of every material: there is no PLM system behind this client that would make others.
+const materialNumber = "M-4711"
 
 // An object is one of JSON.
 type object = map[string]any
 
 // commands are the commands that the client knows. A real client asks its PLM system, and shows a panel to the person.
 type commands struct {
-	user      string
-	file      string // empty if the person chooses none
-	materials atomic.Int64
+	user string
+	file string // empty if the person chooses none
 }
-
-func newCommands(user, file string) *commands { return &commands{user: user, file: file} }
 
 // answer returns the answer text to a command. The empty text says that the person closed the panel; so do commands
 // that this client does not know.
-func (c *commands) answer(command, request string) (string, error) {
+func (c commands) answer(command, request string) (string, error) {
 	known := map[string]func(string) (object, error){
 		"QD_PLMLogin":            c.logIn,
 		"QD_PLMLogout":           c.logOut,
@@ -47,13 +46,13 @@ func parse(request string, into any) error {
 	return json.Unmarshal([]byte(request), into)
 }
 
-func (c *commands) logIn(string) (object, error) {
+func (c commands) logIn(string) (object, error) {
 	return object{"__InvokeResult__": true, "user": c.user}, nil
 }
 
-func (c *commands) logOut(string) (object, error) { return object{"__InvokeResult__": true}, nil }
+func (c commands) logOut(string) (object, error) { return object{"__InvokeResult__": true}, nil }
 
-func (c *commands) selectFile(request string) (object, error) {
+func (c commands) selectFile(request string) (object, error) {
 	var login struct{ User string } // what QD_PLMLogin answered, here or in an earlier process
 	if err := parse(request, &login); err != nil {
 		return nil, err
@@ -67,18 +66,17 @@ func (c *commands) selectFile(request string) (object, error) {
 	return object{"OpenFile": []string{c.file}}, nil
 }
 
-func (c *commands) createMaterial(request string) (object, error) {
+func (c commands) createMaterial(request string) (object, error) {
 	var asked struct {
 		Properties map[string]string `json:"extract_info"`
 	}
 	if err := parse(request, &asked); err != nil {
 		return nil, err
 	}
-	number := fmt.Sprintf("M-%d", c.materials.Add(1))
-	return object{"data": object{"number": number, "description": asked.Properties["Description"]}}, nil
+	return object{"data": object{"description": asked.Properties["Description"], "number": materialNumber}}, nil
 }
 
-func (c *commands) fillFromMaterial(request string) (object, error) {
+func (c commands) fillFromMaterial(request string) (object, error) {
 	var asked struct {
 		Created struct{ Number string } `json:"backfill_info_from_create_material"`
 	}
@@ -87,7 +85,7 @@ func (c *commands) fillFromMaterial(request string) (object, error) {
 	}
 	number := asked.Created.Number
 	if number == "" {
-		number = "M-0" // without a material just created: the person chooses
+		number = materialNumber // without a material just created: the person chooses
 	}
 	return object{"material_property_back_fill": object{"Number": number}}, nil
 }

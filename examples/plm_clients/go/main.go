@@ -54,7 +54,7 @@ func parseOptions(words []string) (options, error) {
 }
 
 // serve answers the requests of one CAD application until it closes the connection.
-func serve(connection io.ReadWriteCloser, commands *commands) {
+func serve(connection io.ReadWriteCloser, commands commands) {
 	defer connection.Close()
 	reader := bufio.NewReader(connection)
 	for {
@@ -87,7 +87,7 @@ func run(chosen options) error {
 		return err
 	}
 	fmt.Println("serving", pipe.path)
-	commands := newCommands(chosen.user, chosen.file)
+	commands := commands{user: chosen.user, file: chosen.file}
 	for {
 		connection, err := pipe.accept()
 		if err != nil {

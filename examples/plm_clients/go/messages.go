@@ -67,7 +67,7 @@ func writeMessage(writer io.Writer, content []byte) error {
 }
 
 // answerMessage returns the content of the answer to the content of a request.
-func answerMessage(message []byte, commands *commands) []byte {
+func answerMessage(message []byte, commands commands) []byte {
 	answer := response{Version: "2.0", Id: json.RawMessage("null")}
 	var asked request
 	if err := json.Unmarshal(message, &asked); err != nil {

@@ -4,6 +4,9 @@
 /** The answer that says: the person closed the panel. */
 const NO_ANSWER = '';
 
+/** The number of every material: there is no PLM system behind this client that would make others. */
+const MATERIAL_NUMBER = 'M-4711';
+
 /** A request text as an object. The add-in sends the empty text if it has nothing to say. */
 function parsed(request) {
   return request === '' ? {} : JSON.parse(request);
@@ -14,8 +17,6 @@ function parsed(request) {
  * text, or NO_ANSWER.
  */
 function makeCommands({ user, file }) {
-  let materials = 0;
-
   function selectFile(request) {
     const login = parsed(request); // what QD_PLMLogin answered, here or in an earlier process
     if (login.user !== user) throw new Error(`${login.user} is not logged in here, but ${user}`);
@@ -24,13 +25,12 @@ function makeCommands({ user, file }) {
 
   function createMaterial(request) {
     const properties = parsed(request).extract_info || {};
-    materials += 1;
-    return { data: { description: properties.Description || '', number: `M-${materials}` } };
+    return { data: { description: properties.Description || '', number: MATERIAL_NUMBER } };
   }
 
   function fillFromMaterial(request) {
     const created = parsed(request).backfill_info_from_create_material;
-    const number = created ? created.number : 'M-0'; // without one just created: the person chooses
+    const number = created ? created.number : MATERIAL_NUMBER; // without one just created: the person chooses
     return { material_property_back_fill: { Number: number } };
   }
 
