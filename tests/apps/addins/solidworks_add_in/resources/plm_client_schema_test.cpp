@@ -1,11 +1,15 @@
 // The schema of PlmClient.json takes what the add-in takes without a fault. The exceptions are the cases at
 // the end.
-#include "CStringHelper.h"
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "CJsonObject.h"
+#include "CZALException.h"
 #include "case_name.h"
-#include "client_configuration.h"
-#include "invoker_fixture.h"
+#include "configuration/client_configuration.h"
 #include "schema_case.h"
-#include "unix_program.h"
 
 namespace {
 
@@ -45,30 +49,21 @@ std::vector<SchemaCase> Cases() {
   };
 }
 
-class PlmClientSchema : public InvokerFixture, public testing::WithParamInterface<SchemaCase> {
- protected:
-  /// All cases are judged at once: the validator's start takes longer than its work.
-  static void SetUpTestSuite() {
-    const TempFolder folder;
-    for (const SchemaCase& one : Cases()) {
-      folder.Write(CStringHelper::UTF8ToUnicode(one.name) + L".json", one.json);
-    }
-    s_verdicts = ReadVerdicts(RunShell(folder, SchemaCommand(PLM_CLIENT_SCHEMA)));
+std::vector<std::wstring> FaultsIn(const std::filesystem::path& file) {
+  try {
+    CJsonObject object;
+    object.CreateFromFile(file.wstring());
+    return ReadClientMembers(object).faults;
+  } catch (const CZALException& exception) {
+    return {exception.GetErrorMessage()};
   }
+}
 
-  static std::map<std::string, std::string> s_verdicts;
-};
-
-std::map<std::string, std::string> PlmClientSchema::s_verdicts;
+class PlmClientSchema : public testing::TestWithParam<SchemaCase> {};
 
 TEST_P(PlmClientSchema, TakesWhatTheAddInTakes) {
-  const std::string file = GetParam().name + ".json";
-  ASSERT_TRUE(s_verdicts.contains(file));
-  EXPECT_EQ(s_verdicts[file].empty(), GetParam().SchemaTakes()) << s_verdicts[file];
-
-  Configure(GetParam().json);
-  invoker::ReadClientConfiguration(L"Test", L"PlmClient.json");
-  EXPECT_EQ(PlatformLines().empty(), GetParam().AddInTakes()) << testing::PrintToString(PlatformLines());
+  static const SchemaVerdicts verdicts(Cases(), "PlmClient.schema.json", FaultsIn);
+  verdicts.Expect(GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(, PlmClientSchema, testing::ValuesIn(Cases()), CaseName<SchemaCase>);

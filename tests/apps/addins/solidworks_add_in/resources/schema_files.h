@@ -17,7 +17,7 @@ class SchemaFiles {
   /// Writes a file. @return its full path.
   std::filesystem::path Write(const std::string& name, const std::string& bytes) const;
 
-  /// What the schema says of each file; see ReadVerdicts.
+  /// What the schema says against each file, by the file's name; empty if nothing.
   /// @throws std::runtime_error with the validator's output if it fails, as for a schema that is not valid.
   std::map<std::string, std::string> Judge(const std::filesystem::path& schema) const;
 

@@ -14,7 +14,6 @@
 #include "configuration/view_faults.h"
 #include "method_names.h"
 #include "schema_case.h"
-#include "schema_files.h"
 
 namespace {
 
@@ -124,7 +123,7 @@ bool Has(const std::set<std::string>& names, const std::wstring& name) {
 }
 
 /// What the add-in finds wrong in a file; empty if nothing.
-std::vector<std::wstring> FaultsFor(const std::filesystem::path& file) {
+std::vector<std::wstring> FaultsIn(const std::filesystem::path& file) {
   static const MethodNames names = DefinedMethods();
   const ViewRules rules{kMaximumItems, kIcons,
                         [](const std::wstring& name) { return Has(names.commands, name); },
@@ -138,31 +137,11 @@ std::vector<std::wstring> FaultsFor(const std::filesystem::path& file) {
   }
 }
 
-class ViewSchema : public testing::TestWithParam<SchemaCase> {
- protected:
-  /// All cases are judged at once: the validator's start takes longer than its work.
-  static void SetUpTestSuite() {
-    const SchemaFiles files;
-    for (const SchemaCase& one : Cases()) {
-      s_faults[one.name] = FaultsFor(files.Write(one.name + ".json", one.json));
-    }
-    s_verdicts = files.Judge(DefaultConfiguration() / "schemas" / "View.schema.json");
-  }
-
-  static std::map<std::string, std::string> s_verdicts;
-  static std::map<std::string, std::vector<std::wstring>> s_faults;
-};
-
-std::map<std::string, std::string> ViewSchema::s_verdicts;
-std::map<std::string, std::vector<std::wstring>> ViewSchema::s_faults;
+class ViewSchema : public testing::TestWithParam<SchemaCase> {};
 
 TEST_P(ViewSchema, TakesWhatTheAddInTakes) {
-  const SchemaCase& file = GetParam();
-  ASSERT_TRUE(s_verdicts.contains(file.name + ".json"));
-  const std::string& verdict = s_verdicts[file.name + ".json"];
-  const std::vector<std::wstring>& faults = s_faults[file.name];
-  EXPECT_EQ(verdict.empty(), file.SchemaTakes()) << file.json << "\n" << verdict;
-  EXPECT_EQ(faults.empty(), file.AddInTakes()) << file.json << "\n" << testing::PrintToString(faults);
+  static const SchemaVerdicts verdicts(Cases(), "View.schema.json", FaultsIn);
+  verdicts.Expect(GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(, ViewSchema, testing::ValuesIn(Cases()), CaseName<SchemaCase>);
