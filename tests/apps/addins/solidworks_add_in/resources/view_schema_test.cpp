@@ -17,7 +17,6 @@
 
 namespace {
 
-constexpr std::size_t kMaximumItems = 16;
 constexpr int kIcons = 16;
 
 using Members = std::map<std::string, std::string>;  // JSON by key
@@ -125,7 +124,7 @@ bool Has(const std::set<std::string>& names, const std::wstring& name) {
 /// What the add-in finds wrong in a file; empty if nothing.
 std::vector<std::wstring> FaultsIn(const std::filesystem::path& file) {
   static const MethodNames names = DefinedMethods();
-  const ViewRules rules{kMaximumItems, kIcons,
+  const ViewRules rules{kMaximumMenuItems, kIcons,
                         [](const std::wstring& name) { return Has(names.commands, name); },
                         [](const std::wstring& name) { return Has(names.enable_methods, name); }};
   try {
