@@ -104,6 +104,17 @@ TEST(UsersGuide, HasASectionWithAPictureForEachCommand) {
   }
 }
 
+TEST(ClientGuide, HasARowForEachCommandOfTheClient) {
+  const auto names = [](const std::string& text, const std::string& expression) {
+    std::multiset<std::string> found;
+    for (const std::smatch& name : FindAll(text, expression)) found.insert(name[1]);
+    return found;
+  };
+  const auto commands = names(Read(kAddIn / "commands/plm_commands.h"), R"re(L"(QD_\w+)")re");
+  EXPECT_EQ(commands.size(), 14U);
+  EXPECT_EQ(names(Read(kDocuments / "plm-client-guide.md"), R"re(\n\| `(QD_\w+)` \|)re"), commands);
+}
+
 /// Each document that a reader may open.
 std::vector<fs::path> Documents() {
   std::vector<fs::path> found;
@@ -147,6 +158,21 @@ TEST(Documents, LinkOnlyToWhatIsThere) {
       }
     }
   }
+}
+
+TEST(Documents, HaveExamplesOfJsonThatAreJson) {
+  std::size_t count = 0;
+  for (const fs::path& document : Documents()) {
+    const std::string text = Read(document);
+    for (const std::smatch& example : FindAll(text, R"re(\n```json\n([^`]*)\n```)re")) {
+      rapidjson::Document parsed;
+      std::string json = example[1];
+      if (json.starts_with("  ")) json = "{" + json.substr(0, json.rfind(',')) + "}";  // a line of an object
+      EXPECT_FALSE(parsed.Parse(json.c_str()).HasParseError()) << document << ":\n" << json;
+      ++count;
+    }
+  }
+  EXPECT_GT(count, 10U);
 }
 
 }  // namespace
