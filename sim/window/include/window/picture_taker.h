@@ -7,8 +7,8 @@
 namespace window {
 
 /// Asks for pictures of the display, which the program that shows it can take, and waits for them: a file
-/// NAME.wanted appears in a folder, and NAME.png is expected there. The file says where the window with the keyboard
-/// is, in pixels: WIDTHxHEIGHT+LEFT+TOP.
+/// NAME.wanted appears in a folder, and NAME.png is expected there. The file says where the window with the
+/// keyboard is, in pixels: WIDTHxHEIGHT+LEFT+TOP.
 class PictureTaker {
  public:
   /// @param folder which exists; empty: no pictures are taken.
