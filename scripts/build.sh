@@ -72,7 +72,7 @@ build() {
 
 clean() {
   case "${1:-}" in
-    '') rm -rf build/windows build/windows-debug build/windows-hardened build/native build/fuzz build/tidy ;;
+    '') rm -rf build/windows build/windows-debug build/windows-hardened build/native build/fuzz build/tidy build/package ;;
     --all) rm -rf build ;;
     *) refuse clean "$1" ;;
   esac

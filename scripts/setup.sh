@@ -25,6 +25,12 @@ test_packages=(
   nlohmann-json3-dev                                                    # another JSON parser, to compare with
   python3-jsonschema                                                    # a validator of JSON Schemas
   golang-go                                                             # an example client
+  openssl                                                               # a certificate to sign with
+)
+package_packages=(
+  g++                                                                   # a program that runs while the package is made
+  wixl msitools osslsigncode                                            # the package, its signature
+  cmark-gfm perl-base                                                   # the documents
 )
 fuzz_packages=(clang-16 libclang-rt-16-dev llvm)
 bench_packages=(python3-minimal)
@@ -198,12 +204,18 @@ setup_product() {
 
 # setup_tests: what the tests need beside the product.
 setup_tests() {
-  install_packages "${product_packages[@]}" "${test_packages[@]}"
+  install_packages "${product_packages[@]}" "${package_packages[@]}" "${test_packages[@]}"
   setup_product
   use_rapidjson native
   use_nodejs
   build_dependency native googletest /usr/src/googletest -DBUILD_GMOCK=OFF
   build_dependency windows googletest /usr/src/googletest -DBUILD_GMOCK=OFF
+}
+
+# setup_package: what makes the package from the product.
+setup_package() {
+  install_packages "${product_packages[@]}" "${package_packages[@]}"
+  setup_product
 }
 
 # setup_bench: what the measurements need beside the product.
@@ -227,7 +239,7 @@ setup_fuzz() {
 
 # setup_lint: what the analysis reads beside the sources, and what it is.
 setup_lint() {
-  install_packages "${product_packages[@]}" "${test_packages[@]}" "${lint_packages[@]}"
+  install_packages "${product_packages[@]}" "${package_packages[@]}" "${test_packages[@]}" "${lint_packages[@]}"
   setup_tests
 }
 
