@@ -28,6 +28,7 @@ if(EXISTS ${prefix}/lib/libbenchmark.a)  # only `./dev bench` builds it
 endif()
 if(WIN32)
   tavo_imported(sqlite3 libsqlite3.a)
+  tavo_imported(minizip libminizip.a)
   tavo_imported(log4cplus liblog4cplusSU.a)
   target_compile_definitions(log4cplus INTERFACE UNICODE _UNICODE)
   target_link_libraries(log4cplus INTERFACE ws2_32)

@@ -159,6 +159,28 @@ use_nodejs() {
   echo "$recipe" >"$folder/.recipe"
 }
 
+# build_minizip FLAG ...: zlib with its writer and reader of zip archives for Windows, once. Of the latter the source
+# package has no CMake files.
+build_minizip() {
+  local prefix="$root/build/deps/windows" source="$root/build/deps/zlib-source"
+  local stamp="$prefix/.minizip" work="$prefix/objects/minizip"
+  [ "$(cat "$stamp" 2>/dev/null)" = "$*" ] && return
+  fetch_source zlib "$source"
+  say "building minizip (windows)"
+  rm -rf "$work"
+  mkdir -p "$work" "$prefix/include/minizip" "$prefix/lib"
+  {
+    (cd "$work" && x86_64-w64-mingw32-gcc-posix "$@" -I"$source" -c \
+      "$source"/{adler32,crc32,deflate,inffast,inflate,inftrees,trees,zutil}.c \
+      "$source"/contrib/minizip/{ioapi,iowin32,unzip,zip}.c) &&
+    rm -f "$prefix/lib/libminizip.a" &&
+    x86_64-w64-mingw32-ar rcs "$prefix/lib/libminizip.a" "$work"/*.o &&
+    cp "$source"/zlib.h "$source"/zconf.h "$prefix/include/" &&
+    cp "$source"/contrib/minizip/{ioapi,iowin32,unzip,zip}.h "$prefix/include/minizip/"
+  } >"$prefix/minizip.log" 2>&1 || fail "minizip does not build: see $prefix/minizip.log"
+  echo "$*" >"$stamp"
+}
+
 # use_rapidjson KIND: headers only; /usr/include itself must never be on the cross compiler's path.
 use_rapidjson() {
   mkdir -p "build/deps/$1/include"
@@ -199,6 +221,8 @@ setup_product() {
     "-DCMAKE_CXX_FLAGS_RELEASE=-Os -DNDEBUG" \
     -DUNICODE=ON -DBUILD_SHARED_LIBS=OFF -DLOG4CPLUS_ENABLE_THREAD_POOL=OFF \
     -DLOG4CPLUS_BUILD_TESTING=OFF -DLOG4CPLUS_BUILD_LOGGINGSERVER=OFF -DWITH_UNIT_TESTS=OFF
+  # The diagnosis program's archives are not encrypted.
+  build_minizip -Os -DNOCRYPT -DNOUNCRYPT -DUSE_FILE32API -ffunction-sections -fdata-sections
   build_sqlite -DSQLITE_THREADSAFE=1 -DSQLITE_DQS=0 -DSQLITE_OMIT_LOAD_EXTENSION
 }
 

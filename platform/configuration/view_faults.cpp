@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "CZALException.h"
+#include "similar_name.h"
+
 namespace {
 
 using Faults = std::vector<std::wstring>;
@@ -93,6 +96,15 @@ void AddItemFaults(Faults& faults, const std::wstring& place, const CJsonObject&
   AddRepeatedKeys(faults, place, item);
 }
 
+/// The beginning of each text about an item.
+std::wstring PlaceOf(std::size_t index, const CJsonObject& item) {
+  return L"item " + std::to_wstring(index + 1) + L" " + Quoted(item.GetStringValue(L"name")) + L": ";
+}
+
+constexpr std::wstring_view kViewKeys[] = {L"name", L"Menu", L"$schema"};
+constexpr std::wstring_view kItemKeys[] = {L"name",         L"ToolTip",       L"Hint", L"CallbackFunction",
+                                           L"EnableMethod", L"ImageListIndex"};
+
 }  // namespace
 
 std::vector<std::wstring> FindViewFaults(const CJsonObject& view,
@@ -107,9 +119,28 @@ std::vector<std::wstring> FindViewFaults(const CJsonObject& view,
   AddRepeatedKeys(faults, {}, view);
   for (std::size_t index = 0; index < std::min(items.size(), rules.maximum_items); ++index) {
     const CJsonObject& item = *items[index];
-    const std::wstring place =
-        L"item " + std::to_wstring(index + 1) + L" " + Quoted(item.GetStringValue(L"name")) + L": ";
-    AddItemFaults(faults, place, item, rules);
+    AddItemFaults(faults, PlaceOf(index, item), item, rules);
   }
   return faults;
+}
+
+std::vector<std::wstring> FindViewFaults(const CJsonObject& view, const ViewRules& rules) {
+  try {
+    return FindViewFaults(view, view.GetObjectArray(L"Menu"), rules);
+  } catch (const CZALException& error) {
+    return {error.GetErrorMessage()};
+  }
+}
+
+std::vector<std::wstring> FindViewSlips(const CJsonObject& view) {
+  Faults slips;
+  AddSimilarNames(slips, {}, view, kViewKeys);
+  try {
+    const std::vector<CJsonObject::Pointer> items = view.GetObjectArray(L"Menu");
+    for (std::size_t index = 0; index < items.size(); ++index) {
+      AddSimilarNames(slips, PlaceOf(index, *items[index]), *items[index], kItemKeys);
+    }
+  } catch (const CZALException&) {  // a fault, and no slip
+  }
+  return slips;
 }

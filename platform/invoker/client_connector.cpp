@@ -15,18 +15,11 @@ constexpr wchar_t kPipeFolder[] = LR"(\\.\pipe\)";
 constexpr milliseconds kBusyTimeout{2'000};
 constexpr milliseconds kPollInterval{20};
 
-/// One attempt to open the pipe. Null, with the reason as the last error, if it fails.
-UniqueHandle TryToOpen(const std::wstring& path) {
-  return OwnHandle(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
-                               FILE_FLAG_OVERLAPPED | SECURITY_SQOS_PRESENT | SECURITY_IDENTIFICATION,
-                               nullptr));
-}
-
 /// Opens the pipe; waits if it is busy. Null if it does not exist.
 UniqueHandle Open(const std::wstring& path, ServingWait& wait) {
   const auto end = steady_clock::now() + kBusyTimeout;
   for (;;) {
-    UniqueHandle pipe = TryToOpen(path);
+    UniqueHandle pipe = TryToOpenPipe(path);
     if (pipe) return pipe;
     const DWORD error = GetLastError();
     if (error == ERROR_FILE_NOT_FOUND) return nullptr;
@@ -69,9 +62,9 @@ UniqueHandle Reach(const std::wstring& name, const std::wstring& file, bool star
                    ServingWait& wait) {
   try {
     const ClientConfiguration configuration = ReadClientConfiguration(name, file);
-    const std::wstring path = kPipeFolder + configuration.pipe;
+    const std::wstring path = PipePath(configuration.pipe);
     UniqueHandle pipe = OpenOrStart(configuration, path, starts_client, wait);
-    if (GetFileType(pipe.get()) != FILE_TYPE_PIPE) throw NoAnswer{path + L" is not a pipe"};
+    CheckIsPipe(pipe.get(), path);
     return pipe;
   } catch (const WaitEnded&) {
     throw;
@@ -81,6 +74,18 @@ UniqueHandle Reach(const std::wstring& name, const std::wstring& file, bool star
 }
 
 }  // namespace
+
+std::wstring PipePath(const std::wstring& name) { return kPipeFolder + name; }
+
+UniqueHandle TryToOpenPipe(const std::wstring& path) {
+  return OwnHandle(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+                               FILE_FLAG_OVERLAPPED | SECURITY_SQOS_PRESENT | SECURITY_IDENTIFICATION,
+                               nullptr));
+}
+
+void CheckIsPipe(HANDLE opened, const std::wstring& path) {
+  if (GetFileType(opened) != FILE_TYPE_PIPE) throw NoAnswer{path + L" is not a pipe"};
+}
 
 UniqueHandle ConnectToClient(const std::wstring& name, const std::wstring& file, bool starts_client,
                              ServingWait& wait) {

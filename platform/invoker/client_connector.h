@@ -19,4 +19,14 @@ namespace invoker {
 UniqueHandle ConnectToClient(const std::wstring& name, const std::wstring& file, bool starts_client,
                              ServingWait& wait);
 
+/// The full name of the pipe `name`.
+std::wstring PipePath(const std::wstring& name);
+
+/// One attempt to open the pipe with the full name `path`. Null, with the reason as the last error, if it
+/// fails.
+UniqueHandle TryToOpenPipe(const std::wstring& path);
+
+/// @throws NoAnswer if what was opened under the name `path` is not a pipe.
+void CheckIsPipe(HANDLE opened, const std::wstring& path);
+
 }  // namespace invoker

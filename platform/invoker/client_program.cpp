@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "base/system_path.h"
+#include "invoker/client_probe.h"
 #include "system_failure.h"
 
 namespace invoker {
@@ -22,13 +23,6 @@ class NoSystemBoxes {
 
 bool IsSeparator(wchar_t c) { return c == L'\\' || c == L'/'; }
 
-/// Whether `path` has a drive and a root folder, or begins with two separators (UNC, `\\?\`).
-bool IsFullPath(std::wstring_view path) {
-  if (path.size() < 3) return false;
-  if (IsSeparator(path[0])) return IsSeparator(path[1]) && !IsSeparator(path[2]);
-  return path[1] == L':' && IsSeparator(path[2]);
-}
-
 /// The folder of `program` as a current folder: the system does not take the prefix `\\?\` there.
 std::wstring FolderOf(std::wstring_view program) {
   constexpr std::wstring_view kPrefix = LR"(\\?\)";
@@ -45,8 +39,14 @@ std::wstring FolderOf(std::wstring_view program) {
 
 }  // namespace
 
+bool IsFullProgramPath(const std::wstring& path) {
+  if (path.size() < 3) return false;
+  if (IsSeparator(path[0])) return IsSeparator(path[1]) && !IsSeparator(path[2]);
+  return path[1] == L':' && IsSeparator(path[2]);
+}
+
 UniqueHandle StartClientProgram(const std::wstring& program) {
-  if (!IsFullPath(program)) throw NoAnswer{L"the client program " + program + L" is not a full path"};
+  if (!IsFullProgramPath(program)) throw NoAnswer{L"the client program " + program + L" is not a full path"};
   const std::wstring folder = FolderOf(program);
   std::wstring command_line = L"\"" + program + L"\"";
 

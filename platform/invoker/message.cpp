@@ -61,6 +61,8 @@ std::string MakeRequest(std::uint64_t id, std::wstring_view command, std::wstrin
   return {text.GetString(), text.GetSize()};
 }
 
+std::string MakePing() { return R"({"jsonrpc":"2.0","id":1,"method":"ping"})"; }
+
 std::wstring ReadAnswer(std::string content, std::uint64_t id) {
   JsonDocument message;
   if (ParseJsonInPlace(content, message)) throw NoAnswer{L"the client sent a message that is not valid JSON"};

@@ -35,9 +35,12 @@ class PipeConnection {
   /// @throws NoAnswer if the client closes the connection or sends anything but the answer.
   std::wstring Finish(std::string_view request, std::uint64_t id, ServingWait& wait);
 
- private:
-  std::string Exchange(std::string_view frame, ServingWait& wait);
+  /// Sends the rest of `request` and waits for the next message, whatever it is.
+  /// @return its content.
+  /// @throws NoAnswer if the client closes the connection or sends what is not a frame.
+  std::string Exchange(std::string_view request, ServingWait& wait);
 
+ private:
   /// Starts to read what comes next: the first bytes of the next answer, or what IsUsable must know. Nothing
   /// is pending then if the client has closed the connection.
   void ReadAhead() noexcept;

@@ -5,6 +5,7 @@
 #include "CLogInitializer.h"
 #include "CZALCADPathHelper.h"
 #include "base/file_attributes.h"
+#include "base/module_path.h"
 #include "com_module.h"
 #include "configuration/names.h"
 #include "configuration/places.h"
@@ -20,7 +21,7 @@ std::mutex starting;
 
 // The file that says how to log; if there is none, where the user may put one.
 std::wstring PropertiesFile(const std::wstring& log_folder) {
-  const std::wstring path = CSolidWorksAddInModule::Instance().Path();
+  const std::wstring path = ModulePath(OwnModule());
   const auto places = LogConfigurationPlaces(log_folder, path.substr(0, path.find_last_of(L'\\')));
   const std::wstring found = FirstFile(places);
   return found.empty() ? log_folder + L"/" + kLogPropertiesFile : found;

@@ -1,16 +1,13 @@
 #include "registrar.h"
 
-#include <objbase.h>
-
 #include <string>
 
-#include "CStringHelper.h"
 #include "base/unique_registry_key.h"
 #include "com_boundary.h"
 #include "log/platform_log.h"
 #include "log_set_up.h"
+#include "module/registration_scripts.h"
 #include "registry_script/registry_script.h"
-#include "solidworks_add_in_h.h"
 
 namespace {
 
@@ -83,31 +80,10 @@ HRESULT RemoveKey(HKEY parent, const Key& key) {
   return first;
 }
 
-std::wstring GuidText(REFGUID id) {
-  wchar_t text[39];
-  StringFromGUID2(id, text, static_cast<int>(std::size(text)));
-  return text;
-}
-
-/// The script `id` of the DLL: UTF-8 text in a resource of the type REGISTRY.
-std::wstring LoadScript(unsigned id) {
-  HINSTANCE module = CSolidWorksAddInModule::Instance().ModuleHandle();
-  HRSRC resource = FindResourceW(module, MAKEINTRESOURCEW(id), L"REGISTRY");
-  if (!resource) _com_issue_error(HRESULT_FROM_WIN32(GetLastError()));
-  const auto* const bytes = static_cast<const char*>(LockResource(LoadResource(module, resource)));
-  const DWORD size = SizeofResource(module, resource);
-  if (!bytes || size == 0) _com_issue_error(HRESULT_FROM_WIN32(ERROR_RESOURCE_DATA_NOT_FOUND));
-  return CStringHelper::UTF8ToUnicode({bytes, size});
-}
-
 std::vector<registry_script::Root> ReadScript(const CreatableClass& registered) {
-  const registry_script::Replacements replacements = {
-      {L"MODULE", CSolidWorksAddInModule::Instance().Path()},
-      {L"APPID", GuidText(APPID_SolidWorksAddIn)},
-      {L"LIBID", GuidText(LIBID_SolidWorksAddInLib)},
-      {L"CLSID", GuidText(registered.id)},
-  };
-  return registry_script::Parse(LoadScript(registered.registration_script), replacements);
+  const CSolidWorksAddInModule& module = CSolidWorksAddInModule::Instance();
+  return ReadRegistrationScript(module.ModuleHandle(), module.Path(), registered.registration_script,
+                                registered.id);
 }
 
 /// Calls `apply(root, key)` for every top-level key of the class's script; turns exceptions into results.

@@ -26,6 +26,9 @@ struct ClientFile {
 /// Reads the members of `file`. Environment variables in the program are not replaced.
 ClientFile ReadClientMembers(const CJsonObject& file);
 
+/// Unknown members of `file` that resemble a known one: `"Client" is not known; "client" is`.
+std::vector<std::wstring> FindClientSlips(const CJsonObject& file);
+
 /// Reads the file at `path`; environment variables in the program are replaced by their values. A variable
 /// that does not exist stays as it is written.
 /// @throws CZALException if the file cannot be read or is not JSON; it names the path, line and column.

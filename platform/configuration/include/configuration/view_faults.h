@@ -27,3 +27,11 @@ struct ViewRules {
 std::vector<std::wstring> FindViewFaults(const CJsonObject& view,
                                          const std::vector<CJsonObject::Pointer>& items,
                                          const ViewRules& rules);
+
+/// The same for `view` as it was read. What keeps the menu from being built, such as a missing "Menu", is
+/// then the only fault.
+std::vector<std::wstring> FindViewFaults(const CJsonObject& view, const ViewRules& rules);
+
+/// Unknown keys of `view` that resemble a known one. The add-in ignores unknown keys, so that these are no
+/// faults, but probably slips: `item 2 "Search": "CallBackFunction" is not known; "CallbackFunction" is`.
+std::vector<std::wstring> FindViewSlips(const CJsonObject& view);
