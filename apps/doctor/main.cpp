@@ -3,8 +3,8 @@
 
 #include <objbase.h>
 
+#include "CStringHelper.h"
 #include "activation.h"
-#include "base/file_attributes.h"
 #include "base/module_path.h"
 #include "bundle/bundle.h"
 #include "options.h"

@@ -24,7 +24,7 @@ constexpr const wchar_t* WordFor(Status status) {
 std::wstring Summary(const Report& report) {
   return std::to_wstring(report.Findings().size()) + L" findings: " +
          std::to_wstring(report.Count(Status::kFailed)) + L" failed, " +
-         std::to_wstring(report.Count(Status::kWarning)) + L" warnings.";
+         std::to_wstring(report.Count(Status::kWarning)) + L" with a warning.";
 }
 
 void WriteText(JsonWriter& writer, const char* key, const std::string& text) {
