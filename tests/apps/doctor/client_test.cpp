@@ -57,7 +57,7 @@ TEST_F(ClientCheck, WarnsThatNobodyServesThePipe) {
 TEST_F(ClientCheck, DoesNotStartTheProgram) {
   // It would write this file.
   const std::wstring program = m_folder.Write(L"client.exe", ReadFileBytes(DoctorPath()));
-  ConfigurePipe(R"(,"client":)" + plm_client::JsonText(CStringHelper::UnicodeToUTF8(program)));
+  ConfigurePipe(R"(,"client":)" + plm_client::JsonString(CStringHelper::UnicodeToUTF8(program)));
   const Report report = Check("client");
   ExpectHealthy(report);
   ExpectFinding(report, "client.program", Status::kOk, program + L". It was not started.");
@@ -111,21 +111,26 @@ TEST_F(ClientCheck, FindsAClientThatClosesTheConnection) {
 
 TEST_F(ClientCheck, FindsAClientThatAnswersWithoutAFrame) {
   ConfigurePipe();
-  const RawServer server(m_pipe, [](HANDLE pipe) { WriteAll(pipe, "{\"jsonrpc\":\"2.0\"}\r\n\r\n"); });
-  ExpectFinding(Check("client"), "client.answer", Status::kFailed, L"The PLM client did not answer: ");
+  const RawServer server(m_pipe, [](HANDLE pipe) {
+    ReadBytes(pipe, 30);
+    WriteAll(pipe, "{\"jsonrpc\":\"2.0\"}\r\n\r\n");
+  });
+  ExpectFinding(Check("client"), "client.answer", Status::kFailed,
+                L"The PLM client did not answer: the client sent ");
 }
 
 TEST_F(ClientCheck, TakesAnyMessageAsASignOfLife) {
   ConfigurePipe();
-  const RawServer server(m_pipe, [](HANDLE pipe) { WriteAll(pipe, "Content-Length: 4\r\n\r\nnull"); });
+  const RawServer server(m_pipe, [](HANDLE pipe) {
+    ReadBytes(pipe, 30);
+    WriteAll(pipe, "Content-Length: 4\r\n\r\nnull");
+  });
   ExpectFinding(Check("client"), "client.answer", Status::kOk, L"The PLM client answered in ");
 }
 
 TEST_F(ClientCheck, FindsANameThatIsNoPipe) {
-  const std::wstring file = m_folder.Write(L"file", "");
-  Configure(L"PlmClient.json", R"({"pipe":"no\\such:pipe<"})");
-  const Report report = Check("client");
-  EXPECT_EQ(report.Count(Status::kOk), 0u) << Describe(report);
+  Configure(L"PlmClient.json", R"({"pipe":"..\\NUL"})");
+  ExpectFinding(Check("client"), "client.pipe", Status::kFailed, LR"(\\.\pipe\..\NUL is not a pipe.)");
 }
 
 }  // namespace
