@@ -170,7 +170,7 @@ build_minizip() {
   rm -rf "$work"
   mkdir -p "$work" "$prefix/include/minizip" "$prefix/lib"
   {
-    (cd "$work" && x86_64-w64-mingw32-gcc-posix "$@" -I"$source" -c \
+    (cd "$work" && x86_64-w64-mingw32-gcc-posix "-ffile-prefix-map=$root=/tavo" "$@" -I"$source" -c \
       "$source"/{adler32,crc32,deflate,inffast,inflate,inftrees,trees,zutil}.c \
       "$source"/contrib/minizip/{ioapi,iowin32,unzip,zip}.c) &&
     rm -f "$prefix/lib/libminizip.a" &&

@@ -74,7 +74,8 @@ usage: tavo_doctor [OPTION ...]
   --area NAME        checks this area only; may be given several times:
                     )" +
          areas + LR"(
-  --timeout SECONDS  how long a library or a PLM client that does not answer is awaited (10)
+  --timeout SECONDS  how long a library or a PLM client that does not answer is awaited ()" +
+         std::to_wstring(kDefaultPatience.count()) + LR"()
   --help             prints this text
 
 It ends with 0 if nothing has failed, with 1 if something has, and with 2 if it was used wrongly or the archive

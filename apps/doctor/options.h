@@ -14,7 +14,7 @@ struct Options {
   bool json = false;
   std::wstring bundle;               ///< the path of the archive; empty: none
   std::vector<const Area*> areas{};  ///< what is checked; empty: everything
-  std::chrono::milliseconds patience{10'000};
+  std::chrono::milliseconds patience = kDefaultPatience;
   std::wstring create;  ///< the class of which an object is created; empty: none
 };
 

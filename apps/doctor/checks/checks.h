@@ -9,11 +9,14 @@
 
 namespace doctor {
 
+/// How long a DLL or a client that does not answer is awaited if the user does not say it.
+inline constexpr std::chrono::seconds kDefaultPatience{10};
+
 /// What the checks look at.
 struct Patient {
   std::wstring own_program;  ///< the path of this program
   const AddInLibrary& library;
-  std::chrono::milliseconds patience{10'000};  ///< how long a DLL or a client that does not answer is awaited
+  std::chrono::milliseconds patience = kDefaultPatience;  ///< with a DLL or a client that does not answer
 };
 
 /// The entries of both classes, in each half of the registry, for the machine and for the user.

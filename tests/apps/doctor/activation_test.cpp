@@ -1,5 +1,6 @@
 // Creating objects through COM.
 #include "doctor_fixture.h"
+#include "program_folder.h"
 
 using doctor::Report;
 using doctor::Status;
@@ -10,9 +11,7 @@ class ActivationCheck : public DoctorFixture {
  protected:
   /// Registers a library whose only function does what its name says: faulty_server.cpp.
   void RegisterFaulty(const std::wstring& name) {
-    const std::wstring tests = m_program.substr(0, m_program.find_last_of(L'\\')) + L"\\..\\tests\\";
-    const std::wstring path = m_folder.Write(name + L".dll", ReadFileBytes(tests + L"faulty_server.dll"));
-    RegisterLibrary(path);
+    RegisterLibrary(m_folder.Write(name + L".dll", ReadFileBytes(BesideTests(L"faulty_server.dll"))));
   }
 };
 

@@ -5,15 +5,13 @@
 
 #include "CStringHelper.h"
 #include "output/format.h"
+#include "program_folder.h"
 
 using doctor::Finding;
 using doctor::Report;
 using doctor::Status;
 
-std::wstring DoctorPath() {
-  const std::wstring library = AddInDll::BuiltPath();
-  return library.substr(0, library.find_last_of(L'\\')) + L"\\tavo_doctor.exe";
-}
+std::wstring DoctorPath() { return InBin(L"tavo_doctor.exe"); }
 
 std::string Describe(const Report& report) {
   return CStringHelper::UnicodeToUTF8(doctor::FormatText(report));

@@ -8,6 +8,7 @@
 #include "folder_tree.h"
 #include "image.h"
 #include "module/registry.h"
+#include "plm_client/client.h"
 
 using doctor::Status;
 
@@ -91,6 +92,17 @@ TEST_F(DoctorProgram, PrintsOneJsonObject) {
   EXPECT_EQ(checks[4]->GetStringValue(L"id"), L"client.program");
   EXPECT_EQ(checks[4]->GetStringValue(L"text"), L"The PLM client's program 客户.exe is not a full path.");
   EXPECT_NE(checks[4]->GetStringValue(L"advice"), L"");
+}
+
+TEST_F(DoctorProgram, AsksTheClientForASignOfLife) {
+  const std::wstring pipe = L"tavo-doctor-test-" + std::to_wstring(GetCurrentProcessId());
+  Configure(L"PlmClient.json", "{\"pipe\":\"" + CStringHelper::UnicodeToUTF8(pipe) + "\"}");
+  const plm_client::Client client({.pipe = pipe}, [](const plm_client::Request&, std::stop_token) {
+    return plm_client::Reply::Text("");
+  });
+  const Ended ended = Run(L"--area client");
+  EXPECT_EQ(ended.exit_code, 0u);
+  EXPECT_NE(ended.output.find("The PLM client answered in "), std::string::npos) << ended.output;
 }
 
 TEST_F(DoctorProgram, RefusesAnOptionThatItDoesNotKnow) {
