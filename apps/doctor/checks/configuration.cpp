@@ -17,7 +17,10 @@ namespace {
 constexpr wchar_t kCorrectView[] =
     L"Correct the file (docs: View.json), then switch the add-in off and on in the CAD application.";
 constexpr wchar_t kCorrectClient[] =
-    L"Correct the file (docs: PlmClient.json). It is read at the next connection.";
+    L"Correct the file (docs: PlmClient.json); meanwhile the defaults hold. It is read at the next "
+    L"connection.";
+
+std::wstring Sentence(const std::wstring& text) { return text + L"."; }
 
 /// The file `name` that the add-in uses; tells which one that is. Empty if there is none.
 std::wstring Find(const Patient& patient, const wchar_t* name, std::vector<std::wstring>& places) {
@@ -35,11 +38,13 @@ void CheckViewContent(const CJsonObject& view, const std::wstring& path, const A
     return;
   }
   const std::vector<std::wstring> faults = FindViewFaults(view, *rules);
-  for (const std::wstring& fault : faults)
-    report.Fail("configuration.view", path + L": " + fault, kCorrectView);
+  const std::wstring place = path + L": ";
+  for (const std::wstring& fault : faults) {
+    report.Fail("configuration.view", place + Sentence(fault), kCorrectView);
+  }
   const std::vector<std::wstring> slips = FindViewSlips(view);
   for (const std::wstring& slip : slips) {
-    report.Warn("configuration.view", path + L": " + slip, kCorrectView);
+    report.Warn("configuration.view", place + Sentence(slip), kCorrectView);
   }
   if (faults.empty() && slips.empty()) report.Ok("configuration.view", L"View.json has no mistake.");
 }
@@ -78,11 +83,12 @@ void CheckClientFile(const Patient& patient, Report& report) {
     CJsonObject file;
     file.CreateFromFile(path);
     const ClientFile read = ReadClientMembers(file);
+    const std::wstring place = path + L": ";
     for (const std::wstring& fault : read.faults) {
-      report.Fail("configuration.client", path + L": " + fault + L"; the default holds.", kCorrectClient);
+      report.Fail("configuration.client", place + Sentence(fault), kCorrectClient);
     }
     for (const std::wstring& slip : FindClientSlips(file)) {
-      report.Warn("configuration.client", path + L": " + slip + L".", kCorrectClient);
+      report.Warn("configuration.client", place + Sentence(slip), kCorrectClient);
     }
     if (read.faults.empty()) report.Ok("configuration.client", L"PlmClient.json has no mistake.");
   } catch (const CZALException& error) {

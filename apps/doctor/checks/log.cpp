@@ -47,8 +47,9 @@ void CheckLog(const Patient& patient, Report& report) {
   ExaminedLogFiles files;
   const std::vector<std::wstring> faults = FindLogFaults(path, {folder, kLogApplication}, files);
   for (const std::wstring& fault : faults) {
-    report.Fail("log.configuration", path + L": " + fault + L"; what cannot be followed is replaced.",
-                L"Correct the file. It is read when the CAD application starts.");
+    report.Fail("log.configuration", fault + L".",
+                L"Correct the file; meanwhile what cannot be followed is replaced. It is read when the CAD "
+                L"application starts.");
   }
   if (faults.empty()) report.Ok("log.configuration", L"The log's configuration has no mistake.");
 }

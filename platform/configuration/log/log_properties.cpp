@@ -152,6 +152,7 @@ std::vector<std::wstring> FindLogFaults(const std::wstring& path, const LogPlace
   Properties& settings = configurator.Settings();
   std::vector<std::wstring> faults =
       CorrectProperties(settings, file->getProperty(kLogFolderVariable), built_in, files);
+  for (std::wstring& fault : faults) fault.insert(0, path + L": ");
   if (!NamesAppender(PropertyCorrection(settings))) faults.push_back(LogWithoutAppender(path));
   return faults;
 }

@@ -131,8 +131,8 @@ TEST_P(ClientMistake, IsFound) {
 
 const Mistake kClientMistakes[] = {
     {"Syntax", "{\n\"pipe\": \"a\",\n}", Status::kFailed, L"line 3, column 1"},
-    {"NoObject", "[]", Status::kFailed, L"PlmClient.json: the root is not an object; the default holds."},
-    {"PipeIsANumber", R"({"pipe":1})", Status::kFailed, L"\"pipe\" is not a string; the default holds."},
+    {"NoObject", "[]", Status::kFailed, L"PlmClient.json: the root is not an object."},
+    {"PipeIsANumber", R"({"pipe":1})", Status::kFailed, L"\"pipe\" is not a string."},
     {"TimeIsAText", R"({"startTimeoutMs":"1"})", Status::kFailed,
      L"\"startTimeoutMs\" is not a whole number of milliseconds"},
     {"UnknownMember", R"({"other":1})", Status::kFailed, L"\"other\" is not known"},

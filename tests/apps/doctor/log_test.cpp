@@ -84,7 +84,7 @@ TEST_P(LogMistake, IsFoundWithoutAnEffect) {
 }
 
 const Mistake kMistakes[] = {
-    {"Level", "log4cplus.logger.infomsg=INFOO", L"log4cplus.logger.infomsg: \"INFOO\" is not a level;"},
+    {"Level", "log4cplus.logger.infomsg=INFOO", L"log4cplus.logger.infomsg: \"INFOO\" is not a level."},
     {"UnknownKey", "log4cplus.rootLoger=INFO",
      L"log4cplus.rootLoger: \"INFO\" is ignored: the key is unknown"},
     {"UnknownAppender", "log4cplus.logger.infomsg=INFO, g", L"\"g\" is not the name of an appender"},
@@ -93,7 +93,8 @@ const Mistake kMistakes[] = {
      "log4cplus.appender.g=log4cplus::FileAppender\nlog4cplus.appender.g.File=C:\\\\no such folder\\\\g.log",
      L"g.log\" cannot be opened: "},
     {"Size", "log4cplus.appender.f.MaxFileSize=10XB", L"\"10XB\" is not a size such as 10MB"},
-    {"NoAppender", "log4cplus.rootLogger=INFO", L"assigns no appender to any logger"},
+    {"NoAppender", "log4cplus.rootLogger=INFO",
+     L"home\\log/Log4cplus.properties assigns no appender to any logger; using the built-in"},
 };
 INSTANTIATE_TEST_SUITE_P(, LogMistake, testing::ValuesIn(kMistakes), CaseName<Mistake>);
 

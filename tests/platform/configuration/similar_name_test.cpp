@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 namespace {
 
 constexpr std::wstring_view kKnown[] = {L"name", L"CallbackFunction", L"Hint", L"pipe"};
