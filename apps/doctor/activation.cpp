@@ -91,16 +91,16 @@ int CreateAndPrint(const std::wstring& id) {
   CLSID class_id{};
   HRESULT result = CLSIDFromString(id.c_str(), &class_id);
   CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-  IUnknown* object = nullptr;
+  IUnknownPtr created;
   if (SUCCEEDED(result)) {
     result = CoCreateInstance(class_id, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown,
-                              reinterpret_cast<void**>(&object));
+                              reinterpret_cast<void**>(&created));
   }
   std::string line = kCreated;
   for (const wchar_t digit : HexCode(result)) line += static_cast<char>(digit);
   DWORD written = 0;
   WriteFile(GetStdHandle(STD_OUTPUT_HANDLE), line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
-  IUnknownPtr(object, false);  // let go at once
+  created = nullptr;  // before COM ends
   CoUninitialize();
   return 0;
 }

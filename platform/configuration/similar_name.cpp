@@ -42,6 +42,14 @@ std::wstring_view FindSimilarName(std::wstring_view name, std::span<const std::w
   return best;
 }
 
+namespace {
+
+std::wstring Slip(const std::wstring& place, const std::wstring& name, std::wstring_view meant) {
+  return place + L"\"" + name + L"\" is not known; \"" + std::wstring(meant) + L"\" is";
+}
+
+}  // namespace
+
 void AddSimilarNames(std::vector<std::wstring>& slips, const std::wstring& place, const CJsonObject& object,
                      std::span<const std::wstring_view> known) {
   if (!object.Share()->IsObject()) return;
@@ -49,7 +57,6 @@ void AddSimilarNames(std::vector<std::wstring>& slips, const std::wstring& place
     const std::wstring name =
         CStringHelper::UTF8ToUnicode({member.name.GetString(), member.name.GetStringLength()});
     const std::wstring_view meant = FindSimilarName(name, known);
-    if (meant.empty()) continue;
-    slips.push_back(place + L"\"" + name + L"\" is not known; \"" + std::wstring(meant) + L"\" is");
+    if (!meant.empty()) slips.push_back(Slip(place, name, meant));
   }
 }

@@ -36,6 +36,13 @@ std::vector<registry_script::Value> ExpectedTexts(const AddInLibrary& library) {
   return texts;
 }
 
+std::wstring DifferenceText(const std::wstring& path, const std::wstring& name,
+                            const std::optional<std::wstring>& found, const std::wstring& expected) {
+  return L"The value \"" + name + L"\" of HKLM\\" + path +
+         (found ? L" is \"" + *found + L"\"" : std::wstring(L" is missing")) + L"; it must be \"" + expected +
+         L"\".";
+}
+
 void CheckTexts(const RegistryKey& key, const std::wstring& path, const AddInLibrary& library,
                 Report& report) {
   bool is_right = true;
@@ -44,11 +51,7 @@ void CheckTexts(const RegistryKey& key, const std::wstring& path, const AddInLib
     const std::optional<std::wstring> found = key.Text(expected.name);
     if (found == text) continue;
     is_right = false;
-    report.Fail("host.key",
-                L"The value \"" + expected.name + L"\" of HKLM\\" + path +
-                    (found ? L" is \"" + *found + L"\"" : std::wstring(L" is missing")) + L"; it must be \"" +
-                    text + L"\".",
-                kRegister);
+    report.Fail("host.key", DifferenceText(path, expected.name, found, text), kRegister);
   }
   if (is_right)
     report.Ok("host.key", L"The CAD application's list of add-ins has the add-in: HKLM\\" + path + L".");

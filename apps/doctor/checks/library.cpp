@@ -48,7 +48,7 @@ void CheckVersion(const std::wstring& path, Report& report) {
 
 /// What is missing of a library that is imported; empty if nothing is.
 std::wstring FindMissing(const ImportedLibrary& import) {
-  const std::wstring name = CStringHelper::UTF8ToUnicode(import.name);
+  std::wstring name = CStringHelper::UTF8ToUnicode(import.name);
   const UniqueModule module(LoadLibraryExW(name.c_str(), nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32));
   if (!module) return name;
   for (const ImportedFunction& function : import.functions) {

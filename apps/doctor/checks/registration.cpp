@@ -44,6 +44,11 @@ std::optional<std::wstring> FindDifference(const RegistryKey& key, const Value& 
          std::to_wstring(number);
 }
 
+std::wstring DifferenceText(const std::wstring& path, const Value& value, const std::wstring& difference) {
+  const std::wstring name = value.name.empty() ? L"the default value" : L"the value " + Quoted(value.name);
+  return name + L" of HKLM\\" + path + L" " + difference;
+}
+
 /// Adds a text for each value of `expected` that differs below the machine's `path`.
 void CollectDifferences(const std::wstring& path, const Key& expected,
                         std::vector<std::wstring>& differences) {
@@ -55,9 +60,7 @@ void CollectDifferences(const std::wstring& path, const Key& expected,
   }
   for (const Value& value : expected.values) {
     const std::optional<std::wstring> difference = FindDifference(key, value);
-    if (!difference) continue;
-    const std::wstring name = value.name.empty() ? L"the default value" : L"the value " + Quoted(value.name);
-    differences.push_back(name + L" of HKLM\\" + own_path + L" " + *difference);
+    if (difference) differences.push_back(DifferenceText(own_path, value, *difference));
   }
   for (const Key& child : expected.keys) CollectDifferences(own_path + L"\\", child, differences);
 }
