@@ -81,13 +81,20 @@ class LifeCycle : public InstallerTest {
     for (const std::wstring& place : places) EXPECT_FALSE(ChangesBelow(changes, {place}).empty());
   }
 
-  /// The host finds the add-in by its registry entry, connects it, lets it run a command and unloads it.
-  void Use() {
-    const TempFolder clients_folder, hosts_folder;
+  /// The diagnosis program finds nothing wrong. The host finds the add-in by its registry entry, connects it,
+  /// lets it run a command and unloads it.
+  /// @param warnings  of the diagnosis program
+  void Use(int warnings = 0) {
+    const TempFolder clients_folder, doctors_folder, hosts_folder;
     const std::wstring answers = L"Z:" + utf8::Decode<wchar_t>(SOURCE_FOLDER "/demo/answers");
     const ClientProgram client(L"plm_client.exe", clients_folder, L"--answers " + answers);
     for (int pauses = 0; pauses < 200 && client.Output().find("serving") == std::string::npos; ++pauses)
       Sleep(100);
+    const ClientProgram doctor((kInstallFolder + L"\\tavo_doctor.exe").c_str(), doctors_folder, L"--json");
+    EXPECT_EQ(doctor.ExitCode(), 0u) << doctor.Errors();
+    const std::string findings = "\"failures\":0,\"warnings\":" + std::to_string(warnings) + ",";
+    EXPECT_NE(doctor.Output().find(findings), std::string::npos) << doctor.Output();
+
     const std::wstring script = hosts_folder.Write(L"session.txt",
                                                    "connect \"TAVO SolidWorks Integration\"\n"
                                                    "expect enabled \"Log In\"\n"
@@ -145,7 +152,7 @@ TEST_F(LifeCycle, ChangesWhatItShouldAndLeavesNothing) {
   BreakAndRepair();
   Use();
   Upgrade();
-  Use();
+  Use(1);  // the DLL is newer than the diagnosis program, since only the DLL was made in two versions
   TryToGoBack();
   Remove();
 
