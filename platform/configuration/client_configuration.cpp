@@ -4,8 +4,6 @@
 #include <optional>
 #include <string_view>
 
-#include "similar_name.h"
-
 namespace {
 
 /// The members of the file. A member of a wrong type is a fault and counts as missing.
@@ -74,11 +72,4 @@ ClientFile ReadClientMembers(const CJsonObject& file) {
   members.Text("$schema");  // for editors
   read.faults = members.Faults();
   return read;
-}
-
-std::vector<std::wstring> FindClientSlips(const CJsonObject& file) {
-  constexpr std::wstring_view kKnown[] = {L"pipe", L"client", L"startTimeoutMs", L"$schema"};
-  std::vector<std::wstring> slips;
-  AddSimilarNames(slips, {}, file, kKnown);
-  return slips;
 }

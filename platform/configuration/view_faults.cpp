@@ -3,18 +3,11 @@
 #include <algorithm>
 
 #include "CZALException.h"
-#include "similar_name.h"
+#include "view_place.h"
 
 namespace {
 
 using Faults = std::vector<std::wstring>;
-
-/// `text` in quotes and in one line.
-std::wstring Quoted(std::wstring text) {
-  std::ranges::replace_if(
-      text, [](wchar_t c) { return c < L' '; }, L' ');
-  return L"\"" + text + L"\"";
-}
 
 /// The member `key` of `object`; null if it is missing.
 const CJsonObject::Value* FindMember(const CJsonObject& object, const std::wstring& key) {
@@ -96,15 +89,6 @@ void AddItemFaults(Faults& faults, const std::wstring& place, const CJsonObject&
   AddRepeatedKeys(faults, place, item);
 }
 
-/// The beginning of each text about an item.
-std::wstring PlaceOf(std::size_t index, const CJsonObject& item) {
-  return L"item " + std::to_wstring(index + 1) + L" " + Quoted(item.GetStringValue(L"name")) + L": ";
-}
-
-constexpr std::wstring_view kViewKeys[] = {L"name", L"Menu", L"$schema"};
-constexpr std::wstring_view kItemKeys[] = {L"name",         L"ToolTip",       L"Hint", L"CallbackFunction",
-                                           L"EnableMethod", L"ImageListIndex"};
-
 }  // namespace
 
 std::vector<std::wstring> FindViewFaults(const CJsonObject& view,
@@ -130,17 +114,4 @@ std::vector<std::wstring> FindViewFaults(const CJsonObject& view, const ViewRule
   } catch (const CZALException& error) {
     return {error.GetErrorMessage()};
   }
-}
-
-std::vector<std::wstring> FindViewSlips(const CJsonObject& view) {
-  Faults slips;
-  AddSimilarNames(slips, {}, view, kViewKeys);
-  try {
-    const std::vector<CJsonObject::Pointer> items = view.GetObjectArray(L"Menu");
-    for (std::size_t index = 0; index < items.size(); ++index) {
-      AddSimilarNames(slips, PlaceOf(index, *items[index]), *items[index], kItemKeys);
-    }
-  } catch (const CZALException&) {  // a fault, and no slip
-  }
-  return slips;
 }

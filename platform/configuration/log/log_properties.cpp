@@ -11,7 +11,6 @@
 #include "CStringHelper.h"
 #include "appender_check.h"
 #include "base/system_path.h"
-#include "configuration/log_configurator.h"
 #include "logger_value.h"
 #include "property_correction.h"
 
@@ -19,9 +18,7 @@ using log4cplus::helpers::Properties;
 
 namespace {
 
-constexpr std::wstring_view kLogger = L"logger.";
 constexpr std::wstring_view kAdditivity = L"additivity.";
-constexpr const wchar_t* kRootLogger = L"rootLogger";
 constexpr const wchar_t* kDefaultLevel = L"INFO";
 constexpr const wchar_t* kInherited = L"INHERITED";
 
@@ -107,16 +104,6 @@ class Correction {
   bool m_losesEvents = false;
 };
 
-// Whether some logger has an appender, or logging is switched off.
-bool NamesAppender(const PropertyCorrection& properties) {
-  const auto has_appender = [&properties](const std::wstring& key) {
-    return !LoggerValue::Parse(properties.Value(key)).appenders.empty();
-  };
-  const LoggerValue root = LoggerValue::Parse(properties.Value(kRootLogger));
-  return root.level == L"OFF" || !root.appenders.empty() ||
-         std::ranges::any_of(properties.KeysBelow(kLogger), has_appender);
-}
-
 }  // namespace
 
 std::optional<Properties> ReadLogProperties(const std::wstring& path, const std::wstring& log_folder) {
@@ -142,17 +129,4 @@ std::wstring LogNotReadable(const std::wstring& path) {
 
 std::wstring LogWithoutAppender(const std::wstring& path) {
   return path + L" assigns no appender to any logger; using the built-in log configuration";
-}
-
-std::vector<std::wstring> FindLogFaults(const std::wstring& path, const LogPlace& built_in,
-                                        ExaminedLogFiles& files) {
-  const std::optional<Properties> file = ReadLogProperties(path, built_in.folder);
-  if (!file) return {LogNotReadable(path)};
-  LogConfigurator configurator(*file);
-  Properties& settings = configurator.Settings();
-  std::vector<std::wstring> faults =
-      CorrectProperties(settings, file->getProperty(kLogFolderVariable), built_in, files);
-  for (std::wstring& fault : faults) fault.insert(0, path + L": ");
-  if (!NamesAppender(PropertyCorrection(settings))) faults.push_back(LogWithoutAppender(path));
-  return faults;
 }

@@ -2,7 +2,12 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
+
+/// The keys of loggers: that of the root, and what the others begin with.
+inline constexpr const wchar_t* kRootLogger = L"rootLogger";
+inline constexpr std::wstring_view kLogger = L"logger.";
 
 /// The value of rootLogger or of logger.NAME: a level, then the names of appenders, separated by commas.
 struct LoggerValue {

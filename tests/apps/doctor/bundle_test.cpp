@@ -9,8 +9,6 @@
 #include "bundle/bundle.h"
 #include "doctor_fixture.h"
 
-using doctor::Report;
-
 namespace {
 
 /// The files in an archive, by their names.

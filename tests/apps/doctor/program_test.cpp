@@ -10,8 +10,6 @@
 #include "module/registry.h"
 #include "plm_client/client.h"
 
-using doctor::Status;
-
 namespace {
 
 struct Ended {

@@ -1,4 +1,6 @@
 // The registration of the type library.
+#include <windows.h>
+
 #include <oleauto.h>
 
 #include "doctor_fixture.h"

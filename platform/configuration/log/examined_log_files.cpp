@@ -1,29 +1,12 @@
-#include "configuration/log_files.h"
-
 #include <algorithm>
 
-#include "CFileHelper.h"
 #include "base/file_attributes.h"
 #include "base/system_path.h"
 #include "base/unique_handle.h"
+#include "configuration/log_files.h"
+#include "file_access.h"
 
 namespace {
-
-constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-
-// @return ERROR_SUCCESS, or why the file cannot be opened.
-DWORD Open(const std::wstring& path, DWORD disposition, DWORD flags = 0) {
-  const UniqueHandle file = OwnHandle(
-      CreateFileW(path.c_str(), FILE_APPEND_DATA | DELETE, kShareAll, nullptr, disposition, flags, nullptr));
-  return file ? ERROR_SUCCESS : GetLastError();
-}
-
-// @return ERROR_SUCCESS, or why the file cannot be opened as an appender does.
-DWORD OpenToAppend(const std::wstring& path, DWORD disposition) {
-  const UniqueHandle file =
-      OwnHandle(CreateFileW(path.c_str(), FILE_APPEND_DATA, kShareAll, nullptr, disposition, 0, nullptr));
-  return file ? ERROR_SUCCESS : GetLastError();
-}
 
 // The folder of `path`; empty if it has none.
 std::wstring Parent(const std::wstring& path) {
@@ -36,6 +19,12 @@ std::wstring TrialPath(const std::wstring& folder) {
   return SystemPath(folder + L"\\tavo-trial-" + std::to_wstring(GetCurrentProcessId()));
 }
 
+DWORD TryToMakeFileIn(const std::wstring& folder) {
+  const UniqueHandle file = OwnHandle(CreateFileW(TrialPath(folder).c_str(), FILE_APPEND_DATA | DELETE, 0,
+                                                  nullptr, CREATE_NEW, FILE_FLAG_DELETE_ON_CLOSE, nullptr));
+  return file ? ERROR_SUCCESS : GetLastError();
+}
+
 DWORD TryToMakeFolderIn(const std::wstring& folder) {
   const std::wstring trial = TrialPath(folder);
   if (!CreateDirectoryW(trial.c_str(), nullptr)) return GetLastError();
@@ -44,10 +33,6 @@ DWORD TryToMakeFolderIn(const std::wstring& folder) {
 }
 
 }  // namespace
-
-void MadeLogFiles::MakeFolder(const std::wstring& folder) { CFileHelper::CreateFolder(folder, false); }
-
-DWORD MadeLogFiles::TryToOpen(const std::wstring& path) { return OpenToAppend(path, OPEN_ALWAYS); }
 
 DWORD ExaminedLogFiles::TryToOpen(const std::wstring& path) {
   const DWORD error = Examine(path);
@@ -65,7 +50,7 @@ DWORD ExaminedLogFiles::Examine(const std::wstring& path) const {
 }
 
 DWORD TryToWriteIn(const std::wstring& folder) {
-  if (IsFolder(folder)) return Open(TrialPath(folder), CREATE_NEW, FILE_FLAG_DELETE_ON_CLOSE);
+  if (IsFolder(folder)) return TryToMakeFileIn(folder);
   if (IsFile(folder)) return ERROR_DIRECTORY;
   std::wstring parent = Parent(folder);
   while (!parent.empty() && FileAttributes(parent) == INVALID_FILE_ATTRIBUTES) parent = Parent(parent);
