@@ -33,8 +33,8 @@ std::vector<std::wstring> CorrectProperties(log4cplus::helpers::Properties& prop
 std::wstring LogNotReadable(const std::wstring& path);
 std::wstring LogWithoutAppender(const std::wstring& path);
 
-/// The faults of the configuration of the log at `path`: those that CorrectProperties finds, and what makes it
-/// useless. Each names the path. Has no effect on the log files that it names.
+/// The faults of the configuration of the log at `path`: those that CorrectProperties finds, and what makes
+/// it useless. Each names the path. Has no effect on the log files that it names.
 /// @param files  tells the log files that can be written.
 std::vector<std::wstring> FindLogFaults(const std::wstring& path, const LogPlace& built_in,
                                         ExaminedLogFiles& files);
