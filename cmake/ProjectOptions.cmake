@@ -12,6 +12,14 @@ if(WIN32)
   target_link_options(project_options INTERFACE -static -static-libgcc -static-libstdc++)
 endif()
 
+# What is not a test, and so optimised: where it lists the places of variables, their order would depend on the path of
+# the build folder.
+add_library(product_options INTERFACE)
+if(WIN32)
+  target_compile_options(product_options INTERFACE -fno-var-tracking-assignments)
+endif()
+target_link_libraries(product_options INTERFACE project_options)
+
 # GCC 12 finds faults in the standard library's own strings once they come from precompiled headers.
 set(TAVO_PRECOMPILED_OPTIONS -Wno-array-bounds -Wno-restrict -Wno-stringop-overflow
     -Wno-stringop-overread)
@@ -24,7 +32,7 @@ set(TAVO_PRECOMPILED_HEADERS
 if(WIN32)
   file(WRITE ${CMAKE_BINARY_DIR}/precompiled.cpp "// Compiled only to build the precompiled headers.\n")
   add_library(precompiled_headers OBJECT ${CMAKE_BINARY_DIR}/precompiled.cpp)
-  target_link_libraries(precompiled_headers PRIVATE project_options)
+  target_link_libraries(precompiled_headers PRIVATE product_options)
   target_precompile_headers(precompiled_headers PRIVATE ${TAVO_PRECOMPILED_HEADERS})
 endif()
 
@@ -44,7 +52,7 @@ endfunction()
 function(tavo_library name)
   cmake_parse_arguments(arg "" "INCLUDE" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
   add_library(${name} STATIC ${arg_SOURCES})
-  target_link_libraries(${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE} project_options)
+  target_link_libraries(${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE} product_options)
   if(arg_INCLUDE)
     target_include_directories(${name} PUBLIC ${arg_INCLUDE})
   endif()
@@ -55,6 +63,6 @@ endfunction()
 function(tavo_program name)
   cmake_parse_arguments(arg "" "" "SOURCES;LIBRARIES" ${ARGN})
   add_executable(${name} ${arg_SOURCES})
-  target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} project_options)
+  target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} product_options)
   tavo_precompiled(${name})
 endfunction()
