@@ -1,6 +1,6 @@
 #include "program_folder.h"
 
-#include <windows.h>
+#include "base/module_path.h"
 
 namespace {
 
@@ -8,12 +8,13 @@ std::wstring FolderOf(const std::wstring& path) { return path.substr(0, path.rfi
 
 }  // namespace
 
-std::wstring ProgramFolder() {
-  wchar_t path[MAX_PATH];
-  return FolderOf({path, GetModuleFileNameW(nullptr, path, MAX_PATH)});
-}
+std::wstring ProgramFolder() { return FolderOf(ModulePath(nullptr)); }
 
 std::wstring BesideTests(std::wstring_view name) { return ProgramFolder() + L'\\' + std::wstring(name); }
+
+std::wstring SourceFile(std::wstring_view name) {
+  return FolderOf(FolderOf(FolderOf(ProgramFolder()))) + L'\\' + std::wstring(name);
+}
 
 std::wstring InBin(std::wstring_view name) {
   return FolderOf(ProgramFolder()) + L"\\bin\\" + std::wstring(name);

@@ -2,9 +2,11 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "base/unique_handle.h"
+#include "base/utf8.h"
 
 namespace {
 
@@ -43,6 +45,12 @@ void Start(const TempFolder& folder) {
 }
 
 }  // namespace
+
+std::string UnixPath(const std::wstring& path) {
+  std::string result = utf8::Encode<wchar_t>(path.substr(path.find(L':') + 1));
+  std::ranges::replace(result, '\\', '/');
+  return "'" + result + "'";
+}
 
 std::string RunShell(const TempFolder& folder, const std::string& line) {
   DeleteFileW(folder.Path(kStatus).c_str());

@@ -2,9 +2,25 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
+#include "base/unique_registry_key.h"
+#include "base/utf8.h"
+
 namespace {
 
 std::wstring Key() { return std::wstring(L"SOFTWARE\\SolidWorks\\AddIns\\") + RegisteredAddIn::kClsid; }
+
+// One that exists already is somebody else's, and must not be removed.
+void MakeNewKey() {
+  HKEY key = nullptr;
+  DWORD disposition = 0;
+  RegCreateKeyExW(HKEY_LOCAL_MACHINE, Key().c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_WRITE, nullptr,
+                  &key, &disposition);
+  const UniqueRegistryKey owner(key);
+  if (disposition != REG_CREATED_NEW_KEY)
+    throw std::runtime_error("no new key: " + utf8::Encode<wchar_t>(Key()));
+}
 
 void SetValue(const wchar_t* name, DWORD type, const void* data, std::size_t size) {
   const LSTATUS status =
@@ -19,6 +35,7 @@ void SetText(const wchar_t* name, const std::wstring& text) {
 }  // namespace
 
 RegisteredAddIn::RegisteredAddIn(const std::wstring& title, ISwAddin* object) : m_factory(object) {
+  MakeNewKey();
   CLSID clsid{};
   CLSIDFromString(kClsid, &clsid);
   EXPECT_EQ(CoRegisterClassObject(clsid, &m_factory, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &m_cookie),

@@ -14,6 +14,8 @@ class RegisteredAddIn {
   static constexpr const wchar_t* kClsid = L"{5B3A9A0E-7C1D-4E0B-8A53-0C6C2D9A4F11}";
   static constexpr const wchar_t* kDescription = L"for a test";
 
+  /// @throws std::runtime_error if the registry has the add-in's key already, such as after a run that was
+  /// killed.
   RegisteredAddIn(const std::wstring& title, ISwAddin* object);
   RegisteredAddIn(const RegisteredAddIn&) = delete;
   RegisteredAddIn& operator=(const RegisteredAddIn&) = delete;

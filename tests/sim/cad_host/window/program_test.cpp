@@ -18,8 +18,8 @@ class WindowProgramTest : public testing::Test {
   intptr_t Play(std::wstring_view script) const {
     const std::wstring path = L"\"" + m_folder.WriteText(L"script.txt", script) + L"\"";
     const std::wstring record = L"\"" + m_folder.Path(L"record.txt") + L"\"";
-    return _wspawnl(_P_WAIT, InBin(L"cad_host_window.exe").c_str(), L"cad_host_window", L"--script", path.c_str(),
-                    L"--record", record.c_str(), nullptr);
+    return _wspawnl(_P_WAIT, InBin(L"cad_host_window.exe").c_str(), L"cad_host_window", L"--script",
+                    path.c_str(), L"--record", record.c_str(), nullptr);
   }
 
   TempFolder m_folder;

@@ -212,16 +212,18 @@ void Fault(const Scenario& scenario) {
 
 const wchar_t* arguments[8];
 
-/// Splits the command line at its blanks; nothing here has quotes or blanks inside.
+/// Splits the command line at its blanks; what stands between quotes stays whole.
 int SplitCommandLine() {
   static wchar_t copy[4096];
   int count = 0;
   wchar_t* to = copy;
   for (const wchar_t* from = GetCommandLineW(); *from && count < 8;) {
-    while (*from == L' ' || *from == L'"') ++from;
+    while (*from == L' ') ++from;
     if (!*from) break;
+    const wchar_t end = *from == L'"' ? *from++ : L' ';
     arguments[count++] = to;
-    while (*from && *from != L' ' && *from != L'"') *to++ = *from++;
+    while (*from && *from != end) *to++ = *from++;
+    if (*from) ++from;
     *to++ = 0;
   }
   return count;

@@ -60,7 +60,8 @@ class ForeignHost : public testing::TestWithParam<const char*> {
         OwnHandle(CreateFileW(m_folder.Path(L"output.txt").c_str(), GENERIC_WRITE, FILE_SHARE_READ,
                               &inheritable, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
     const std::wstring program = FolderOf(ModulePath(nullptr)) + L"\\foreign_host.exe";
-    std::wstring command = program + L" " + m_folder.Path(L"add_in.dll") + L" " + scenario + L" " + guard;
+    std::wstring command =
+        L"\"" + program + L"\" \"" + m_folder.Path(L"add_in.dll") + L"\" " + scenario + L" " + guard;
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESTDHANDLES;

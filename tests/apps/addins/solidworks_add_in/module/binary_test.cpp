@@ -10,23 +10,19 @@
 #include <string>
 #include <vector>
 
-#include "CStringHelper.h"
 #include "add_in_dll.h"
 #include "temp_folder.h"
 #include "unix_program.h"
 
 namespace {
 
-/// The DLL's path as programs of the system below Wine have it, whose root folder is drive Z, between quotes.
-std::string UnixPath(const std::string& ending = "") {
-  std::string path = CStringHelper::UnicodeToUTF8(AddInDll::BuiltPath().substr(2)) + ending;
-  std::ranges::replace(path, '\\', '/');
-  return "'" + path + "'";
-}
+/// The DLL, and the file with its debug information, as the system's programs name them.
+std::string Dll() { return UnixPath(AddInDll::BuiltPath()); }
+std::string DebugFile() { return UnixPath(AddInDll::BuiltPath() + L".debug"); }
 
 /// The base address for which the linker wrote the file; the loader may have chosen another one.
 DWORD64 PreferredBase() {
-  const std::string headers = RunShell(TempFolder(), "x86_64-w64-mingw32-objdump -p " + UnixPath());
+  const std::string headers = RunShell(TempFolder(), "x86_64-w64-mingw32-objdump -p " + Dll());
   std::smatch found;
   if (!std::regex_search(headers, found, std::regex("ImageBase\\s+([0-9a-f]+)"))) return 0;
   return std::stoull(found[1], nullptr, 16);
@@ -39,7 +35,7 @@ struct Function {
 
 /// The functions of the DLL with external names, from its debug file.
 std::vector<Function> Functions() {
-  std::istringstream lines(RunShell(TempFolder(), "x86_64-w64-mingw32-nm " + UnixPath(".debug")));
+  std::istringstream lines(RunShell(TempFolder(), "x86_64-w64-mingw32-nm " + DebugFile()));
   std::vector<Function> result;
   std::string line;
   while (std::getline(lines, line)) {
@@ -61,7 +57,7 @@ TEST(Binary, StaysBelowItsSize) { EXPECT_LT(std::filesystem::file_size(AddInDll:
 
 TEST(Binary, HasItsDebugInformationInAFileBesideIt) {
   const TempFolder folder;
-  const std::string sections = RunShell(folder, "x86_64-w64-mingw32-objdump -h " + UnixPath());
+  const std::string sections = RunShell(folder, "x86_64-w64-mingw32-objdump -h " + Dll());
   EXPECT_EQ(sections.find(".debug_"), std::string::npos) << sections;
   EXPECT_NE(sections.find(".gnu_debuglink"), std::string::npos) << sections;
 
@@ -70,7 +66,7 @@ TEST(Binary, HasItsDebugInformationInAFileBesideIt) {
   ASSERT_NE(unload, functions.end());
   std::ostringstream address;
   address << std::hex << unload->address;
-  for (const std::string& file : {UnixPath(".debug"), UnixPath()}) {
+  for (const std::string& file : {DebugFile(), Dll()}) {
     const std::string place =
         RunShell(folder, "x86_64-w64-mingw32-addr2line -fe " + file + " " + address.str());
     EXPECT_TRUE(std::regex_match(place, std::regex("DllCanUnloadNow\n/tavo/.*/exports\\.cpp:[1-9][0-9]*\n")))
