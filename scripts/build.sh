@@ -2,13 +2,14 @@
 
 help_build() {
   cat <<'TEXT'
-usage: ./dev build [--debug] [TARGET ...]
+usage: ./dev build [--debug] [--windows] [TARGET ...]
 
 Builds everything, or the named targets (a test program such as invoker_test, the add-in solidworks_add_in):
 build/windows, which runs under Wine, and build/native, the parts that have nothing to do with Windows, with
 sanitizers. A target is built in every folder that has it.
 
-  --debug   build/windows-debug instead of build/windows: nothing optimised, full debug information
+  --debug     build/windows-debug instead of build/windows: nothing optimised, full debug information
+  --windows   nothing in build/native
 TEXT
 }
 
@@ -54,25 +55,28 @@ build_preset() {
 }
 
 build() {
-  local windows=windows targets=() target
+  local windows=windows native=native targets=() target
   for target in "$@"; do
     case "$target" in
       --debug) windows=windows-debug ;;
+      --windows) native="" ;;
       -*) refuse build "$target" ;;
       *) targets+=("$target") ;;
     esac
   done
   setup_tests
   build_preset "$windows" "${targets[@]}"
-  build_preset native "${targets[@]}"
+  [ -z "$native" ] || build_preset "$native" "${targets[@]}"
   for target in "${targets[@]}"; do
-    has_target "$windows" "$target" || has_target native "$target" || fail "no such target: $target"
+    has_target "$windows" "$target" || { [ -n "$native" ] && has_target "$native" "$target"; } ||
+      fail "no such target: $target"
   done
 }
 
 clean() {
   case "${1:-}" in
-    '') rm -rf build/windows build/windows-debug build/windows-hardened build/native build/fuzz build/tidy build/package ;;
+    '') rm -rf build/windows build/windows-debug build/windows-hardened build/native build/fuzz build/tidy \
+      build/package build/reproduce ;;
     --all) rm -rf build ;;
     *) refuse clean "$1" ;;
   esac
