@@ -57,6 +57,7 @@ function(tavo_test name)
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
   add_test(NAME ${name} COMMAND ${name} --gtest_output=xml:test-results/${name}.xml
            WORKING_DIRECTORY ${CMAKE_BINARY_DIR})
+  set_property(GLOBAL APPEND PROPERTY TAVO_TEST_PROGRAMS "${name} ${arg_TIMEOUT}")
   math(EXPR watch "${arg_TIMEOUT} - 10")
   set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} ENVIRONMENT TEST_SECONDS=${watch})
 endfunction()

@@ -26,6 +26,7 @@ test_packages=(
   python3-jsonschema                                                    # a validator of JSON Schemas
   golang-go                                                             # an example client
   openssl                                                               # a certificate to sign with
+  python3 git                                                           # makes the list of licences
 )
 package_packages=(
   g++                                                                   # a program that runs while the package is made
@@ -34,6 +35,9 @@ package_packages=(
 )
 fuzz_packages=(clang-16 libclang-rt-16-dev llvm)
 bench_packages=(python3-minimal)
+test_kit_packages=(zip unzip git)
+licence_packages=(python3 git)
+reproduce_packages=(git faketime msitools)
 window_packages=(imagemagick)                                           # pictures of windows
 lint_packages=(clang-format clang-tidy-16 python3-minimal)
 
