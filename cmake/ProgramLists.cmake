@@ -1,14 +1,15 @@
 # The lists of what was built, which tests and the test kit read beside the test programs.
 
 # tavo_collect_programs(RESULT FOLDER): the targets of the folder and of those below it that are programs or DLLs and
-# built always.
+# built always. Without those with the property TAVO_UNLISTED.
 function(tavo_collect_programs result folder)
   set(found)
   get_property(targets DIRECTORY ${folder} PROPERTY BUILDSYSTEM_TARGETS)
   foreach(target ${targets})
     get_target_property(type ${target} TYPE)
     get_target_property(excluded ${target} EXCLUDE_FROM_ALL)
-    if(type MATCHES "^(EXECUTABLE|SHARED_LIBRARY|MODULE_LIBRARY)$" AND NOT excluded)
+    get_target_property(unlisted ${target} TAVO_UNLISTED)
+    if(type MATCHES "^(EXECUTABLE|SHARED_LIBRARY|MODULE_LIBRARY)$" AND NOT excluded AND NOT unlisted)
       list(APPEND found ${target})
     endif()
   endforeach()

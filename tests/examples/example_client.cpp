@@ -2,18 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 
 #include "CStringHelper.h"
 #include "host.h"
+#include "program_folder.h"
 
 namespace {
 
-/// A path of the system on which Wine runs, for Windows programs.
-std::wstring WindowsPath(std::wstring path) {
-  std::ranges::replace(path, L'/', L'\\');
-  return L"Z:" + path;
-}
+std::wstring NodejsFile(const std::wstring& name) { return SourceFile(L"build\\deps\\nodejs\\" + name); }
 
 std::wstring Words(const Example& example, const std::wstring& arguments) {
   return example.script.empty() ? arguments : L"\"" + example.script + L"\" " + arguments;
@@ -23,22 +19,20 @@ std::wstring Words(const Example& example, const std::wstring& arguments) {
 
 void PrintTo(const Example& example, std::ostream* stream) { *stream << example.name; }
 
-Example GoExample() { return {"Go", WindowsPath(GO_CLIENT), L""}; }
+Example GoExample() { return {"Go", InBuild(L"examples\\plm_client_go.exe"), L""}; }
 
-Example NodejsExample() {
-  return {"Nodejs", WindowsPath(NODEJS L"/node.exe"), ExampleFile(L"nodejs\\plm_client.js")};
-}
+Example NodejsExample() { return {"Nodejs", NodejsFile(L"node.exe"), ExampleFile(L"nodejs\\plm_client.js")}; }
 
 std::vector<Example> AllExamples() { return {GoExample(), NodejsExample()}; }
 
-std::wstring ExampleFile(const std::wstring& name) { return WindowsPath(EXAMPLES) + L"\\" + name; }
+std::wstring ExampleFile(const std::wstring& name) { return SourceFile(L"examples\\plm_clients\\" + name); }
 
 ExampleClient::ExampleClient(const Example& example, const std::wstring& arguments)
     : ExampleClient(example, NewPipeName(), arguments) {}
 
 ExampleClient::ExampleClient(const Example& example, const std::wstring& pipe, const std::wstring& arguments)
     : m_pipe(pipe),
-      m_packages(L"NODE_PATH", WindowsPath(NODEJS L"/node_modules")),
+      m_packages(L"NODE_PATH", NodejsFile(L"node_modules")),
       m_anySystem(L"NODE_SKIP_PLATFORM_CHECK", L"1"),  // Wine says that it is an older Windows
       m_program(example.program.c_str(), m_output,
                 Words(example, (pipe.empty() ? L"" : L"--pipe \"" + pipe + L"\" ") + arguments)) {}

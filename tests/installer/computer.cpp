@@ -2,7 +2,6 @@
 
 #include <msi.h>
 
-#include <algorithm>
 #include <iterator>
 #include <utility>
 
@@ -10,6 +9,7 @@
 #include "base/unique_registry_key.h"
 #include "base/utf8.h"
 #include "list_difference.h"
+#include "program_folder.h"
 
 namespace computer {
 
@@ -20,14 +20,6 @@ const std::wstring kServices = L"HKLM\\System\\CurrentControlSet\\Services";
 const std::wstring kSessionManager = L"HKLM\\System\\CurrentControlSet\\Control\\Session Manager";
 const std::wstring kNetworkCards = L"HKLM\\Software\\Microsoft\\Windows NT\\CurrentVersion\\NetworkCards";
 const std::wstring kPrograms = L"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall";
-
-/// A path in the build folder as Windows spells it.
-std::wstring BuildPath(std::wstring_view name) {
-  std::wstring path = L"Z:" + utf8::Decode<wchar_t>(BINARY_FOLDER) + L"\\";
-  path.append(name);
-  std::replace(path.begin(), path.end(), L'/', L'\\');
-  return path;
-}
 
 UniqueRegistryKey OpenMachineKey(const std::wstring& path) {
   HKEY key = nullptr;
@@ -50,10 +42,10 @@ const Snapshot& BareComputer() {
 
 }  // namespace
 
-std::wstring ThisPackage() { return BuildPath(L"installer\\this.msi"); }
-std::wstring NextPackage() { return BuildPath(L"installer\\next.msi"); }
+std::wstring ThisPackage() { return InBuild(L"installer\\this.msi"); }
+std::wstring NextPackage() { return InBuild(L"installer\\next.msi"); }
 
-std::wstring BuiltFile(std::wstring_view name) { return BuildPath(L"bin\\" + std::wstring(name)); }
+std::wstring BuiltFile(std::wstring_view name) { return InBuild(L"bin\\" + std::wstring(name)); }
 
 DWORD RunAndWait(const std::wstring& command) {
   STARTUPINFOW start{};

@@ -11,6 +11,7 @@
 #include "computer.h"
 #include "list_difference.h"
 #include "message_boxes.h"
+#include "program_folder.h"
 
 namespace {
 
@@ -72,7 +73,7 @@ class CopiedDll {
 /// The names of the documents, as the package's list has them.
 Lines Documents() {
   Lines names;
-  std::ifstream list(SOURCE_FOLDER "/installer/documents.txt");
+  std::ifstream list(SourceFile(L"installer\\documents.txt").c_str());
   for (std::string line; std::getline(list, line);) {
     const std::size_t start = line.rfind('/') + 1;
     names.push_back(L"docs\\" + utf8::Decode<wchar_t>(line.substr(start, line.rfind('.') - start)) +

@@ -11,6 +11,7 @@
 #include "computer.h"
 #include "environment.h"
 #include "list_difference.h"
+#include "program_folder.h"
 
 namespace {
 
@@ -86,7 +87,7 @@ class LifeCycle : public InstallerTest {
   /// @param warnings  of the diagnosis program
   void Use(int warnings = 0) {
     const TempFolder clients_folder, doctors_folder, hosts_folder;
-    const std::wstring answers = L"Z:" + utf8::Decode<wchar_t>(SOURCE_FOLDER "/demo/answers");
+    const std::wstring answers = L"\"" + SourceFile(L"demo\\answers") + L"\"";
     const ClientProgram client(L"plm_client.exe", clients_folder, L"--answers " + answers);
     for (int pauses = 0; pauses < 200 && client.Output().find("serving") == std::string::npos; ++pauses)
       Sleep(100);

@@ -4,6 +4,7 @@
 #include "base/utf8.h"
 #include "computer.h"
 #include "list_difference.h"
+#include "program_folder.h"
 #include "unix_program.h"
 
 namespace {
@@ -12,13 +13,17 @@ using namespace computer;
 
 const std::string kVersion = utf8::Encode<wchar_t>(PRODUCT_VERSION);
 
+// As the shell takes them.
+const std::string kMaker = UnixPath(SourceFile(L"installer\\make_package"));
+const std::string kPackage = UnixPath(InBuild(L"installer\\this.msi"));
+
 bool Contains(const std::string& text, const std::string& part) { return text.find(part) != text.npos; }
 
 /// Makes the package `name` in `folder`.
 void Make(const TempFolder& folder, const std::string& name, const std::string& options = {}) {
-  RunShell(folder, "'" SOURCE_FOLDER "/installer/make_package' --bin '" BINARY_FOLDER
-                   "/bin' --registry '" BINARY_FOLDER "/installer/registry.wxi' --version " +
-                       kVersion + " --output " + name + " " + options + " 2>&1");
+  RunShell(folder, kMaker + " --bin " + UnixPath(InBuild(L"bin")) + " --registry " +
+                       UnixPath(InBuild(L"installer\\registry.wxi")) + " --version " + kVersion +
+                       " --output " + name + " " + options + " 2>&1");
 }
 
 /// Makes a signed package "signed.msi" in `folder`, and its "certificate.pem" and "key.pem".
@@ -33,8 +38,7 @@ class Package : public testing::Test {
  protected:
   /// A table of the package as lines of fields with tabs between them.
   std::string Table(const std::string& name) const {
-    return RunShell(m_folder,
-                    "msiinfo export '" BINARY_FOLDER "/installer/this.msi' " + name + " | tr -d '\r'");
+    return RunShell(m_folder, "msiinfo export " + kPackage + " " + name + " | tr -d '\r'");
   }
 
   TempFolder m_folder;
@@ -55,10 +59,9 @@ TEST_F(Package, HashesOnlyFilesWithoutAVersion) {
 }
 
 TEST_F(Package, IsFor64BitWindows) {
-  EXPECT_TRUE(Contains(RunShell(m_folder, "msiinfo suminfo '" BINARY_FOLDER "/installer/this.msi'"),
-                       "Template: x64;1033\n"));
-  const std::string components = RunShell(
-      m_folder, "msiinfo export '" BINARY_FOLDER "/installer/this.msi' Component | tail -n +4 | cut -f 4");
+  EXPECT_TRUE(Contains(RunShell(m_folder, "msiinfo suminfo " + kPackage), "Template: x64;1033\n"));
+  const std::string components =
+      RunShell(m_folder, "msiinfo export " + kPackage + " Component | tail -n +4 | cut -f 4");
   std::size_t count = 0;
   for (std::size_t start = 0; start < components.size(); start = components.find('\n', start) + 1, ++count) {
     EXPECT_EQ(std::stoi(components.substr(start)) & 256, 256) << components;
@@ -79,8 +82,7 @@ TEST_F(Package, RemovesTheOldVersionAsItsFirstStep) {
 }
 
 TEST_F(Package, RunsNoProgramsOfItsOwn) {
-  EXPECT_EQ(RunShell(m_folder, "msiinfo export '" BINARY_FOLDER "/installer/this.msi' CustomAction | wc -l"),
-            "3\n");
+  EXPECT_EQ(RunShell(m_folder, "msiinfo export " + kPackage + " CustomAction | wc -l"), "3\n");
 }
 
 TEST_F(Package, NeitherRestartsTheComputerNorEndsPrograms) {
@@ -97,7 +99,7 @@ TEST_F(Package, IsTheSameIfMadeAgain) {
 }
 
 TEST_F(Package, HasLinksOnlyToWhatIsInIt) {
-  RunShell(m_folder, "'" SOURCE_FOLDER "/installer/make_documents' docs");
+  RunShell(m_folder, UnixPath(SourceFile(L"installer\\make_documents")) + " docs");
   EXPECT_EQ(RunShell(m_folder,
                      "cd docs; grep -ohE '(href|src)=\"[^\":#]+' *.html | sed -E 's/.*\"//' | sort -u | "
                      "while read -r name; do [ -e \"$name\" ] || echo \"$name\"; done"),
@@ -107,8 +109,7 @@ TEST_F(Package, HasLinksOnlyToWhatIsInIt) {
 
 TEST_F(Package, RefusesAVersionThatAPackageCannotHave) {
   try {
-    RunShell(m_folder, "'" SOURCE_FOLDER
-                       "/installer/make_package' --bin . --registry . --version 1.5 --output x.msi 2>&1");
+    RunShell(m_folder, kMaker + " --bin . --registry . --version 1.5 --output x.msi 2>&1");
     FAIL() << "was accepted";
   } catch (const std::runtime_error& error) {
     EXPECT_TRUE(Contains(error.what(), "a package's version has three numbers, unlike \"1.5\""))
@@ -118,8 +119,10 @@ TEST_F(Package, RefusesAVersionThatAPackageCannotHave) {
 
 TEST_F(Package, HasNoEntriesOfAClassThatIsNotDescribed) {
   try {
-    RunShell(m_folder, "'" BINARY_FOLDER "/installer/registry_entries/registry_entries' x.dll '" SOURCE_FOLDER
-                       "/apps/addins/solidworks_add_in/module/solidworks_add_in.idl' Nobody=nobody.rgs 2>&1");
+    RunShell(m_folder,
+             UnixPath(InBuild(L"installer\\registry_entries\\registry_entries")) + " x.dll " +
+                 UnixPath(SourceFile(L"apps\\addins\\solidworks_add_in\\module\\solidworks_add_in.idl")) +
+                 " Nobody=nobody.rgs 2>&1");
     FAIL() << "was accepted";
   } catch (const std::runtime_error& error) {
     EXPECT_TRUE(Contains(error.what(), "registry_entries: no class of the name Nobody")) << error.what();

@@ -16,6 +16,8 @@ std::wstring SourceFile(std::wstring_view name) {
   return FolderOf(FolderOf(FolderOf(ProgramFolder()))) + L'\\' + std::wstring(name);
 }
 
-std::wstring InBin(std::wstring_view name) {
-  return FolderOf(ProgramFolder()) + L"\\bin\\" + std::wstring(name);
+std::wstring InBuild(std::wstring_view name) {
+  return FolderOf(ProgramFolder()) + L'\\' + std::wstring(name);
 }
+
+std::wstring InBin(std::wstring_view name) { return InBuild(L"bin\\" + std::wstring(name)); }

@@ -15,6 +15,9 @@ std::wstring BesideTests(std::wstring_view name);
 /// The full path of a file of the sources. Only for tests that the test kit leaves out: it has no sources.
 std::wstring SourceFile(std::wstring_view name);
 
+/// The full path of a file of the build folder, or of the test kit's.
+std::wstring InBuild(std::wstring_view name);
+
 /// The full path of a file of the add-in or the simulators, which lie in the folder `bin` beside that of the
 /// test programs.
 std::wstring InBin(std::wstring_view name);
