@@ -35,12 +35,8 @@ package() {
   version="$(project_version)"
   output="$folder/tavo_solidworks_integration-$version.msi"
   mkdir -p "$folder"
-  # Without the list until there is what writes it.
-  if declare -F write_licences >/dev/null; then
-    write_licences "$folder/licences.spdx.json"
-    arguments+=(--licences "$folder/licences.spdx.json")
-  fi
+  write_licences "$folder/licences.spdx.json"
   say "making $output"
   installer/make_package --bin build/windows/bin --registry build/windows/installer/registry.wxi \
-    --version "$version" --output "$output" "${arguments[@]}"
+    --version "$version" --output "$output" --licences "$folder/licences.spdx.json" "${arguments[@]}"
 }

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-
 #include "CStringHelper.h"
 #include "host.h"
 #include "program_folder.h"
