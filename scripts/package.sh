@@ -3,14 +3,15 @@
 help_package() {
   cat <<'TEXT'
 usage: ./dev package [--sign CERTIFICATE KEY]
-       ./dev package --test-kit
+       ./dev package --test-kit [--try [FOLDER]]
 
 Builds the add-in and makes build/package/tavo_solidworks_integration-VERSION.msi: the add-in, its default
 configuration, the diagnosis program, the documents, and the list of what is linked in.
 
   --sign      signs the programs and the package: two PEM files, the certificate with those that lead to its root,
               and its key
-  --test-kit  instead makes a zip with the tests for a computer with Windows
+  --test-kit  instead makes a zip with the tests for a computer with Windows (docs/test-kit.md); with --try also runs
+              it, unpacked into FOLDER (C:\kit) of a new Wine prefix, which takes a quarter of an hour
 TEXT
 }
 
