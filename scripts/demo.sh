@@ -17,7 +17,7 @@ help_host() {
 usage: ./dev host [OPTION ...]
 
 Builds the add-in and both simulators, and opens the CAD host and the PLM client with a vault of sample content. It
-ends when the CAD host is closed. Needs a display. What is done in the vault lasts until ./dev clean.
+ends when the CAD host is closed. Needs a display. What is done in the vault lasts until ./dev demo or ./dev clean.
 
   OPTION   for the CAD host, such as --language zh-CN; cad_host_window.exe --help names all
 TEXT

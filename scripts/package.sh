@@ -9,7 +9,7 @@ Builds the add-in and makes build/package/tavo_solidworks_integration-VERSION.ms
 configuration, the diagnosis program, the documents, and the list of what is linked in.
 
   --sign      signs the programs and the package: two PEM files, the certificate with those that lead to its root,
-              and its key
+              and its key, which has no pass phrase
   --test-kit  instead makes a zip with the tests for a computer with Windows (docs/test-kit.md); with --try also runs
               it, unpacked into FOLDER (C:\kit) of a new Wine prefix, which takes a quarter of an hour
 TEXT
@@ -36,6 +36,7 @@ package() {
   version="$(project_version)"
   output="$folder/tavo_solidworks_integration-$version.msi"
   mkdir -p "$folder"
+  rm -f "$output"  # not to be taken for the new one if that fails
   write_licences "$folder/licences.spdx.json"
   say "making $output"
   installer/make_package --bin build/windows/bin --registry build/windows/installer/registry.wxi \
