@@ -2,6 +2,7 @@
 
 #include <objbase.h>
 
+#include "CStringHelper.h"
 #include "base/file_attributes.h"
 #include "module/registration_scripts.h"
 #include "registry.h"
@@ -43,7 +44,10 @@ std::wstring RegisteredPath(const RegisteredClass& registered) {
 
 AddInLibrary::AddInLibrary(const std::wstring& own_folder) : m_path(RegisteredPath(Classes().front())) {
   m_isRegistered = !m_path.empty();
-  if (!m_isRegistered && IsFile(own_folder + kFileName)) m_path = own_folder + kFileName;
+  if (const std::wstring copy = own_folder + kFileName; IsFile(copy)) {
+    if (!m_isRegistered) m_path = copy;
+    if (CStringHelper::StringCompare(m_path, copy, false) != 0) m_unusedCopy = copy;
+  }
   if (m_path.empty()) return;
   m_module.reset(
       LoadLibraryExW(m_path.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE | LOAD_LIBRARY_AS_IMAGE_RESOURCE));

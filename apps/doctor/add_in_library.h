@@ -36,13 +36,16 @@ using UniqueModule = std::unique_ptr<HMODULE, ModuleFreer>;
 /// resources, none of its code runs.
 class AddInLibrary {
  public:
-  /// @param own_folder  where the DLL lies if none is registered.
+  /// @param own_folder  where this program lies, and the DLL if none is registered.
   explicit AddInLibrary(const std::wstring& own_folder);
 
   /// Empty if none is registered and none lies beside this program.
   const std::wstring& Path() const { return m_path; }
   std::wstring Folder() const { return m_path.substr(0, m_path.find_last_of(L"\\/")); }
   bool IsRegistered() const { return m_isRegistered; }
+
+  /// The DLL beside this program, if there is one and another one is registered; else empty.
+  const std::wstring& UnusedCopy() const { return m_unusedCopy; }
 
   /// Null if the file cannot be opened as a DLL.
   HMODULE Resources() const { return m_module.get(); }
@@ -54,6 +57,7 @@ class AddInLibrary {
  private:
   std::wstring m_path;
   bool m_isRegistered = false;
+  std::wstring m_unusedCopy;
   UniqueModule m_module;
 };
 

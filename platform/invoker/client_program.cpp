@@ -56,7 +56,10 @@ UniqueHandle StartClientProgram(const std::wstring& program) {
   const NoSystemBoxes no_boxes;
   if (!CreateProcessW(SystemPath(program).c_str(), command_line.data(), nullptr, nullptr, FALSE, 0, nullptr,
                       folder.c_str(), &startup, &process)) {
-    throw SystemFailure(L"the client program " + program + L" cannot be started");
+    // A folder that is not there is more than a wrong name, which the system calls it.
+    const DWORD error = GetLastError();
+    throw SystemFailure(L"the client program " + program + L" cannot be started",
+                        error == ERROR_DIRECTORY ? ERROR_PATH_NOT_FOUND : error);
   }
   OwnHandle(process.hThread);
   return OwnHandle(process.hProcess);

@@ -192,9 +192,15 @@ class Redactor {
     if (!IsBlank(At(end)) || !IsSensitiveName(TextOf({at + 2, end}))) return std::nullopt;
     const std::size_t begin = Skip(end, IsBlank);
     if (IsQuote(At(begin))) return Replacement{{begin + 1, EndOfQuoted(begin, 0)}, false};
-    const std::size_t value_end = FindAnyOf(" \t\r\n", begin);
+    const std::size_t value_end = WithoutClosing(begin, FindAnyOf(" \t\r\n", begin));
     if (value_end == begin) return std::nullopt;
     return Replacement{{begin, value_end}, false};
+  }
+
+  /// Where a value ends that may be the last word of a text in JSON: what closes this text is not part of it.
+  std::size_t WithoutClosing(std::size_t begin, std::size_t end) const {
+    const std::size_t last = m_text.substr(begin, end - begin).find_last_not_of("\"'\\,]}");
+    return last == kNone ? end : begin + last + 1;
   }
 
   /// `Bearer ...`, `Basic ...`

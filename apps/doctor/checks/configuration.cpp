@@ -15,12 +15,15 @@ namespace doctor {
 namespace {
 
 constexpr wchar_t kCorrectView[] =
-    L"Correct the file (docs: View.json), then switch the add-in off and on in the CAD application.";
+    L"Correct the file (see docs\\view-json.html), then switch the add-in off and on in the CAD application.";
 constexpr wchar_t kCorrectClient[] =
-    L"Correct the file (docs: PlmClient.json); meanwhile the defaults hold. It is read at the next "
+    L"Correct the file (see docs\\plm-client-json.html); meanwhile the defaults hold. It is read at the next "
     L"connection.";
 
-std::wstring Sentence(const std::wstring& text) { return text + L"."; }
+/// `text` with a full stop, unless it ends a sentence already.
+std::wstring Sentence(const std::wstring& text) {
+  return text.ends_with(L'.') || text.ends_with(L'!') ? text : text + L".";
+}
 
 /// The file `name` that the add-in uses; tells which one that is. Empty if there is none.
 std::wstring Find(const Patient& patient, const wchar_t* name, std::vector<std::wstring>& places) {
@@ -64,7 +67,7 @@ void CheckView(const Patient& patient, Report& report) {
     view.CreateFromFile(path);
     CheckViewContent(view, path, patient.library, report);
   } catch (const CZALException& error) {
-    report.Fail("configuration.view", error.GetErrorMessage() + L". The add-in cannot be connected.",
+    report.Fail("configuration.view", Sentence(error.GetErrorMessage()) + L" The add-in cannot be connected.",
                 kCorrectView);
   }
 }
@@ -92,7 +95,8 @@ void CheckClientFile(const Patient& patient, Report& report) {
     }
     if (read.faults.empty()) report.Ok("configuration.client", L"PlmClient.json has no mistake.");
   } catch (const CZALException& error) {
-    report.Fail("configuration.client", error.GetErrorMessage() + L". The defaults hold.", kCorrectClient);
+    report.Fail("configuration.client", Sentence(error.GetErrorMessage()) + L" The defaults hold.",
+                kCorrectClient);
   }
 }
 

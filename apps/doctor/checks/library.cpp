@@ -89,6 +89,14 @@ bool CheckFile(const AddInLibrary& library, Report& report) {
                 L"Install the add-in again, or register it where it is now.");
     return false;
   }
+  if (!library.UnusedCopy().empty()) {
+    report.Warn("library.file",
+                L"The registered library is " + library.Path() +
+                    L", not the one beside this program, which is not used.",
+                L"If the add-in was installed by its package, unregister the other library with regsvr32 /u, "
+                L"and repair the installation.");
+    return true;
+  }
   report.Ok("library.file", library.IsRegistered()
                                 ? L"The registered library is " + library.Path() + L"."
                                 : L"No library is registered. The one beside this program is looked at: " +

@@ -167,6 +167,10 @@ class AppenderCheck {
       m_properties.Report(key, path, L"is not the path of a file");
       return false;
     }
+    if (path.find(L"${") != std::wstring::npos) {  // the library has replaced all that it knows
+      m_properties.Report(key, path, L"names a variable that does not exist");
+      return false;
+    }
     // Our own appender takes paths of any length and creates missing folders.
     const bool is_shared = type.name == kSharedFileAppenderName;
     std::wstring folder, name;

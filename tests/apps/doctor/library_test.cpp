@@ -45,6 +45,12 @@ TEST_F(LibraryCheck, FindsThatTheRegisteredFileDoesNotExist) {
                 L"The registered library C:\\no such folder\\solidworks_add_in.dll does not exist.");
 }
 
+TEST_F(LibraryCheck, WarnsThatAnotherLibraryThanTheOneBesideTheProgramIsRegistered) {
+  RegisterCopy(OwnFixedVersion(), OwnFixedVersion());
+  ExpectFinding(Check("library"), "library.file", Status::kWarning,
+                L", not the one beside this program, which is not used.");
+}
+
 TEST_F(LibraryCheck, FindsAFileThatIsNoLibrary) {
   RegisterLibrary(m_folder.Write(L"solidworks_add_in.dll", "MZ, but nothing else"));
   ExpectFinding(Check("library"), "library.architecture", Status::kFailed,

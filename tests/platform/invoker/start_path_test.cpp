@@ -18,6 +18,13 @@ TEST_F(ClientStart, OfAMissingProgramFailsAtOnce) {
                                     SystemText(ERROR_FILE_NOT_FOUND) + L" (error 2)");
 }
 
+TEST_F(ClientStart, OfAProgramInAMissingFolderSaysThatThePathIsNotThere) {
+  ConfigureProgram(m_folder.Path(L"missing\\client.exe"));
+  EXPECT_EQ(InvokeUnreached(L"QD_PLMLogin"), L"");
+  ExpectOneLine(L"QD_PLMLogin",
+                L"client.exe cannot be started: " + SystemText(ERROR_PATH_NOT_FOUND) + L" (error 3)");
+}
+
 TEST_F(ClientStart, OfAFileThatIsNotAProgramFails) {
   ConfigureProgram(m_folder.Write(L"client.exe", "no program"));
   EXPECT_EQ(InvokeUnreached(L"QD_PLMLogin"), L"");

@@ -41,6 +41,21 @@ TEST(PropertiesFile, ThatCannotBeReadIsLoggedAndReplacedByTheBuiltInSetUp) {
             std::wstring::npos);
 }
 
+TEST(PropertiesFile, WithAVariableThatDoesNotExistInAPathIsLoggedAndLosesNothing) {
+  LogFolder log;
+  ASSERT_TRUE(
+      log.StartWith(L"log4cplus.rootLogger=TRACE, file\n"
+                    L"log4cplus.appender.file=log4cplus::FileAppender\n"
+                    L"log4cplus.appender.file.File=${LogFolder}\\${NO_SUCH_VARIABLE}.log\n"));
+  PrintError(L"text");
+  const std::vector<std::wstring> lines = log.Lines();
+  ASSERT_EQ(lines.size(), 2u);
+  EXPECT_NE(lines[0].find(L"log4cplus.appender.file.File: \""), std::wstring::npos);
+  EXPECT_NE(lines[0].find(L"\\${NO_SUCH_VARIABLE}.log\" names a variable that does not exist"),
+            std::wstring::npos);
+  EXPECT_TRUE(lines[1].ends_with(L"text"));
+}
+
 TEST(PropertiesFile, CannotAskForAppendersWithThreads) {
   LogFolder log;
   ASSERT_TRUE(
