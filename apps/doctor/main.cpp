@@ -33,7 +33,7 @@ int Diagnose(const Options& options) {
   const std::wstring program = ModulePath(nullptr);
   const AddInLibrary library(program.substr(0, program.find_last_of(L'\\')));
   const Report report =
-      RunChecks({.own_program = program, .library = library, .patience = options.patience}, options.areas);
+      RunChecks({.own_program = program, .add_in = library, .patience = options.patience}, options.areas);
   Print(options.json ? CStringHelper::UTF8ToUnicode(FormatJson(report)) + L"\n" : FormatText(report));
   if (!options.bundle.empty()) WriteBundle(options.bundle, report, library);
   return report.Count(Status::kFailed) > 0 ? kFailure : 0;

@@ -73,15 +73,15 @@ InterfaceDescription ReadInterfaceDescription(std::string_view idl) {
     if (uuid.empty()) continue;
     const std::wstring id = RegistryId(uuid);
     if (kind == "library") {
-      description.library = {Wide(Attribute(attributes, "helpstring")), id,
-                             Wide(Attribute(attributes, "version"))};
+      description.type_library = {Wide(Attribute(attributes, "helpstring")), id,
+                                  Wide(Attribute(attributes, "version"))};
     } else if (kind == "coclass") {
       description.classes[name] = id;
     } else if (IsForAutomation(attributes)) {
       description.interfaces.push_back({name, id});
     }
   }
-  const TypeLibrary& library = description.library;
+  const TypeLibrary& library = description.type_library;
   if (library.id.empty()) throw std::runtime_error("no library with a uuid");
   if (library.name.empty()) throw std::runtime_error("the library has no helpstring");
   if (library.version.empty()) throw std::runtime_error("the library has no version");

@@ -22,7 +22,7 @@ struct TypeLibrary {
 
 struct InterfaceDescription {
   std::wstring application_id;
-  TypeLibrary library;
+  TypeLibrary type_library;
   std::vector<Interface> interfaces;             ///< those for automation, in the order of the file
   std::map<std::wstring, std::wstring> classes;  ///< ids by name
 };

@@ -49,7 +49,7 @@ class Scripts {
         Read(path, {{L"IID", described.id}, {L"NAME", described.name}});
       }
     } else if (what == "library") {
-      Read(path, {{L"NAME", m_description.library.name}});
+      Read(path, {{L"NAME", m_description.type_library.name}});
     } else {
       const auto found = m_description.classes.find(utf8::Decode<wchar_t>(what));
       if (found == m_description.classes.end()) throw std::runtime_error("no class of the name " + what);
@@ -65,8 +65,8 @@ class Scripts {
                          // The folder without a separator at its end, which [InstallFolder] has.
                          {L"FOLDER", L"[MakersFolder]$(var.FolderName)"},
                          {L"APPID", m_description.application_id},
-                         {L"LIBID", m_description.library.id},
-                         {L"VERSION", m_description.library.version}});
+                         {L"LIBID", m_description.type_library.id},
+                         {L"VERSION", m_description.type_library.version}});
     const std::string text = ReadFile(path);
     if (text.find_first_of("[]") != text.npos) {
       throw std::runtime_error(path + ": brackets have a meaning of their own in a package");

@@ -34,9 +34,9 @@ TEST(InterfaceDescription, HasTheApplicationIdAsTheRegistryWritesIt) {
 
 TEST(InterfaceDescription, HasTheLibrary) {
   const InterfaceDescription description = ReadInterfaceDescription(kApplication + kLibrary + "}");
-  EXPECT_EQ(description.library.id, L"{EA77B297-A3D1-4C82-BF87-2CA5AADE9530}");
-  EXPECT_EQ(description.library.name, L"x 1.0 Type Library");
-  EXPECT_EQ(description.library.version, L"1.0");
+  EXPECT_EQ(description.type_library.id, L"{EA77B297-A3D1-4C82-BF87-2CA5AADE9530}");
+  EXPECT_EQ(description.type_library.name, L"x 1.0 Type Library");
+  EXPECT_EQ(description.type_library.version, L"1.0");
 }
 
 TEST(InterfaceDescription, HasTheInterfacesForAutomationOnly) {

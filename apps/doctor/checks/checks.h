@@ -15,7 +15,7 @@ inline constexpr std::chrono::seconds kDefaultPatience{10};
 /// What the checks look at.
 struct Patient {
   std::wstring own_program;  ///< the path of this program
-  const AddInLibrary& library;
+  const AddInLibrary& add_in;
   std::chrono::milliseconds patience = kDefaultPatience;  ///< with a DLL or a client that does not answer
 };
 

@@ -18,7 +18,7 @@ using invoker::ClientState;
 /// What the add-in would use. A file that cannot be read means the defaults; that is told elsewhere.
 ClientConfiguration Configured(const Patient& patient) {
   const std::wstring path =
-      FirstFile(ConfigurationPlaces(kConfigurationName, kClientFile, patient.library.Folder()));
+      FirstFile(ConfigurationPlaces(kConfigurationName, kClientFile, patient.add_in.Folder()));
   try {
     return path.empty() ? ClientConfiguration{} : ReadClientFile(path).configuration;
   } catch (const CZALException&) {

@@ -27,7 +27,7 @@ std::wstring Sentence(const std::wstring& text) {
 
 /// The file `name` that the add-in uses; tells which one that is. Empty if there is none.
 std::wstring Find(const Patient& patient, const wchar_t* name, std::vector<std::wstring>& places) {
-  places = ConfigurationPlaces(kConfigurationName, name, patient.library.Folder());
+  places = ConfigurationPlaces(kConfigurationName, name, patient.add_in.Folder());
   return FirstFile(places);
 }
 
@@ -65,7 +65,7 @@ void CheckView(const Patient& patient, Report& report) {
   try {
     CJsonObject view;
     view.CreateFromFile(path);
-    CheckViewContent(view, path, patient.library, report);
+    CheckViewContent(view, path, patient.add_in, report);
   } catch (const CZALException& error) {
     report.Fail("configuration.view", Sentence(error.GetErrorMessage()) + L" The add-in cannot be connected.",
                 kCorrectView);

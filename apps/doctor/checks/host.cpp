@@ -68,7 +68,7 @@ void CheckKey(const Patient& patient, const std::wstring& path, Report& report) 
     return;
   }
   try {
-    CheckTexts(key, path, patient.library, report);
+    CheckTexts(key, path, patient.add_in, report);
   } catch (const registry_script::Error& error) {
     report.Fail("host.key", L"The library's registration script is damaged: " + error.Message(), kRegister);
   } catch (const _com_error&) {  // the registered library is missing or another one, which is told elsewhere

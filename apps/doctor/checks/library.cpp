@@ -107,8 +107,8 @@ bool CheckFile(const AddInLibrary& library, Report& report) {
 }  // namespace
 
 void CheckLibrary(const Patient& patient, Report& report) {
-  const std::wstring& path = patient.library.Path();
-  if (!CheckFile(patient.library, report)) return;
+  const std::wstring& path = patient.add_in.Path();
+  if (!CheckFile(patient.add_in, report)) return;
   const FileContent content = ReadFileContent(path, kLargestLibrary);
   const std::optional<Image> image = ParseImage(content.bytes);
   if (content.error != ERROR_SUCCESS) {

@@ -36,7 +36,7 @@ bool CheckFolder(const std::wstring& folder, Report& report) {
 void CheckLog(const Patient& patient, Report& report) {
   const std::wstring folder = LogFolder();
   if (!CheckFolder(folder, report)) return;
-  const std::vector<std::wstring> places = LogConfigurationPlaces(folder, patient.library.Folder());
+  const std::vector<std::wstring> places = LogConfigurationPlaces(folder, patient.add_in.Folder());
   const std::wstring path = FirstFile(places);
   if (path.empty()) {
     report.Ok("log.file",

@@ -25,7 +25,7 @@ std::wstring ClassKey(const RegisteredClass& registered) {
 
 std::wstring ToRegister(const Patient& patient) {
   return L"Run as an administrator: %SystemRoot%\\System32\\regsvr32.exe \"" +
-         (patient.library.Path().empty() ? L"...\\solidworks_add_in.dll" : patient.library.Path()) + L"\"";
+         (patient.add_in.Path().empty() ? L"...\\solidworks_add_in.dll" : patient.add_in.Path()) + L"\"";
 }
 
 std::wstring Quoted(const std::wstring& text) { return L"\"" + text + L"\""; }
@@ -77,7 +77,7 @@ std::vector<std::wstring> FindDifferences(const AddInLibrary& library, const Reg
 
 void CheckEntries(const Patient& patient, const RegisteredClass& registered, Report& report) {
   try {
-    const std::vector<std::wstring> differences = FindDifferences(patient.library, registered);
+    const std::vector<std::wstring> differences = FindDifferences(patient.add_in, registered);
     for (const std::wstring& difference : differences) {
       report.Fail(Id(registered), registered.title + (L" is registered wrongly: " + difference) + L".",
                   ToRegister(patient));
@@ -92,7 +92,7 @@ void CheckEntries(const Patient& patient, const RegisteredClass& registered, Rep
                 L"Install the add-in again.");
   } catch (const _com_error&) {
     report.Fail(Id(registered),
-                registered.title + (L" is registered, but " + patient.library.Path()) +
+                registered.title + (L" is registered, but " + patient.add_in.Path()) +
                     L" cannot be read, or is not the add-in's library.",
                 L"Install the add-in again, and register it.");
   }

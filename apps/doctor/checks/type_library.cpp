@@ -49,7 +49,7 @@ void CheckPlace(const std::wstring& place, const std::wstring& expected, Report&
 
 void CheckTypeLibrary(const Patient& patient, Report& report) {
   ITypeLibPtr library;
-  const HRESULT loaded = LoadTypeLibEx(patient.library.Path().c_str(), REGKIND_NONE, &library);
+  const HRESULT loaded = LoadTypeLibEx(patient.add_in.Path().c_str(), REGKIND_NONE, &library);
   TLIBATTR* attributes = nullptr;
   if (FAILED(loaded) || FAILED(library->GetLibAttr(&attributes))) {
     report.PassOver("type_library.registered",
@@ -65,7 +65,7 @@ void CheckTypeLibrary(const Patient& patient, Report& report) {
     return;
   }
   report.Ok("type_library.registered", L"The type library is registered: " + place + L".");
-  CheckPlace(place, patient.library.Path(), report);
+  CheckPlace(place, patient.add_in.Path(), report);
 }
 
 }  // namespace doctor

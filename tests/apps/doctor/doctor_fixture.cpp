@@ -30,7 +30,7 @@ Report DoctorFixture::Check(const char* area) const {
   const auto found = std::ranges::find(doctor::kAreas, std::string(area),
                                        [](const doctor::Area& known) { return std::string(known.name); });
   const doctor::AddInLibrary library(m_program.substr(0, m_program.find_last_of(L'\\')));
-  return doctor::RunChecks({.own_program = m_program, .library = library, .patience = m_patience}, {&*found});
+  return doctor::RunChecks({.own_program = m_program, .add_in = library, .patience = m_patience}, {&*found});
 }
 
 void DoctorFixture::ExpectFinding(const Report& report, const std::string& id, Status status,
